@@ -1,0 +1,15 @@
+# What every target of this project is compiled with. Call it once for each target.
+function(veltra_target target)
+    set_target_properties(${target} PROPERTIES
+        CXX_VISIBILITY_PRESET hidden
+        VISIBILITY_INLINES_HIDDEN ON
+        POSITION_INDEPENDENT_CODE ON
+        CXX_EXTENSIONS OFF)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_compile_options(${target} PRIVATE
+        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+        -Woverloaded-virtual -Wcast-qual -Wold-style-cast -Wimplicit-fallthrough -Wundef
+        $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wuseless-cast>
+        $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
+        $<$<BOOL:${VELTRA_WARNINGS_AS_ERRORS}>:-Werror>)
+endfunction()

@@ -1,0 +1,37 @@
+#include "property/DeprecationStatus.hpp"
+
+#include "property/EnumNames.hpp"
+
+namespace reference::property {
+namespace {
+
+constexpr detail::EnumNames<DeprecationStatus::Value, 3> names({
+    "current",
+    "deprecated",
+    "removed",
+});
+
+}  // namespace
+
+std::string DeprecationStatus::enumToString(Value value) {
+    return names.toString(value);
+}
+
+std::optional<DeprecationStatus::Value> DeprecationStatus::fromString(std::string_view text) {
+    return names.fromString(text);
+}
+
+const std::vector<DeprecationStatus::Value>& DeprecationStatus::namedValues() {
+    static const std::vector<Value> all = names.values();
+    return all;
+}
+
+const char* DeprecationStatus::getZORBClassName() noexcept {
+    return "DeprecationStatus";
+}
+
+const char* DeprecationStatus::getZORBPackageName() noexcept {
+    return detail::propertyPackageName;
+}
+
+}  // namespace reference::property

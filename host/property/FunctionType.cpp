@@ -1,0 +1,44 @@
+#include "property/FunctionType.hpp"
+
+#include "property/EnumNames.hpp"
+
+namespace reference::property {
+namespace {
+
+constexpr detail::EnumNames<FunctionType::Value, 10> names({
+    "function",
+    "method",
+    "static-method",
+    "class-method",
+    "constructor",
+    "destructor",
+    "property",
+    "operator",
+    "macro",
+    "not-callable",
+});
+
+}  // namespace
+
+std::string FunctionType::enumToString(Value value) {
+    return names.toString(value);
+}
+
+std::optional<FunctionType::Value> FunctionType::fromString(std::string_view text) {
+    return names.fromString(text);
+}
+
+const std::vector<FunctionType::Value>& FunctionType::namedValues() {
+    static const std::vector<Value> all = names.values();
+    return all;
+}
+
+const char* FunctionType::getZORBClassName() noexcept {
+    return "FunctionType";
+}
+
+const char* FunctionType::getZORBPackageName() noexcept {
+    return detail::propertyPackageName;
+}
+
+}  // namespace reference::property

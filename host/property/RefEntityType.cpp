@@ -1,0 +1,38 @@
+#include "property/RefEntityType.hpp"
+
+#include "property/EnumNames.hpp"
+
+namespace reference::property {
+namespace {
+
+constexpr detail::EnumNames<RefEntityType::Value, 28> names({
+    "function",  "class",       "package",    "method",   "property", "event",    "enumeration",
+    "interface", "constructor", "destructor", "constant", "operator", "variable", "keyword",
+    "command",   "app",         "block",      "option",   "setting",  "topic",    "example",
+    "term",      "type-alias",  "macro",      "tool",     "model",    "page",     "unknown",
+});
+
+}  // namespace
+
+std::string RefEntityType::enumToString(Value value) {
+    return names.toString(value);
+}
+
+std::optional<RefEntityType::Value> RefEntityType::fromString(std::string_view text) {
+    return names.fromString(text);
+}
+
+const std::vector<RefEntityType::Value>& RefEntityType::namedValues() {
+    static const std::vector<Value> all = names.values();
+    return all;
+}
+
+const char* RefEntityType::getZORBClassName() noexcept {
+    return "RefEntityType";
+}
+
+const char* RefEntityType::getZORBPackageName() noexcept {
+    return detail::propertyPackageName;
+}
+
+}  // namespace reference::property
