@@ -9,6 +9,8 @@ function(veltra_target target)
     target_compile_options(${target} PRIVATE
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
         -Woverloaded-virtual -Wcast-qual -Wold-style-cast -Wimplicit-fallthrough -Wundef
+        # A designated initialiser that leaves members at their defaults does so on purpose.
+        -Wno-missing-field-initializers
         $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wuseless-cast>
         $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
         $<$<BOOL:${VELTRA_WARNINGS_AS_ERRORS}>:-Werror>)

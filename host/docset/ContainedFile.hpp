@@ -1,0 +1,30 @@
+// Reading the files of a documentation root without ever leaving it. Internal: no public header
+// includes it.
+#pragma once
+
+#include <cstddef>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "docset/Fault.hpp"
+
+namespace reference::docset {
+
+// The largest file that is read, in bytes: far above any real product, and far below what would
+// drive a process out of memory.
+inline constexpr std::size_t largestFile = std::size_t{512} * 1024 * 1024;
+
+// Why `relativePath` (UTF-8, parts divided by '/') may not name a file of a documentation root, or
+// nothing when it may: it must be relative, name no parent folder and have no empty part.
+[[nodiscard]] std::optional<std::string> whyNotContained(std::string_view relativePath);
+
+// The bytes of a file below `root`. Nothing, after one call of `onFault`, when the name leads out of
+// the root (by its parts or through a link), or the file is missing, not a regular file, too large
+// or unreadable. Never blocks on a pipe or a device. Any thread.
+[[nodiscard]] std::optional<std::string> readContainedFile(const std::filesystem::path& root,
+                                                           std::string_view relativePath,
+                                                           const FaultHandler& onFault);
+
+}  // namespace reference::docset

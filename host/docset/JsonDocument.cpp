@@ -1,0 +1,223 @@
+#include "docset/JsonDocument.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+
+#include <boost/json/parser.hpp>
+
+#include "docset/ContainedFile.hpp"
+#include "docset/JsonPosition.hpp"
+#include "fl/i18n/utf.hpp"
+
+namespace reference::docset {
+namespace {
+
+namespace json = boost::json;
+
+json::string_view keyView(std::string_view text) {
+    return {text.data(), text.size()};
+}
+
+// Why the text is no JSON document: the parser's reason, unless the bytes are no text at all.
+std::string whyNotJson(std::string_view text, const json::error_code& error) {
+    if (text.substr(0, 3) == "\xEF\xBB\xBF")
+        return "The file begins with a byte order mark; save it as UTF-8 without one.";
+    try {
+        static_cast<void>(fl::i18n::toUtf16(text));
+    } catch (const std::invalid_argument& fault) {
+        return std::string("The file is not UTF-8. ") + fault.what();
+    }
+    if (error == json::error::too_deep)
+        return "The document is nested more than " + std::to_string(deepestNesting) +
+               " levels deep; a documentation file never is.";
+    if (error == json::error::incomplete)
+        return "The file ends in the middle of the JSON document.";
+    if (error == json::error::extra_data)
+        return "There is more text after the end of the JSON document.";
+    return "This is not JSON (" + error.message() + ").";
+}
+
+}  // namespace
+
+JsonDocument::JsonDocument(std::string file, std::string text, FaultHandler onFault)
+    : m_file(std::move(file)), m_text(std::move(text)), m_onFault(std::move(onFault)) {}
+
+std::unique_ptr<JsonDocument> JsonDocument::read(const std::filesystem::path& root,
+                                                 std::string_view relativePath,
+                                                 FaultHandler onFault) {
+    auto text = readContainedFile(root, relativePath, onFault);
+    if (!text)
+        return nullptr;
+    const std::string file = (root / std::filesystem::path(relativePath)).string();
+    std::unique_ptr<JsonDocument> document(
+        new JsonDocument(file, std::move(*text), std::move(onFault)));
+
+    json::parse_options options;
+    options.max_depth = deepestNesting;
+    json::parser parser(json::storage_ptr(), options);
+    parser.reset(&document->m_memory);
+    json::error_code error;
+    const std::string& bytes = document->m_text;
+    const std::size_t consumed = parser.write(bytes.data(), bytes.size(), error);
+    if (error) {
+        const TextPosition position = positionOf(bytes, consumed);
+        document->m_onFault({.file = file,
+                             .line = position.line,
+                             .column = position.column,
+                             .problem = whyNotJson(bytes, error)});
+        return nullptr;
+    }
+    document->m_top = parser.release();
+    return document;
+}
+
+std::optional<JsonNode> JsonDocument::top(std::string_view format, unsigned formatVersion) const {
+    const JsonNode node(m_top, *this);
+    if (!m_top.is_object()) {
+        node.fault("An object was expected here.");
+        return std::nullopt;
+    }
+    const auto formatNode = node.require("format");
+    if (!formatNode)
+        return std::nullopt;
+    const auto formatText = formatNode->text();
+    if (!formatText)
+        return std::nullopt;
+    if (*formatText != format) {
+        formatNode->fault("The format is \"" + std::string(*formatText) + "\"; \"" +
+                          std::string(format) + "\" was expected here.");
+        return std::nullopt;
+    }
+    const auto versionNode = node.require("formatVersion");
+    if (!versionNode)
+        return std::nullopt;
+    const auto version = versionNode->wholeNumber();
+    if (!version)
+        return std::nullopt;
+    if (*version != formatVersion) {
+        versionNode->fault("Version " + std::to_string(*version) +
+                           " of the format is not known; this program reads version " +
+                           std::to_string(formatVersion) + ".");
+        return std::nullopt;
+    }
+    return node;
+}
+
+void JsonDocument::reportRepeatedMembersTo(const FaultHandler& onFault) const {
+    for (const auto& repeated : findRepeatedMembers(m_text)) {
+        const TextPosition position = positionOf(m_text, repeated.offset);
+        onFault({.file = m_file,
+                 .line = position.line,
+                 .column = position.column,
+                 .field = toFieldName(repeated.path),
+                 .problem = "The member occurs twice; only the last one is seen."});
+    }
+}
+
+void JsonDocument::fault(const JsonNode& at, std::string problem) const {
+    std::vector<JsonStep> path;
+    for (const JsonNode* node = &at; node->m_parent != nullptr; node = node->m_parent) {
+        if (node->m_parent->m_value->is_object())
+            path.emplace_back(std::string(node->m_key));
+        else
+            path.emplace_back(node->m_index);
+    }
+    std::ranges::reverse(path);
+    const auto offset = findJsonValue(m_text, path);
+    const TextPosition position = offset ? positionOf(m_text, *offset) : TextPosition{};
+    m_onFault({.file = m_file,
+               .line = position.line,
+               .column = position.column,
+               .field = toFieldName(path),
+               .problem = std::move(problem)});
+}
+
+void JsonNode::fault(std::string problem) const {
+    m_document->fault(*this, std::move(problem));
+}
+
+bool JsonNode::isObjectOf(std::initializer_list<std::string_view> members) const {
+    if (!m_value->is_object()) {
+        fault("An object was expected here.");
+        return false;
+    }
+    bool sound = true;
+    forEachMember([&](std::string_view key, const JsonNode& node) {
+        if (std::ranges::find(members, key) != members.end())
+            return;
+        std::string known;
+        for (const auto member : members)
+            known += (known.empty() ? "" : ", ") + std::string(member);
+        node.fault("There is no such member; known here are: " + known + ".");
+        sound = false;
+    });
+    return sound;
+}
+
+std::optional<JsonNode> JsonNode::find(std::string_view name) const {
+    const auto* object = m_value->if_object();
+    if (object == nullptr)
+        return std::nullopt;
+    const auto found = object->find(keyView(name));
+    if (found == object->end())
+        return std::nullopt;
+    return JsonNode(found->value(), *this, std::string_view(found->key().data(), name.size()));
+}
+
+std::optional<JsonNode> JsonNode::require(std::string_view name) const {
+    auto node = find(name);
+    if (!node)
+        fault("The member \"" + std::string(name) + "\" is missing.");
+    return node;
+}
+
+std::optional<std::string_view> JsonNode::text() const {
+    if (const auto* string = m_value->if_string())
+        return std::string_view(string->data(), string->size());
+    fault("A text was expected here.");
+    return std::nullopt;
+}
+
+std::optional<bool> JsonNode::boolean() const {
+    if (const auto* boolean = m_value->if_bool())
+        return *boolean;
+    fault("true or false was expected here.");
+    return std::nullopt;
+}
+
+std::optional<std::uint64_t> JsonNode::wholeNumber() const {
+    json::error_code error;
+    const auto number = m_value->to_number<std::uint64_t>(error);
+    if (!error)
+        return number;
+    fault("A whole number of 0 or more was expected here.");
+    return std::nullopt;
+}
+
+bool JsonNode::isText() const {
+    return m_value->is_string();
+}
+
+bool JsonNode::isNumber() const {
+    return m_value->is_number();
+}
+
+std::u16string JsonNode::textOf(std::string_view name) const {
+    const auto node = find(name);
+    const auto utf8 = node ? node->text() : std::nullopt;
+    return utf8 ? fl::i18n::toUtf16(*utf8) : std::u16string();
+}
+
+std::u16string JsonNode::requiredTextOf(std::string_view name, bool mayBeEmpty) const {
+    const auto node = require(name);
+    const auto utf8 = node ? node->text() : std::nullopt;
+    if (!utf8)
+        return {};
+    if (utf8->empty() && !mayBeEmpty)
+        node->fault("The text is empty; it may not be here.");
+    return fl::i18n::toUtf16(*utf8);
+}
+
+}  // namespace reference::docset

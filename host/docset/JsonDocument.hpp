@@ -1,0 +1,144 @@
+// A JSON file of a documentation set, read so that every fault can name file, position and field.
+// Internal: no public header includes it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <initializer_list>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <boost/json/monotonic_resource.hpp>
+#include <boost/json/value.hpp>
+
+#include "docset/Fault.hpp"
+
+namespace reference::docset {
+
+// The deepest nesting of a documentation file: twice what its format needs.
+inline constexpr std::size_t deepestNesting = 32;
+
+class JsonDocument;
+
+// One value of a document and the way to it. A node borrows from its parent and its document, both
+// of which must outlive it; nodes are made on the way down and dropped on the way up.
+class JsonNode {
+  public:
+    // Reports `problem` at this node.
+    void fault(std::string problem) const;
+
+    // Whether the value is an object whose members are all among `members`; reports what is not.
+    [[nodiscard]] bool isObjectOf(std::initializer_list<std::string_view> members) const;
+
+    // The member `name`, when the object has it.
+    [[nodiscard]] std::optional<JsonNode> find(std::string_view name) const;
+
+    // The member `name`; reports its absence.
+    [[nodiscard]] std::optional<JsonNode> require(std::string_view name) const;
+
+    // This value as text, boolean or whole number; reports anything else and gives nothing.
+    [[nodiscard]] std::optional<std::string_view> text() const;
+    [[nodiscard]] std::optional<bool> boolean() const;
+    [[nodiscard]] std::optional<std::uint64_t> wholeNumber() const;
+
+    [[nodiscard]] bool isText() const;
+    [[nodiscard]] bool isNumber() const;
+
+    // The optional member `name` as text, empty when it is left out.
+    [[nodiscard]] std::u16string textOf(std::string_view name) const;
+
+    // The required member `name` as text; reports its absence, and empty text where
+    // `mayBeEmpty` is false.
+    [[nodiscard]] std::u16string requiredTextOf(std::string_view name, bool mayBeEmpty) const;
+
+    // Calls `visit(node)` for each element of the array, or reports that this is not one.
+    template <typename Visit>
+    void forEachElement(Visit visit) const;
+
+    // Calls `visit(key, node)` for each member of the object, in file order, or reports that this
+    // is not one.
+    template <typename Visit>
+    void forEachMember(Visit visit) const;
+
+  private:
+    friend class JsonDocument;
+
+    JsonNode(const boost::json::value& value, const JsonDocument& document)
+        : m_value(&value), m_document(&document) {}
+    JsonNode(const boost::json::value& value, const JsonNode& parent, std::string_view key)
+        : m_value(&value), m_document(parent.m_document), m_parent(&parent), m_key(key) {}
+    JsonNode(const boost::json::value& value, const JsonNode& parent, std::size_t index)
+        : m_value(&value), m_document(parent.m_document), m_parent(&parent), m_index(index) {}
+
+    const boost::json::value* m_value;
+    const JsonDocument* m_document;
+    const JsonNode* m_parent = nullptr;
+    std::string_view m_key;
+    std::size_t m_index = 0;
+};
+
+// A parsed file. One thread at a time.
+class JsonDocument {
+  public:
+    // Reads and parses the file `relativePath` below `root`. Nothing, after one call of `onFault`,
+    // when it cannot be read, is not well-formed UTF-8 or JSON, or is nested too deeply.
+    [[nodiscard]] static std::unique_ptr<JsonDocument> read(const std::filesystem::path& root,
+                                                            std::string_view relativePath,
+                                                            FaultHandler onFault);
+
+    JsonDocument(const JsonDocument&) = delete;  // nodes point into a document: it stays in place
+    JsonDocument& operator=(const JsonDocument&) = delete;
+
+    // The top of the document, when its members "format" and "formatVersion" are those given;
+    // reports what they are otherwise.
+    [[nodiscard]] std::optional<JsonNode> top(std::string_view format, unsigned formatVersion) const;
+
+    [[nodiscard]] const std::string& file() const noexcept { return m_file; }
+
+    // Reports each object member whose name occurs twice: of such members only the last is seen.
+    void reportRepeatedMembersTo(const FaultHandler& onFault) const;
+
+  private:
+    friend class JsonNode;
+
+    JsonDocument(std::string file, std::string text, FaultHandler onFault);
+
+    void fault(const JsonNode& at, std::string problem) const;
+
+    std::string m_file;
+    std::string m_text;
+    FaultHandler m_onFault;
+    boost::json::monotonic_resource m_memory;
+    // On the same memory from the start, so that the parser's value is taken over, not copied.
+    boost::json::value m_top = boost::json::value(boost::json::storage_ptr(&m_memory));
+};
+
+template <typename Visit>
+void JsonNode::forEachElement(Visit visit) const {
+    const auto* array = m_value->if_array();
+    if (array == nullptr) {
+        fault("A list was expected here.");
+        return;
+    }
+    for (std::size_t index = 0; index < array->size(); ++index)
+        visit(JsonNode((*array)[index], *this, index));
+}
+
+template <typename Visit>
+void JsonNode::forEachMember(Visit visit) const {
+    const auto* object = m_value->if_object();
+    if (object == nullptr) {
+        fault("An object was expected here.");
+        return;
+    }
+    for (const auto& member : *object) {
+        const std::string_view key(member.key().data(), member.key().size());
+        visit(key, JsonNode(member.value(), *this, key));
+    }
+}
+
+}  // namespace reference::docset

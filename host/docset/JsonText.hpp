@@ -1,0 +1,17 @@
+// JSON laid out for a person to read. For this project's own programs; not installed.
+#pragma once
+
+#include <iosfwd>
+
+#include <boost/json/fwd.hpp>
+
+#include "foundation/core/export.hpp"
+
+namespace reference::docset {
+
+// Writes `value` with each member and element on a line of its own, indented by two spaces a level;
+// empty objects and lists, and lists of short texts, stay on one line. Plain UTF-8, members in
+// their order. No line end after the value.
+VELTRA_HOST_API void writeJson(std::ostream& out, const boost::json::value& value);
+
+}  // namespace reference::docset

@@ -1,0 +1,76 @@
+#include "docset/ProductFileReader.hpp"
+
+#include <utility>
+
+#include "docset/Formats.hpp"
+#include "docset/ItemReader.hpp"
+#include "docset/JsonDocument.hpp"
+#include "fl/i18n/utf.hpp"
+
+namespace reference::docset {
+namespace {
+
+void readHeaderFields(const JsonNode& node, ProductHeader& header) {
+    header.shortName = node.requiredTextOf("shortName", false);
+    header.displayName = node.requiredTextOf("displayName", true);
+    header.helpFolder = node.requiredTextOf("helpFolder", true);
+    header.version = node.textOf("version");
+}
+
+}  // namespace
+
+std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
+                                             std::string_view relativePath,
+                                             const FaultHandler& onFault) {
+    const auto document = JsonDocument::read(root, relativePath, onFault);
+    if (!document)
+        return std::nullopt;
+    const auto top = document->top(lookupFormat, formatVersion);
+    if (!top || !top->isObjectOf({"format", "formatVersion", "product", "entities"}))
+        return std::nullopt;
+    LookupContents contents;
+    const auto product = top->require("product");
+    const auto entities = top->require("entities");
+    if (!product || !entities ||
+        !product->isObjectOf({"shortName", "displayName", "helpFolder", "version"}))
+        return std::nullopt;
+    readHeaderFields(*product, contents.header);
+    entities->forEachMember([&](std::string_view name, const JsonNode& list) {
+        auto& records = contents.entities[fl::i18n::toUtf16(name)];
+        list.forEachElement(
+            [&](const JsonNode& node) { records.push_back(readLookupRecord(node)); });
+    });
+    return contents;
+}
+
+std::optional<std::vector<ReferenceContents>> readReferenceFile(const std::filesystem::path& root,
+                                                                std::string_view relativePath,
+                                                                const FaultHandler& onFault) {
+    const auto document = JsonDocument::read(root, relativePath, onFault);
+    if (!document)
+        return std::nullopt;
+    const auto top = document->top(referenceFormat, formatVersion);
+    if (!top || !top->isObjectOf({"format", "formatVersion", "products"}))
+        return std::nullopt;
+    const auto products = top->require("products");
+    if (!products)
+        return std::nullopt;
+    std::vector<ReferenceContents> all;
+    products->forEachElement([&](const JsonNode& node) {
+        if (!node.isObjectOf({"shortName", "displayName", "helpFolder", "version", "pages"}))
+            return;
+        ReferenceContents contents;
+        readHeaderFields(node, contents.header);
+        if (const auto pages = node.require("pages"))
+            pages->forEachMember([&](std::string_view href, const JsonNode& list) {
+                const std::u16string key = fl::i18n::toUtf16(href);
+                auto& items = contents.pages[key];
+                list.forEachElement(
+                    [&](const JsonNode& item) { items.push_back(readItem(item, key)); });
+            });
+        all.push_back(std::move(contents));
+    });
+    return all;
+}
+
+}  // namespace reference::docset

@@ -1,0 +1,278 @@
+#include "docset/publish.hpp"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstring>
+#include <fstream>
+#include <set>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
+#include <boost/json/value.hpp>
+
+#include "docset/ContainedFile.hpp"
+#include "docset/Formats.hpp"
+#include "docset/ItemWriter.hpp"
+#include "docset/JsonText.hpp"
+#include "docset/Manifest.hpp"
+#include "fl/i18n/utf.hpp"
+
+namespace reference::docset {
+namespace {
+
+namespace fs = std::filesystem;
+namespace json = boost::json;
+
+constexpr const char* lockFileName = ".documentation-set.lock";
+
+[[noreturn]] void fail(const fs::path& file, const std::string& problem) {
+    throw PublishError(file.string() + ": " + problem);
+}
+
+[[noreturn]] void failWithErrno(const fs::path& file, const char* what) {
+    const int code = errno;
+    fail(file, std::string(what) + ": " + std::strerror(code) + ".");
+}
+
+// A file descriptor that closes itself.
+class Descriptor {
+  public:
+    Descriptor(const fs::path& file, int flags)
+        : m_number(::open(file.c_str(), flags | O_CLOEXEC, 0644)) {
+        if (m_number < 0)
+            failWithErrno(file, "The file cannot be opened");
+    }
+    Descriptor(const Descriptor&) = delete;  // one owner closes
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() { ::close(m_number); }
+
+    [[nodiscard]] int number() const noexcept { return m_number; }
+
+  private:
+    int m_number;
+};
+
+void flushToDisk(const fs::path& file, int flags) {
+    const Descriptor descriptor(file, flags);
+    if (::fsync(descriptor.number()) != 0)
+        failWithErrno(file, "The file could not be written to the disk");
+}
+
+void writeFile(const fs::path& file, const json::value& value) {
+    {
+        std::ofstream stream(file, std::ios::binary | std::ios::trunc);
+        if (!stream)
+            failWithErrno(file, "The file cannot be created");
+        writeJson(stream, value);
+        stream << '\n';
+        stream.close();
+        if (!stream)
+            failWithErrno(file, "The file could not be written");
+    }
+    flushToDisk(file, O_RDONLY);
+}
+
+std::string utf8(const std::u16string& text) {
+    return fl::i18n::toUtf8(text);
+}
+
+json::object headerMembers(const ProductHeader& header) {
+    return {{"shortName", utf8(header.shortName)},
+            {"displayName", utf8(header.displayName)},
+            {"helpFolder", utf8(header.helpFolder)},
+            {"version", utf8(header.version)}};
+}
+
+json::object lookupDocument(const ProductDocumentation& documentation) {
+    json::object entities;
+    entities.reserve(documentation.entities.size());
+    for (const auto& [name, records] : documentation.entities) {
+        json::array list;
+        for (const auto& record : records)
+            list.push_back(toJson(record));
+        entities.emplace(utf8(name), std::move(list));
+    }
+    return {{"format", lookupFormat},
+            {"formatVersion", formatVersion},
+            {"product", headerMembers(documentation.header)},
+            {"entities", std::move(entities)}};
+}
+
+json::object referenceDocument(const ProductDocumentation& documentation) {
+    json::object pages;
+    pages.reserve(documentation.pages.size());
+    for (const auto& [href, items] : documentation.pages) {
+        json::array list;
+        for (const auto& item : items)
+            list.push_back(toJson(item, EmptyMembers::Omit));
+        pages.emplace(utf8(href), std::move(list));
+    }
+    json::object product = headerMembers(documentation.header);
+    product.emplace("pages", std::move(pages));
+    json::array products;
+    products.push_back(std::move(product));
+    return {{"format", referenceFormat},
+            {"formatVersion", formatVersion},
+            {"products", std::move(products)}};
+}
+
+json::object manifestDocument(const Manifest& manifest) {
+    json::array locales;
+    for (const auto& locale : manifest.locales)
+        locales.push_back(json::value(locale));
+    json::array products;
+    for (const auto& product : manifest.products) {
+        json::object files;
+        for (const auto& [locale, names] : product.files) {
+            json::object entry{{"lookup", names.lookup}};
+            if (!names.reference.empty())
+                entry.emplace("reference", names.reference);
+            files.emplace(locale, std::move(entry));
+        }
+        products.push_back(json::object{{"shortName", utf8(product.shortName)},
+                                        {"installed", product.installed},
+                                        {"files", std::move(files)}});
+    }
+    return {{"format", manifestFormat},
+            {"formatVersion", formatVersion},
+            {"title", manifest.title},
+            {"locales", std::move(locales)},
+            {"products", std::move(products)}};
+}
+
+// The manifest of the set at `root`, or a new one where there is none.
+Manifest currentManifest(const fs::path& root, const std::string& locale) {
+    if (fs::exists(root / manifestFileName)) {
+        // A manifest that could not be read whole would lose products when it is written again.
+        auto manifest = readManifest(
+            root, [](const Fault& fault) { throw PublishError(fault.toString()); });
+        return std::move(*manifest);
+    }
+    for (const auto& entry : fs::directory_iterator(root))
+        if (entry.path().filename() != lockFileName &&
+            entry.path().filename() != fs::path(locale))
+            fail(root, "The folder is not empty and holds no documentation set (no " +
+                           std::string(manifestFileName) +
+                           "); name an empty or new folder, or the root of a set.");
+    return {.title = "Documentation", .locales = {locale}, .products = {}};
+}
+
+// A product's short name as the beginning of a file name.
+std::string fileStem(const std::u16string& shortName) {
+    std::string stem;
+    for (const char byte : utf8(shortName)) {
+        const bool plain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
+                           (byte >= '0' && byte <= '9') || byte == '_' || byte == '.';
+        stem += plain ? byte : '_';
+    }
+    return stem + "-";
+}
+
+bool isEditionOf(const std::string& fileName, const std::string& stem) {
+    if (!fileName.starts_with(stem))
+        return false;
+    const std::string_view rest = std::string_view(fileName).substr(stem.size());
+    const auto digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
+    const std::string_view ending = rest.substr(digits);
+    return digits > 0 && (ending == ".lookup.json" || ending == ".reference.json");
+}
+
+// Two files of `folder` under names that no file bears yet.
+ProductFiles newEdition(const fs::path& root, const std::string& locale, const std::string& stem) {
+    for (std::size_t edition = 1;; ++edition) {
+        const std::string start = locale + "/" + stem + std::to_string(edition);
+        ProductFiles files{.lookup = start + ".lookup.json",
+                           .reference = start + ".reference.json"};
+        if (!fs::exists(root / files.lookup) && !fs::exists(root / files.reference))
+            return files;
+    }
+}
+
+std::set<std::string> namedFiles(const Manifest& manifest) {
+    std::set<std::string> names;
+    for (const auto& product : manifest.products)
+        for (const auto& [locale, files] : product.files) {
+            names.insert(files.lookup);
+            names.insert(files.reference);
+        }
+    return names;
+}
+
+// Removes the product's editions that neither manifest names: those that were replaced before the
+// last time, and what a stopped process left behind.
+void removeOldEditions(const fs::path& root, const std::string& locale, const std::string& stem,
+                       const std::set<std::string>& kept) {
+    std::error_code ignored;  // a file that stays behind harms nobody
+    for (const auto& entry : fs::directory_iterator(root / locale, ignored)) {
+        const std::string name = entry.path().filename().string();
+        if (isEditionOf(name, stem) && !kept.contains(locale + "/" + name))
+            fs::remove(entry.path(), ignored);
+    }
+}
+
+ManifestProduct& productIn(Manifest& manifest, const std::u16string& shortName) {
+    const auto found = std::ranges::find(manifest.products, shortName, &ManifestProduct::shortName);
+    if (found != manifest.products.end())
+        return *found;
+    manifest.products.push_back({.shortName = shortName, .installed = true, .files = {}});
+    return manifest.products.back();
+}
+
+void publishLocked(const fs::path& root, const std::string& locale,
+                   const ProductDocumentation& documentation) {
+    const Manifest before = currentManifest(root, locale);
+    Manifest after = before;
+    if (std::ranges::find(after.locales, locale) == after.locales.end())
+        after.locales.push_back(locale);
+
+    const std::string stem = fileStem(documentation.header.shortName);
+    fs::create_directories(root / locale);
+    const ProductFiles files = newEdition(root, locale, stem);
+    writeFile(root / files.lookup, lookupDocument(documentation));
+    writeFile(root / files.reference, referenceDocument(documentation));
+    flushToDisk(root / locale, O_RDONLY | O_DIRECTORY);
+
+    ManifestProduct& product = productIn(after, documentation.header.shortName);
+    product.installed = true;
+    product.files[locale] = files;
+    const fs::path manifestFile = root / manifestFileName;
+    const fs::path newManifestFile = manifestFile.string() + ".new";
+    writeFile(newManifestFile, manifestDocument(after));
+    fs::rename(newManifestFile, manifestFile);
+    flushToDisk(root, O_RDONLY | O_DIRECTORY);
+
+    std::set<std::string> kept = namedFiles(before);
+    kept.merge(namedFiles(after));
+    removeOldEditions(root, locale, stem, kept);
+}
+
+}  // namespace
+
+void publishProduct(const fs::path& root, const std::string& locale,
+                    const ProductDocumentation& documentation) {
+    if (documentation.header.shortName.empty())
+        fail(root, "The product has no short name; a set files products by it.");
+    if (const auto reason = whyNotContained(locale); reason || locale.find('/') != locale.npos)
+        fail(root, "\"" + locale + "\" is no locale; it must be a folder name such as en_US.");
+    try {
+        fs::create_directories(root);
+        const fs::path lockFile = root / lockFileName;
+        const Descriptor lock(lockFile, O_RDWR | O_CREAT);
+        while (::flock(lock.number(), LOCK_EX) != 0)
+            if (errno != EINTR)
+                failWithErrno(lockFile, "The lock on the documentation set cannot be had");
+        publishLocked(root, locale, documentation);
+    } catch (const fs::filesystem_error& error) {
+        throw PublishError(error.path1().string() + ": " + error.code().message() + ".");
+    }
+}
+
+}  // namespace reference::docset

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+#include "docset/ProductDocumentation.hpp"
+#include "foundation/core/export.hpp"
+
+namespace reference::docset {
+
+// A documentation set could not be written. what() says which file and why.
+class VELTRA_HOST_API PublishError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// Puts a product into the documentation set in the folder `root`, as an installed product, adding
+// it or replacing what the set has of it in `locale`. A root that does not exist, or is an empty
+// folder, becomes a new set with that locale.
+//
+// One atomic step: the product's files are written under names that nobody reads yet, and the
+// manifest that names them replaces the old one by a rename. Whenever the process or the machine
+// stops, a reader finds either the old product or the new one, whole. The files that the old
+// manifest named stay until the next call for the same product, for readers that still hold it.
+// Calls from several processes wait for each other.
+//
+// `locale` is a folder name such as "en_US". Throws PublishError when the root holds something
+// else, its manifest is faulty, or a file cannot be written; the set is then as it was. Any thread.
+VELTRA_HOST_API void publishProduct(const std::filesystem::path& root, const std::string& locale,
+                                    const ProductDocumentation& documentation);
+
+}  // namespace reference::docset

@@ -1,0 +1,175 @@
+#include "docset/validate.hpp"
+
+#include <algorithm>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "docset/Formats.hpp"
+#include "docset/JsonDocument.hpp"
+#include "docset/Manifest.hpp"
+#include "docset/ProductFileReader.hpp"
+#include "fl/i18n/utf.hpp"
+
+namespace reference::docset {
+namespace {
+
+namespace fs = std::filesystem;
+using property::RefEntityType;
+using property::RefItem;
+
+std::string utf8(const std::u16string& text) {
+    return fl::i18n::toUtf8(text);
+}
+
+// The names under which an item is found: those of its entities, and its classes' properties.
+std::set<std::u16string> namesIn(const std::vector<RefItem>& items) {
+    std::set<std::u16string> names;
+    for (const auto& item : items)
+        for (const auto& entity : item.getRefEntities()) {
+            names.insert(entity.getName());
+            for (const auto& group : item.getClassPropertyGroups())
+                for (const auto& property : group.getClassProperties())
+                    names.insert(entity.getName() + u"." + property.getName());
+        }
+    return names;
+}
+
+class Validator {
+  public:
+    explicit Validator(fs::path root) : m_root(std::move(root)) {}
+
+    ValidationReport run() {
+        const auto manifest = readManifest(m_root, handler());
+        if (!manifest)
+            return std::move(m_report);
+        ++m_report.files;
+        reportRepeatedMembers(manifestFileName);
+        m_report.products = manifest->products.size();
+        for (const auto& product : manifest->products)
+            for (const auto& [locale, files] : product.files)
+                checkProduct(product, files);
+        return std::move(m_report);
+    }
+
+  private:
+    using ReferenceByProduct = std::map<std::u16string, ReferenceContents>;
+
+    [[nodiscard]] FaultHandler handler() {
+        return [this](const Fault& fault) { m_report.faults.push_back(fault); };
+    }
+
+    void fault(const std::string& relativePath, std::string field, std::string problem) {
+        m_report.faults.push_back({.file = (m_root / relativePath).string(),
+                                   .field = std::move(field),
+                                   .problem = std::move(problem)});
+    }
+
+    // The reader has reported what keeps the file from being read; only a sound one gets here whole.
+    void reportRepeatedMembers(const std::string& relativePath) {
+        if (const auto document = JsonDocument::read(m_root, relativePath, [](const Fault&) {}))
+            document->reportRepeatedMembersTo(handler());
+    }
+
+    // A reference file that several products share is read once.
+    const ReferenceByProduct& referenceFile(const std::string& relativePath) {
+        const auto [at, isNew] = m_references.try_emplace(relativePath);
+        if (!isNew)
+            return at->second;
+        ++m_report.files;
+        if (auto contents = readReferenceFile(m_root, relativePath, handler())) {
+            reportRepeatedMembers(relativePath);
+            for (auto& product : *contents) {
+                for (const auto& [href, items] : product.pages)
+                    m_report.items += items.size();
+                const std::u16string shortName = product.header.shortName;
+                if (!at->second.emplace(shortName, std::move(product)).second)
+                    fault(relativePath, "products",
+                          "The product \"" + utf8(shortName) + "\" occurs twice in the file.");
+            }
+        }
+        return at->second;
+    }
+
+    void checkProduct(const ManifestProduct& product, const ProductFiles& files) {
+        ++m_report.files;
+        const auto lookup = readLookupFile(m_root, files.lookup, handler());
+        if (lookup) {
+            reportRepeatedMembers(files.lookup);
+            for (const auto& [name, records] : lookup->entities)
+                m_report.entities += records.size();
+            if (lookup->header.shortName != product.shortName)
+                fault(files.lookup, "product.shortName",
+                      "The file is of the product \"" + utf8(lookup->header.shortName) +
+                          "\"; the manifest names it for \"" + utf8(product.shortName) + "\".");
+        }
+        if (files.reference.empty())
+            return;
+        const std::size_t faultsBefore = m_report.faults.size();
+        const auto& references = referenceFile(files.reference);
+        const auto reference = references.find(product.shortName);
+        if (reference == references.end()) {
+            if (m_report.faults.size() == faultsBefore)
+                fault(files.reference, "products",
+                      "The product \"" + utf8(product.shortName) +
+                          "\" is missing; the manifest names this file for it.");
+            return;
+        }
+        if (lookup)
+            compare(*lookup, files, reference->second);
+    }
+
+    void compare(const LookupContents& lookup, const ProductFiles& files,
+                 const ReferenceContents& reference) {
+        if (!(lookup.header == reference.header))
+            fault(files.reference, "products",
+                  "The head of the product \"" + utf8(lookup.header.shortName) +
+                      "\" is not the one that its lookup file has.");
+        std::map<std::u16string, std::set<std::u16string>> namesByHref;
+        for (const auto& [href, items] : reference.pages)
+            namesByHref.emplace(href, namesIn(items));
+
+        std::map<std::u16string, std::set<std::u16string>> filedByHref;
+        for (const auto& [name, records] : lookup.entities)
+            for (const auto& record : records) {
+                filedByHref[record.getHref()].insert(name);
+                checkRecord(name, record.getHref(), files, namesByHref);
+            }
+        for (const auto& [href, items] : reference.pages)
+            for (const auto& item : items)
+                for (const auto& entity : item.getRefEntities())
+                    if (!filedByHref[href].contains(entity.getName()))
+                        fault(files.reference, "pages[\"" + utf8(href) + "\"]",
+                              "No record of the lookup file leads from \"" +
+                                  utf8(entity.getName()) + "\" to this item.");
+    }
+
+    void checkRecord(const std::u16string& name, const std::u16string& href,
+                     const ProductFiles& files,
+                     const std::map<std::u16string, std::set<std::u16string>>& namesByHref) {
+        const auto names = namesByHref.find(href);
+        const std::string field = "entities[\"" + utf8(name) + "\"]";
+        if (names == namesByHref.end())
+            fault(files.lookup, field,
+                  "The href \"" + utf8(href) + "\" is no page of the reference file.");
+        else if (!names->second.contains(name))
+            fault(files.lookup, field,
+                  "The items under \"" + utf8(href) +
+                      "\" have neither an entity nor a class property of this name.");
+    }
+
+    fs::path m_root;
+    ValidationReport m_report;
+    std::map<std::string, ReferenceByProduct> m_references;
+};
+
+}  // namespace
+
+ValidationReport validate(const fs::path& root) {
+    return Validator(root).run();
+}
+
+}  // namespace reference::docset
