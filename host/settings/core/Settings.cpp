@@ -1,0 +1,83 @@
+#include "settings/core/Settings.hpp"
+
+#include <utility>
+
+namespace settings::core {
+namespace {
+
+// Parts a full name at its first dot.
+std::pair<std::string_view, std::string_view> splitFirst(std::string_view fullName) {
+    const auto dot = fullName.find('.');
+    if (dot == std::string_view::npos)
+        return {fullName, {}};
+    return {fullName.substr(0, dot), fullName.substr(dot + 1)};
+}
+
+}  // namespace
+
+Settings::Settings(std::string name, std::string fullName)
+    : m_name(std::move(name)), m_fullName(std::move(fullName)) {}
+
+std::shared_ptr<Settings> Settings::makeRoot() {
+    return std::shared_ptr<Settings>(new Settings({}, {}));
+}
+
+std::shared_ptr<Settings> Settings::declare(std::string_view fullName, SettingsValue initialValue) {
+    const auto [first, rest] = splitFirst(fullName);
+    std::shared_ptr<Settings> child;
+    {
+        const foundation::core::MutexLock lock(m_mutex);
+        auto& place = m_children[std::string(first)];
+        if (!place)
+            place.reset(new Settings(std::string(first), m_fullName.empty()
+                                                             ? std::string(first)
+                                                             : m_fullName + "." + std::string(first)));
+        child = place;
+    }
+    if (!rest.empty())
+        return child->declare(rest, std::move(initialValue));
+    const foundation::core::MutexLock lock(child->m_mutex);
+    if (!child->m_value)
+        child->m_value = std::make_unique<SettingsValue>(std::move(initialValue));
+    else if (child->m_value->index() != initialValue.index())
+        child->throwWrongType();
+    return child;
+}
+
+std::shared_ptr<Settings> Settings::getSettingsByFullName(const std::string& fullName) {
+    const auto [first, rest] = splitFirst(fullName);
+    std::shared_ptr<Settings> child;
+    {
+        const foundation::core::MutexLock lock(m_mutex);
+        const auto found = m_children.find(first);
+        if (found == m_children.end())
+            throw SettingsException("There is no setting \"" +
+                                    (m_fullName.empty() ? "" : m_fullName + ".") +
+                                    std::string(first) + "\"; it must be declared first.");
+        child = found->second;
+    }
+    return rest.empty() ? child : child->getSettingsByFullName(std::string(rest));
+}
+
+SettingsValue Settings::getValue() const {
+    const foundation::core::MutexLock lock(m_mutex);
+    if (!m_value)
+        throw SettingsException("\"" + m_fullName + "\" is a group of settings and has no value.");
+    return *m_value;
+}
+
+void Settings::setValue(SettingsValue value) {
+    const foundation::core::MutexLock lock(m_mutex);
+    if (!m_value)
+        throw SettingsException("\"" + m_fullName + "\" is a group of settings and takes no value.");
+    if (m_value->index() != value.index())
+        throwWrongType();
+    *m_value = std::move(value);
+}
+
+void Settings::throwWrongType() const {
+    throw SettingsException("The setting \"" + m_fullName +
+                            "\" is of another type than the one asked for.");
+}
+
+}  // namespace settings::core
