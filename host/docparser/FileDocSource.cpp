@@ -1,0 +1,332 @@
+#include "docparser/FileDocSource.hpp"
+
+#include <algorithm>
+#include <cstdlib>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <utility>
+
+#define BOOST_DLL_USE_STD_FS
+#include <boost/dll/runtime_symbol_info.hpp>
+
+#include "docparser/DocParserException.hpp"
+#include "docset/Manifest.hpp"
+#include "docset/ProductFileReader.hpp"
+#include "fl/i18n/utf.hpp"
+#include "foundation/core/context/ContextRegistry.hpp"
+#include "foundation/log/basic_diagnostic_logger.hpp"
+#include "settings/in_veltra/settingsRoot.hpp"
+
+namespace reference::docparser {
+namespace {
+
+namespace fs = std::filesystem;
+using docset::Fault;
+using property::HeaderInfo;
+
+// Ends a reading at its first fault.
+void throwFault(const Fault& fault) {
+    throw DocParserException(fault);
+}
+
+// Notes a fault that a whole request need not fail for.
+void logFault(const Fault& fault) {
+    const foundation::log::diagnostic_logger logger("docparser");
+    logger.log(foundation::log::Warning, "left out: " + fault.toString());
+}
+
+// Where the set that is installed with the library lies, seen from the library itself, so that the
+// installation may be moved as a whole.
+fs::path installedDocRoot() {
+    const fs::path library = boost::dll::this_line_location();
+    return (fs::weakly_canonical(library).parent_path() / VELTRA_DATADIR_FROM_LIBDIR / "veltra" /
+            "documentation-set")
+        .lexically_normal();
+}
+
+template <typename T>
+T currentSetting(const char* name) {
+    using foundation::core::context::ContextRegistry;
+    return settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
+        ->getSettingsByFullName(name)
+        ->template get<T>();
+}
+
+HeaderInfo toHeaderInfo(const docset::ProductHeader& header, std::u16string referenceFileName) {
+    return {std::move(referenceFileName), header.helpFolder, header.shortName, header.displayName,
+            header.version};
+}
+
+}  // namespace
+
+DocumentationLocation DocumentationLocation::current() {
+    DocumentationLocation location;
+    location.docRoot = currentSetting<std::string>(settings::in_veltra::docRootSetting);
+    if (location.docRoot.empty())
+        if (const char* fromEnvironment = std::getenv("VELTRA_DOC_ROOT"))
+            location.docRoot = fromEnvironment;
+    if (location.docRoot.empty())
+        location.docRoot = installedDocRoot();
+    location.language = currentSetting<std::string>(settings::in_veltra::docLanguageSetting);
+    for (auto& root : currentSetting<std::vector<std::string>>(
+             settings::in_veltra::supportPackageRootsSetting))
+        location.supportPackageRoots.emplace_back(std::move(root));
+    return location;
+}
+
+// One documentation set, as its manifest described it when it was read.
+struct FileDocSource::ListedSet {
+    fs::path root;
+    docset::Manifest manifest;
+};
+
+// All sets in force, and which file each product is read from. Never changes once made.
+class FileDocSource::Listing {
+  public:
+    struct Product {
+        std::u16string shortName;
+        bool installed;
+        std::shared_ptr<const ListedSet> set;
+        bool fromSupportPackage;
+        docset::ProductFiles files;  // in the locale that the product is read in
+        std::u16string referenceFileName;
+    };
+
+    // A reference file and what getResourceFile calls it.
+    struct File {
+        fs::path root;
+        std::string relativePath;
+        std::u16string name;
+    };
+
+    // `sets` begins with the documentation root's.
+    Listing(DocumentationLocation location, std::vector<std::shared_ptr<const ListedSet>> sets)
+        : m_location(std::move(location)), m_sets(std::move(sets)) {
+        for (const auto& set : m_sets)
+            addProductsOf(set);
+    }
+
+    [[nodiscard]] const DocumentationLocation& location() const noexcept { return m_location; }
+    [[nodiscard]] const std::vector<std::shared_ptr<const ListedSet>>& sets() const noexcept {
+        return m_sets;
+    }
+    [[nodiscard]] const std::vector<Product>& products() const noexcept { return m_products; }
+
+    [[nodiscard]] const Product* find(const std::u16string& shortName) const {
+        const auto found = std::ranges::find(m_products, shortName, &Product::shortName);
+        return found == m_products.end() ? nullptr : &*found;
+    }
+
+    // The file that `resourceFile` names: a reference file in use, else the file of the product of
+    // that short name, else any file of that name below one of the roots. A file that is no longer
+    // in use is what readers of the edition before still ask for.
+    [[nodiscard]] std::optional<File> fileNamed(const std::u16string& resourceFile) const {
+        const auto named =
+            std::ranges::find(m_products, resourceFile, &Product::referenceFileName);
+        const Product* product = named != m_products.end() ? &*named : find(resourceFile);
+        if (product != nullptr && !product->files.reference.empty())
+            return File{product->set->root, product->files.reference, product->referenceFileName};
+        const fs::path path(fl::i18n::toUtf8(resourceFile));
+        for (const auto& set : m_sets) {
+            const fs::path relative =
+                path.is_absolute() ? path.lexically_relative(set->root) : path;
+            std::error_code error;
+            if (!relative.empty() && *relative.begin() != ".." &&
+                fs::is_regular_file(set->root / relative, error))
+                return File{set->root, relative.string(), resourceFile};
+        }
+        return std::nullopt;
+    }
+
+  private:
+    void addProductsOf(const std::shared_ptr<const ListedSet>& set) {
+        const bool fromSupportPackage = set != m_sets.front();
+        for (const auto& product : set->manifest.products) {
+            const auto locale = product.localeFor(m_location.language, set->manifest.locales);
+            if (!locale || find(product.shortName) != nullptr)
+                continue;
+            const docset::ProductFiles& files = product.files.at(*locale);
+            // A relative name is below the documentation root; a support package's files are told
+            // apart from it, and from each other, by their whole path.
+            std::string name = files.reference;
+            if (!name.empty() && fromSupportPackage)
+                name = (set->root / files.reference).string();
+            m_products.push_back({.shortName = product.shortName,
+                                  .installed = product.installed,
+                                  .set = set,
+                                  .fromSupportPackage = fromSupportPackage,
+                                  .files = files,
+                                  .referenceFileName = fl::i18n::toUtf16(name)});
+        }
+    }
+
+    DocumentationLocation m_location;
+    std::vector<std::shared_ptr<const ListedSet>> m_sets;
+    std::vector<Product> m_products;
+};
+
+FileDocSource::FileDocSource() : FileDocSource(&DocumentationLocation::current) {}
+
+FileDocSource::FileDocSource(Locate locate) : m_locate(std::move(locate)) {}
+
+FileDocSource::~FileDocSource() = default;
+
+std::shared_ptr<const FileDocSource::ListedSet> FileDocSource::readSet(const fs::path& root) const {
+    // A faulty product is left out. A manifest of which nothing can be read is the whole set's
+    // fault: the last one that was met.
+    std::vector<Fault> faults;
+    auto manifest =
+        docset::readManifest(root, [&](const Fault& fault) { faults.push_back(fault); });
+    if (!manifest)
+        throw DocParserException(faults.back());
+    std::ranges::for_each(faults, logFault);
+    return std::make_shared<const ListedSet>(
+        ListedSet{.root = fs::absolute(root), .manifest = std::move(*manifest)});
+}
+
+std::shared_ptr<const FileDocSource::ListedSet> FileDocSource::supportPackage(
+    const fs::path& root) {
+    {
+        const foundation::core::MutexLock lock(m_mutex);
+        if (const auto known = m_supportPackages.find(root); known != m_supportPackages.end())
+            return known->second;
+    }
+    std::shared_ptr<const ListedSet> set;
+    try {
+        set = readSet(root);
+    } catch (const DocParserException& exception) {
+        logFault(exception.getFault());
+        set = std::make_shared<const ListedSet>(ListedSet{.root = root, .manifest = {}});
+    }
+    const foundation::core::MutexLock lock(m_mutex);
+    return m_supportPackages.emplace(root, std::move(set)).first->second;
+}
+
+std::shared_ptr<const FileDocSource::Listing> FileDocSource::listing(Freshness freshness) {
+    DocumentationLocation location = m_locate();
+    if (freshness == Freshness::Kept) {
+        const foundation::core::MutexLock lock(m_mutex);
+        if (m_listing && m_listing->location() == location)
+            return m_listing;
+    }
+    std::vector<std::shared_ptr<const ListedSet>> sets{readSet(location.docRoot)};
+    for (const auto& root : location.supportPackageRoots)
+        sets.push_back(supportPackage(root));
+    auto made = std::make_shared<const Listing>(std::move(location), std::move(sets));
+    const foundation::core::MutexLock lock(m_mutex);
+    m_listing = made;
+    return made;
+}
+
+ParsingResults FileDocSource::getResourceLookupFiles() {
+    const auto current = listing(Freshness::Reread);
+    ParsingResults results;
+    for (const auto& product : current->products()) {
+        try {
+            auto contents =
+                docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
+            if (contents->header.shortName != product.shortName)
+                throw DocParserException(
+                    Fault{.file = (product.set->root / product.files.lookup).string(),
+                          .field = "product.shortName",
+                          .problem = "The file is of another product than the manifest says (\"" +
+                                     fl::i18n::toUtf8(product.shortName) + "\")."});
+            auto& lookups = product.installed ? results.installed : results.uninstalled;
+            lookups.emplace(product.shortName,
+                            DocResource<property::RefItemLookup>(
+                                toHeaderInfo(contents->header, product.referenceFileName),
+                                std::move(contents->entities)));
+        } catch (const DocParserException& exception) {
+            logFault(exception.getFault());
+        }
+    }
+    return results;
+}
+
+ReferenceResources FileDocSource::getResourceFile(const std::u16string& resourceFile) {
+    const auto current = listing(Freshness::Kept);
+    const auto file = current->fileNamed(resourceFile);
+    if (!file)
+        throw DocParserException("\"" + fl::i18n::toUtf8(resourceFile) +
+                                 "\" is neither a product nor a reference file below " +
+                                 current->location().docRoot.string() +
+                                 " or the support packages.");
+    auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
+    ReferenceResources resources;
+    for (auto& product : *contents) {
+        // A product that an earlier root has is that root's, whatever else lies in this file.
+        const Listing::Product* listed = current->find(product.header.shortName);
+        if (listed != nullptr && listed->set->root != file->root)
+            continue;
+        std::u16string shortName = product.header.shortName;
+        resources.emplace(std::move(shortName),
+                          DocResource<property::RefItem>(toHeaderInfo(product.header, file->name),
+                                                         std::move(product.pages)));
+    }
+    return resources;
+}
+
+ReferenceRoots FileDocSource::getReferenceRoots() {
+    const DocumentationLocation location = m_locate();
+    ReferenceRoots roots{.docRoot = fl::i18n::toUtf16(location.docRoot.string()),
+                         .supportPackageRoots = {}};
+    for (const auto& root : location.supportPackageRoots)
+        roots.supportPackageRoots.push_back(fl::i18n::toUtf16(root.string()));
+    return roots;
+}
+
+std::vector<std::u16string> FileDocSource::getSupportedDocLocales() {
+    std::vector<std::u16string> locales;
+    for (const auto& set : listing(Freshness::Kept)->sets())
+        for (const auto& locale : set->manifest.locales) {
+            const std::u16string name = fl::i18n::toUtf16(locale);
+            if (std::ranges::find(locales, name) == locales.end())
+                locales.push_back(name);
+        }
+    return locales;
+}
+
+ProductLists FileDocSource::getAllProducts(const std::u16string& docRoot,
+                                           const std::vector<std::u16string>& locales,
+                                           const std::u16string& /*locale*/) {
+    auto current = listing(Freshness::Kept);
+    const fs::path root(fl::i18n::toUtf8(docRoot));
+    if (root != current->location().docRoot) {
+        DocumentationLocation location = current->location();
+        location.docRoot = root;
+        auto sets = current->sets();
+        sets.front() = readSet(root);
+        current = std::make_shared<const Listing>(std::move(location), std::move(sets));
+    }
+    const auto isAdmitted = [&](const Listing::Product& product) {
+        return locales.empty() ||
+               std::ranges::any_of(product.set->manifest.locales, [&](const std::string& locale) {
+                   return std::ranges::find(locales, fl::i18n::toUtf16(locale)) != locales.end();
+               });
+    };
+    ProductLists lists;
+    for (const auto& product : current->products()) {
+        if (!isAdmitted(product))
+            continue;
+        ProductPathData data(product.shortName, fl::i18n::toUtf16(product.set->root.string()));
+        if (product.fromSupportPackage)
+            lists.supportPackageProducts.push_back(data);
+        lists.products.push_back(std::move(data));
+    }
+    return lists;
+}
+
+bool FileDocSource::isProductInstalled(const std::u16string& product) {
+    const auto current = listing(Freshness::Kept);
+    const Listing::Product* found = current->find(product);
+    return found != nullptr && found->installed;
+}
+
+void FileDocSource::clearSupportPackageCaches() {
+    const foundation::core::MutexLock lock(m_mutex);
+    m_supportPackages.clear();
+    m_listing.reset();
+}
+
+}  // namespace reference::docparser
