@@ -1,0 +1,41 @@
+#pragma once
+
+#include "property/HeaderInfo.hpp"
+#include "property/RefItem.hpp"
+#include "reference/api/export.hpp"
+
+namespace reference::api {
+
+// One result of a search: an entry of the documentation with the header of the product that it was
+// found in. One thread at a time may change an object, many may read it.
+class VELTRA_REFERENCE_API ReferenceData {
+  public:
+    // A default header and a default item.
+    ReferenceData();
+    ReferenceData(property::HeaderInfo header, property::RefItem item);
+
+    ReferenceData(ReferenceData&& other) noexcept;
+    ReferenceData& operator=(ReferenceData&& other) noexcept;
+    ~ReferenceData();
+
+    // An item may be large and results travel by the thousand, so that a copy is always asked for
+    // by name: copy().
+    ReferenceData(const ReferenceData&) = delete;
+    ReferenceData& operator=(const ReferenceData&) = delete;
+
+    // A deep copy, sharing no storage with this object.
+    [[nodiscard]] ReferenceData copy() const;
+
+    // References live as long as this object is neither changed nor gone.
+    [[nodiscard]] const property::HeaderInfo& getHeaderInfo() const noexcept { return m_header; }
+    [[nodiscard]] const property::RefItem& getRefItem() const noexcept { return m_item; }
+
+    [[nodiscard]] static const char* getZORBClassName() noexcept;
+    [[nodiscard]] static const char* getZORBPackageName() noexcept;
+
+  private:
+    property::HeaderInfo m_header;
+    property::RefItem m_item;
+};
+
+}  // namespace reference::api

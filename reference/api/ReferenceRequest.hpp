@@ -1,0 +1,106 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "property/RefEntityType.hpp"
+#include "reference/api/EntityCaseSensitivity.hpp"
+#include "reference/api/EntityPrecision.hpp"
+#include "reference/api/RefRequestComparator.hpp"
+#include "reference/api/export.hpp"
+
+namespace reference::api {
+
+// What a caller asks the reference library for: the text to look for, which kinds of entity and
+// which products to consider, how to match the text and how to order the results.
+//
+// A plain value, copied into every retriever. One thread at a time may change an object, many may
+// read it. Nothing here fails but for want of memory.
+class VELTRA_REFERENCE_API ReferenceRequest {
+  public:
+    // Empty text, any type, any product, case and package count, results as they are found.
+    ReferenceRequest();
+
+    // As the default, for `text`: a name ("pkg.Class.method"), or words where the retriever
+    // searches texts. Empty `types` admit every type, empty `products` every installed product
+    // (they are named by short name, letter case counting).
+    explicit ReferenceRequest(std::u16string text);
+    ReferenceRequest(std::u16string text, std::vector<property::RefEntityType::Value> types);
+    ReferenceRequest(std::u16string text, std::vector<property::RefEntityType::Value> types,
+                     std::vector<std::u16string> products);
+
+    ReferenceRequest(const ReferenceRequest& other);
+    ReferenceRequest& operator=(const ReferenceRequest& other);
+    // The source is left with an empty text, no types and no products; before it is searched with
+    // again it needs a comparator.
+    ReferenceRequest(ReferenceRequest&& other) noexcept;
+    ReferenceRequest& operator=(ReferenceRequest&& other) noexcept;
+    ~ReferenceRequest();
+
+    // A request that every text matches: it finds all entities of the given types in the given
+    // products. The only way to have isAllTextMatch() true: a request that has been made stays of
+    // its kind, whatever setters are called on it.
+    [[nodiscard]] static ReferenceRequest createMatchAllTextRequest(
+        std::vector<property::RefEntityType::Value> types, std::vector<std::u16string> products);
+
+    // The same as the copy constructor.
+    [[nodiscard]] ReferenceRequest copy() const;
+
+    // Append at the end; what is there already is kept, duplicates too.
+    void addProducts(std::vector<std::u16string> products);
+    void addReferenceTypes(std::vector<property::RefEntityType::Value> types);
+
+    [[nodiscard]] bool isAllTextMatch() const noexcept { return m_isAllTextMatch; }
+    [[nodiscard]] bool isCaseSensitive() const noexcept {
+        return m_caseSensitivity == EntityCaseSensitivity::Sensitive;
+    }
+    [[nodiscard]] bool isExactMatch() const noexcept {
+        return m_precision == EntityPrecision::Exact_Match;
+    }
+
+    // Any 32-bit number is stored as it is.
+    [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
+        return m_caseSensitivity;
+    }
+    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value) noexcept {
+        m_caseSensitivity = value;
+    }
+    [[nodiscard]] EntityPrecision::Value getEntityPrecision() const noexcept {
+        return m_precision;
+    }
+    void setEntityPrecision(EntityPrecision::Value value) noexcept { m_precision = value; }
+
+    // References live as long as this object is neither changed nor gone.
+    [[nodiscard]] const std::u16string& getEntityText() const noexcept { return m_entityText; }
+    void setEntityText(std::u16string text) { m_entityText = std::move(text); }
+    [[nodiscard]] const std::vector<property::RefEntityType::Value>& getTypes() const noexcept {
+        return m_types;
+    }
+    [[nodiscard]] const std::vector<std::u16string>& getProducts() const noexcept {
+        return m_products;
+    }
+
+    // What orders the results. An empty function may be set; a search that has two results to
+    // order then throws std::bad_function_call.
+    [[nodiscard]] const RefRequestComparator& getRefRequestComparator() const noexcept {
+        return m_comparator;
+    }
+    void setRefRequestComparator(RefRequestComparator comparator) {
+        m_comparator = std::move(comparator);
+    }
+
+    [[nodiscard]] static const char* getZORBClassName() noexcept;
+    [[nodiscard]] static const char* getZORBPackageName() noexcept;
+
+  private:
+    bool m_isAllTextMatch = false;
+    std::u16string m_entityText;
+    std::vector<property::RefEntityType::Value> m_types;
+    std::vector<std::u16string> m_products;
+    RefRequestComparator m_comparator;
+    EntityCaseSensitivity::Value m_caseSensitivity = EntityCaseSensitivity::Sensitive;
+    EntityPrecision::Value m_precision = EntityPrecision::Exact_Match;
+};
+
+}  // namespace reference::api

@@ -1,0 +1,36 @@
+#include "reference/api/comparator/CompoundReferenceComparator.hpp"
+
+#include <utility>
+
+#include "reference/api/hostNames.hpp"
+
+namespace reference::api::comparator {
+
+CompoundReferenceComparator::CompoundReferenceComparator() = default;
+
+CompoundReferenceComparator::CompoundReferenceComparator(
+    std::vector<RefRequestComparator> comparators)
+    : m_comparators(std::move(comparators)) {}
+
+// The reverse question comes first. For a well-formed comparator the order of the two makes no
+// difference; of a broken one that says yes both ways, the no is taken, so that the chain as a whole
+// never puts a before b and b before a.
+bool CompoundReferenceComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
+    for (const auto& comparator : m_comparators) {
+        if (comparator(b, a))
+            return false;
+        if (comparator(a, b))
+            return true;
+    }
+    return false;
+}
+
+const char* CompoundReferenceComparator::getZORBClassName() noexcept {
+    return "CompoundReferenceComparator";
+}
+
+const char* CompoundReferenceComparator::getZORBPackageName() noexcept {
+    return comparatorPackageName;
+}
+
+}  // namespace reference::api::comparator
