@@ -89,7 +89,8 @@ class FileDocSource::Listing {
         bool installed;
         std::shared_ptr<const ListedSet> set;
         bool fromSupportPackage;
-        docset::ProductFiles files;  // in the locale that the product is read in
+        std::string locale;          // that the product is read in
+        docset::ProductFiles files;  // in that locale
         std::u16string referenceFileName;
     };
 
@@ -156,6 +157,7 @@ class FileDocSource::Listing {
                                   .installed = product.installed,
                                   .set = set,
                                   .fromSupportPackage = fromSupportPackage,
+                                  .locale = *locale,
                                   .files = files,
                                   .referenceFileName = fl::i18n::toUtf16(name)});
         }
@@ -321,6 +323,16 @@ bool FileDocSource::isProductInstalled(const std::u16string& product) {
     const auto current = listing(Freshness::Kept);
     const Listing::Product* found = current->find(product);
     return found != nullptr && found->installed;
+}
+
+std::vector<ListedProduct> FileDocSource::listProducts() {
+    std::vector<ListedProduct> listed;
+    for (const auto& product : listing(Freshness::Kept)->products())
+        listed.push_back({.shortName = product.shortName,
+                          .installed = product.installed,
+                          .locale = product.locale,
+                          .root = product.set->root});
+    return listed;
 }
 
 void FileDocSource::clearSupportPackageCaches() {

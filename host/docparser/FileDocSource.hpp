@@ -27,6 +27,16 @@ struct VELTRA_HOST_API DocumentationLocation {
     friend bool operator==(const DocumentationLocation&, const DocumentationLocation&) = default;
 };
 
+// What the documentation roots list of one product. Texts in UTF-8 but for the name.
+struct ListedProduct {
+    std::u16string shortName;
+    bool installed = false;
+    // The locale that the product is read in.
+    std::string locale;
+    // The documentation set that it is read from.
+    std::filesystem::path root;
+};
+
 // Reads documentation sets from folders: the documentation root and the support packages. A product
 // that an earlier root has hides one of the same short name in a later one. A product that lacks
 // the wanted locale is read in the first of its set's locales that it has.
@@ -63,6 +73,9 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
                                 const std::u16string& locale) override;
     bool isProductInstalled(const std::u16string& product) override;
     void clearSupportPackageCaches() override;
+
+    // All products of all roots, readable or not, in the order of the roots and their manifests.
+    [[nodiscard]] std::vector<ListedProduct> listProducts();
 
   private:
     struct ListedSet;

@@ -1,7 +1,9 @@
 #include "docset/ItemWriter.hpp"
 
+#include <algorithm>
+#include <cstdint>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <vector>
 
 #include <boost/json/array.hpp>
@@ -19,10 +21,10 @@ using namespace property;
 // Gathers the members of one object.
 class Members {
   public:
-    explicit Members(EmptyMembers emptyMembers) : m_emptyMembers(emptyMembers) {}
+    explicit Members(JsonForm form) : m_form(form) {}
 
     Members& text(json::string_view name, const std::u16string& value) {
-        if (m_emptyMembers == EmptyMembers::Keep || !value.empty())
+        if (m_form == JsonForm::Complete || !value.empty())
             m_object.emplace(name, fl::i18n::toUtf8(value));
         return *this;
     }
@@ -32,9 +34,21 @@ class Members {
         return *this;
     }
 
+    // A value of an enumeration, by its name where it has one.
+    template <typename Enumeration>
+    Members& enumeration(json::string_view name, typename Enumeration::Value value) {
+        const auto& named = Enumeration::namedValues();
+        const bool isNamed = std::ranges::find(named, value) != named.end();
+        if (isNamed || m_form == JsonForm::Complete)
+            m_object.emplace(name, Enumeration::enumToString(value));
+        else
+            m_object.emplace(name, static_cast<std::uint32_t>(value));
+        return *this;
+    }
+
     template <typename Element, typename Write>
     Members& list(json::string_view name, const std::vector<Element>& elements, Write write) {
-        if (m_emptyMembers == EmptyMembers::Omit && elements.empty())
+        if (m_form == JsonForm::Set && elements.empty())
             return *this;
         json::array array;
         array.reserve(elements.size());
@@ -52,34 +66,36 @@ class Members {
     [[nodiscard]] json::object take() { return std::move(m_object); }
 
   private:
-    EmptyMembers m_emptyMembers;
+    JsonForm m_form;
     json::object m_object;
 };
 
 // Writes items with one treatment of empty members throughout.
 class ItemWriter {
   public:
-    explicit ItemWriter(EmptyMembers emptyMembers) : m_emptyMembers(emptyMembers) {}
+    explicit ItemWriter(JsonForm form) : m_form(form) {}
 
     [[nodiscard]] json::object item(const RefItem& item) const {
-        Members members(m_emptyMembers);
-        members.list("entities", item.getRefEntities(), [](const RefEntity& e) { return entity(e); })
+        Members members(m_form);
+        members
+            .list("entities", item.getRefEntities(),
+                  [this](const RefEntity& e) { return entity(e); })
             .text("packageName", item.getPackageName())
             .text("purpose", item.getPurpose())
             .text("introduced", item.getIntroduced())
             .text("description", item.getDescription());
-        json::object thumbnail = Members(EmptyMembers::Omit)
-                                     .text("source", item.getAppThumbnail().getSource())
-                                     .text("alternativeText",
-                                           item.getAppThumbnail().getAlternativeText())
-                                     .take();
-        json::object object = members.take();
-        if (!thumbnail.empty())
-            object.emplace("appThumbnail", std::move(thumbnail));
-        if (m_emptyMembers == EmptyMembers::Keep ||
+        if (m_form == JsonForm::Complete ||
             item.getDeprecationStatus() != DeprecationStatus::Current)
-            object.emplace("deprecationStatus",
-                           DeprecationStatus::enumToString(item.getDeprecationStatus()));
+            members.enumeration<DeprecationStatus>("deprecationStatus",
+                                                   item.getDeprecationStatus());
+        json::object object = members.take();
+        const AppThumbnail& thumbnail = item.getAppThumbnail();
+        if (!(thumbnail == AppThumbnail()))
+            object.emplace("appThumbnail",
+                           Members(JsonForm::Set)
+                               .text("source", thumbnail.getSource())
+                               .text("alternativeText", thumbnail.getAlternativeText())
+                               .take());
         json::object lists = listsOf(item);
         for (auto& member : lists)
             object.emplace(member.key(), std::move(member.value()));
@@ -89,10 +105,10 @@ class ItemWriter {
   private:
     [[nodiscard]] json::object listsOf(const RefItem& item) const {
         const auto info = [this](const ObjectInfo& i) { return objectInfo(i); };
-        return Members(m_emptyMembers)
+        return Members(m_form)
             .list("syntaxGroups", item.getSyntaxGroups(),
                   [this](const SyntaxGroup& group) {
-                      return Members(m_emptyMembers)
+                      return Members(m_form)
                           .text("title", group.getTitle())
                           .texts("syntaxes", group.getSyntaxes())
                           .take();
@@ -100,7 +116,7 @@ class ItemWriter {
             .list("inputs", item.getInputs(), info)
             .list("inputGroups", item.getInputGroups(),
                   [&](const InputGroup& group) {
-                      return Members(m_emptyMembers)
+                      return Members(m_form)
                           .text("title", group.getTitle())
                           .list("inputs", group.getInputs(), info)
                           .take();
@@ -108,28 +124,28 @@ class ItemWriter {
             .list("outputs", item.getOutputs(), info)
             .list("classPropertyGroups", item.getClassPropertyGroups(),
                   [&](const ClassPropertyGroup& group) {
-                      return Members(m_emptyMembers)
+                      return Members(m_form)
                           .text("title", group.getTitle())
                           .list("properties", group.getClassProperties(), info)
                           .take();
                   })
             .list("seeAlso", item.getSeeAlsoInfo(),
                   [this](const SeeAlso& seeAlso) {
-                      return Members(m_emptyMembers)
+                      return Members(m_form)
                           .text("page", seeAlso.getPage())
                           .always("name", fl::i18n::toUtf8(seeAlso.getName()))
                           .take();
                   })
             .list("examples", item.getExamples(),
                   [this](const Example& example) {
-                      return Members(m_emptyMembers)
+                      return Members(m_form)
                           .text("title", example.getTitle())
                           .text("code", example.getCode())
                           .take();
                   })
             .list("parameters", item.getParameters(),
                   [this](const Parameter& parameter) {
-                      return Members(m_emptyMembers)
+                      return Members(m_form)
                           .always("name", fl::i18n::toUtf8(parameter.getName()))
                           .text("purpose", parameter.getPurpose())
                           .text("defaultValue", parameter.getDefaultValue())
@@ -138,16 +154,16 @@ class ItemWriter {
             .take();
     }
 
-    [[nodiscard]] static json::object entity(const RefEntity& entity) {
-        return Members(EmptyMembers::Keep)
-            .text("name", entity.getName())
-            .always("type", RefEntityType::enumToString(entity.getRefEntityType()))
-            .always("functionType", FunctionType::enumToString(entity.getFunctionType()))
+    [[nodiscard]] json::object entity(const RefEntity& entity) const {
+        return Members(m_form)
+            .always("name", fl::i18n::toUtf8(entity.getName()))
+            .enumeration<RefEntityType>("type", entity.getRefEntityType())
+            .enumeration<FunctionType>("functionType", entity.getFunctionType())
             .take();
     }
 
     [[nodiscard]] json::object objectInfo(const ObjectInfo& info) const {
-        return Members(m_emptyMembers)
+        return Members(m_form)
             .always("name", fl::i18n::toUtf8(info.getName()))
             .text("purpose", info.getPurpose())
             .text("href", info.getHref())
@@ -155,22 +171,22 @@ class ItemWriter {
             .take();
     }
 
-    EmptyMembers m_emptyMembers;
+    JsonForm m_form;
 };
 
 }  // namespace
 
 json::object toJson(const RefItemLookup& record) {
-    return Members(EmptyMembers::Omit)
-        .always("type", RefEntityType::enumToString(record.getType()))
-        .always("functionType", FunctionType::enumToString(record.getFunctionType()))
+    return Members(JsonForm::Set)
+        .enumeration<RefEntityType>("type", record.getType())
+        .enumeration<FunctionType>("functionType", record.getFunctionType())
         .text("href", record.getHref())
         .text("purpose", record.getPurpose())
         .take();
 }
 
-json::object toJson(const RefItem& item, EmptyMembers emptyMembers) {
-    return ItemWriter(emptyMembers).item(item);
+json::object toJson(const RefItem& item, JsonForm form) {
+    return ItemWriter(form).item(item);
 }
 
 }  // namespace reference::docset

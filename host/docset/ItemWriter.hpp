@@ -10,13 +10,19 @@
 
 namespace reference::docset {
 
-// Whether members that say nothing (empty texts and lists, status Current) are written.
-enum class EmptyMembers { Keep, Omit };
+// Two forms of the same members.
+enum class JsonForm {
+    // As a documentation set has them: what says nothing (empty texts and lists, status Current) is
+    // left out, and a number without a name is a number.
+    Set,
+    // As programs like to read them: every member is there, and numbers without a name are texts.
+    Complete,
+};
 
-// The record's or item's members, in the order in which the format documents them. The item's href
+// The record's (in the form Set) or item's members, in the order in which the format documents them. The item's href
 // is not among them: in a set it is the key under which the item is filed. Any thread.
 [[nodiscard]] VELTRA_HOST_API boost::json::object toJson(const property::RefItemLookup& record);
 [[nodiscard]] VELTRA_HOST_API boost::json::object toJson(const property::RefItem& item,
-                                                         EmptyMembers emptyMembers);
+                                                         JsonForm form);
 
 }  // namespace reference::docset

@@ -112,7 +112,7 @@ json::object referenceDocument(const ProductDocumentation& documentation) {
     for (const auto& [href, items] : documentation.pages) {
         json::array list;
         for (const auto& item : items)
-            list.push_back(toJson(item, EmptyMembers::Omit));
+            list.push_back(toJson(item, JsonForm::Set));
         pages.emplace(utf8(href), std::move(list));
     }
     json::object product = headerMembers(documentation.header);
