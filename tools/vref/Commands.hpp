@@ -1,0 +1,62 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+#include "vref/Documentation.hpp"
+#include "vref/ExitStatus.hpp"
+#include "vref/Query.hpp"
+
+// The commands of the tool. Each writes its answer to the standard output stream and messages to
+// the standard error stream, returns the exit status, and throws UnusableError, or what the library
+// throws, where it cannot go on.
+namespace reference::tools {
+
+struct FindOptions {
+    DocumentationOptions documentation;
+    QueryOptions query;
+    std::optional<std::size_t> limit;
+    bool json = false;
+    bool hrefs = false;
+};
+
+// Prints the entries that bear a name.
+ExitStatus find(const FindOptions& options);
+
+struct ShowOptions {
+    DocumentationOptions documentation;
+    // The name may be an href as well.
+    QueryOptions query;
+    bool json = false;
+};
+
+// Prints one entry as a manual page.
+ExitStatus show(const ShowOptions& options);
+
+struct ProductsOptions {
+    DocumentationOptions documentation;
+    bool json = false;
+};
+
+// Lists the products.
+ExitStatus products(const ProductsOptions& options);
+
+struct ImportSphinxOptions {
+    std::string source;
+    std::string product;
+    std::string root;
+    std::string locale;       // empty: the first locale of the set, en_US for a new one
+    std::string displayName;  // empty: the project's own name
+    std::string version;      // empty: the project's own
+    std::string helpFolder;   // empty: the product's short name
+    bool listAll = false;
+};
+
+// Imports a built Sphinx tree into a documentation set.
+ExitStatus importSphinx(const ImportSphinxOptions& options);
+
+// Checks a documentation set.
+ExitStatus validate(const std::string& root);
+
+}  // namespace reference::tools

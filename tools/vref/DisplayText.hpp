@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace reference::tools {
+
+// Text as it fills the cells of a terminal. All texts are well-formed UTF-8. Any thread.
+
+// How many columns the text takes: two for a wide or fullwidth character (Unicode Standard Annex
+// 11), none for a combining mark or a control character, one for any other.
+[[nodiscard]] std::size_t displayWidth(std::string_view text);
+
+// The text, cut with an ellipsis where it would take more than `width` columns.
+[[nodiscard]] std::string cutToWidth(std::string_view text, std::size_t width);
+
+// The text with spaces at the end, so that it takes at least `width` columns.
+[[nodiscard]] std::string padToWidth(std::string_view text, std::size_t width);
+
+// The text in lines of at most `width` columns, broken where Unicode Standard Annex 14 allows; a
+// word that is longer than a line has a line of its own, uncut. Line feeds in the text stay, and so
+// does a line's leading white space; an empty text has no lines.
+[[nodiscard]] std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width);
+
+// The text without control characters but line feed and tabulator: documentation must not be able
+// to steer a terminal.
+[[nodiscard]] std::string withoutControls(std::string_view text);
+
+}  // namespace reference::tools

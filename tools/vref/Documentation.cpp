@@ -1,0 +1,154 @@
+#include "vref/Documentation.hpp"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdlib>
+#include <iostream>
+#include <string_view>
+#include <utility>
+
+#include "docparser/DocParserException.hpp"
+#include "docparser/DocResourceParser.hpp"
+#include "fl/i18n/utf.hpp"
+#include "foundation/core/context/ContextRegistry.hpp"
+#include "foundation/log/basic_diagnostic_logger.hpp"
+#include "settings/in_veltra/settingsRoot.hpp"
+#include "vref/ExitStatus.hpp"
+
+namespace reference::tools {
+namespace {
+
+using docparser::DocParserException;
+using docparser::FileDocSource;
+
+std::shared_ptr<settings::core::Settings> setting(const char* name) {
+    using foundation::core::context::ContextRegistry;
+    return settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
+        ->getSettingsByFullName(name);
+}
+
+// Products that are left out are reported through the log, which is off unless somebody asks for
+// it. A user of the tool always wants to know.
+void showWarnings() {
+    const char* wanted = std::getenv("VELTRA_LOG");
+    if (wanted != nullptr && *wanted != '\0')
+        return;
+    setting(settings::in_veltra::logSetting)->setValue(std::string("docparser=4"));
+    foundation::log::setLogSink([](const foundation::log::LogRecord& record) {
+        std::cerr << "vref: " << record.text << '\n';
+    });
+}
+
+std::string folded(std::string_view locale) {
+    std::string text(locale);
+    std::ranges::transform(text, text.begin(), [](char letter) {
+        if (letter == '-')
+            return '_';
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    });
+    return text;
+}
+
+// The set's locale that the user means: by its name, however it is written, or by its language
+// alone ("ja").
+std::string chooseLocale(const std::string& wanted, const std::vector<std::u16string>& locales) {
+    std::string known;
+    for (const auto& name : locales) {
+        const std::string locale = fl::i18n::toUtf8(name);
+        const std::string plain = folded(locale);
+        if (plain == folded(wanted) || plain.substr(0, plain.find('_')) == folded(wanted))
+            return locale;
+        known += (known.empty() ? "" : ", ") + locale;
+    }
+    throw UnusableError("There is no documentation in the language \"" + wanted +
+                        "\"; there is: " + known + ".");
+}
+
+}  // namespace
+
+// The file source, with a word to the user for each reference file that cannot be read: the library
+// leaves such a product out without one.
+class Documentation::ReportingSource final : public docparser::DocSource {
+  public:
+    docparser::ParsingResults getResourceLookupFiles() override {
+        return m_files.getResourceLookupFiles();
+    }
+    docparser::ReferenceResources getResourceFile(const std::u16string& resourceFile) override {
+        try {
+            return m_files.getResourceFile(resourceFile);
+        } catch (const DocParserException& exception) {
+            ++m_unreadable;
+            std::cerr << "vref: left out: " << exception.what() << '\n';
+            throw;
+        }
+    }
+    docparser::ReferenceRoots getReferenceRoots() override { return m_files.getReferenceRoots(); }
+    std::vector<std::u16string> getSupportedDocLocales() override {
+        return m_files.getSupportedDocLocales();
+    }
+    docparser::ProductLists getAllProducts(const std::u16string& docRoot,
+                                           const std::vector<std::u16string>& locales,
+                                           const std::u16string& locale) override {
+        return m_files.getAllProducts(docRoot, locales, locale);
+    }
+    bool isProductInstalled(const std::u16string& product) override {
+        return m_files.isProductInstalled(product);
+    }
+    void clearSupportPackageCaches() override { m_files.clearSupportPackageCaches(); }
+
+    [[nodiscard]] FileDocSource& files() noexcept { return m_files; }
+    [[nodiscard]] std::size_t unreadable() const noexcept { return m_unreadable; }
+
+  private:
+    FileDocSource m_files;
+    std::atomic<std::size_t> m_unreadable{0};
+};
+
+Documentation::Documentation(const DocumentationOptions& options)
+    : m_source(std::make_shared<ReportingSource>()) {
+    showWarnings();
+    if (!options.docRoot.empty())
+        setting(settings::in_veltra::docRootSetting)->setValue(options.docRoot);
+    try {
+        if (!options.language.empty())
+            setting(settings::in_veltra::docLanguageSetting)
+                ->setValue(chooseLocale(options.language, m_source->getSupportedDocLocales()));
+        else
+            static_cast<void>(m_source->getSupportedDocLocales());
+    } catch (const DocParserException& exception) {
+        throw UnusableError(std::string("There is no usable documentation set. ") +
+                            exception.what() +
+                            "\nName one with --doc-root or VELTRA_DOC_ROOT; \"vref validate ROOT\" "
+                            "tells what is wrong with it.");
+    }
+    docparser::DocResourceParser::setSource(m_source);
+}
+
+Documentation::~Documentation() {
+    docparser::DocResourceParser::setSource(nullptr);
+}
+
+std::size_t Documentation::unreadableFiles() const {
+    return m_source->unreadable();
+}
+
+std::vector<docparser::ListedProduct> Documentation::products() const {
+    return m_source->files().listProducts();
+}
+
+void Documentation::requireInstalled(const std::u16string& product) const {
+    std::string installed;
+    for (const auto& listed : products()) {
+        if (listed.shortName == product && listed.installed)
+            return;
+        if (listed.shortName == product)
+            throw UnusableError("The product \"" + fl::i18n::toUtf8(product) +
+                                "\" is known but not installed, so that it cannot be searched.");
+        if (listed.installed)
+            installed += (installed.empty() ? "" : ", ") + fl::i18n::toUtf8(listed.shortName);
+    }
+    throw UnusableError("There is no product \"" + fl::i18n::toUtf8(product) +
+                        "\"; installed are: " + (installed.empty() ? "none" : installed) + ".");
+}
+
+}  // namespace reference::tools

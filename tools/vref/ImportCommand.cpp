@@ -1,0 +1,88 @@
+#include <chrono>
+#include <filesystem>
+#include <iomanip>
+#include <iostream>
+#include <optional>
+#include <sstream>
+
+#include "docset/Fault.hpp"
+#include "docset/Manifest.hpp"
+#include "docset/publish.hpp"
+#include "fl/i18n/utf.hpp"
+#include "sphinx/ImportTree.hpp"
+#include "vref/Commands.hpp"
+#include "vref/ProgressBar.hpp"
+#include "vref/Terminal.hpp"
+
+namespace reference::tools {
+namespace {
+
+namespace sphinx = importers::sphinx;
+
+constexpr const char* localeOfNewSets = "en_US";
+
+// As many objects without a description are listed as fit a screen.
+constexpr std::size_t fewObjects = 20;
+
+// The locale to file the product under when the user names none.
+std::string defaultLocale(const std::string& root) {
+    if (!std::filesystem::exists(std::filesystem::path(root) / docset::manifestFileName))
+        return localeOfNewSets;
+    const auto manifest = docset::readManifest(root, [](const docset::Fault& fault) {
+        throw UnusableError("The documentation set cannot be added to. " + fault.toString());
+    });
+    return manifest->locales.front();
+}
+
+void writeSummary(std::ostream& out, const sphinx::ImportReport& report, bool listAll) {
+    std::size_t all = 0;
+    for (const auto& [type, count] : report.entitiesByKind) {
+        out << "  " << std::setw(7) << count << "  " << property::RefEntityType::enumToString(type)
+            << '\n';
+        all += count;
+    }
+    out << "  " << std::setw(7) << all << "  in all, from " << report.pagesRead << " pages\n";
+    if (report.undescribed.empty())
+        return;
+    out << "No description was found of " << report.undescribed.size() << ":\n";
+    const std::size_t shown =
+        listAll ? report.undescribed.size() : std::min(report.undescribed.size(), fewObjects);
+    for (std::size_t at = 0; at < shown; ++at)
+        out << "  " << report.undescribed[at] << '\n';
+    if (shown < report.undescribed.size())
+        out << "  and " << report.undescribed.size() - shown << " more (--list-all)\n";
+}
+
+}  // namespace
+
+ExitStatus importSphinx(const ImportSphinxOptions& options) {
+    const auto start = std::chrono::steady_clock::now();
+    const std::string locale =
+        options.locale.empty() ? defaultLocale(options.root) : options.locale;
+
+    const Terminal terminal = Terminal::ofStandardError();
+    std::optional<ProgressBar> progress(std::in_place, std::cerr, terminal,
+                                        "importing " + options.product);
+    const auto result = sphinx::importTree(
+        {.source = options.source,
+         .shortName = fl::i18n::toUtf16(options.product),
+         .displayName = fl::i18n::toUtf16(options.displayName),
+         .version = fl::i18n::toUtf16(options.version),
+         .helpFolder = fl::i18n::toUtf16(options.helpFolder),
+         .progress = [&](std::size_t done, std::size_t total) { progress->update(done, total); }});
+    progress.reset();
+    docset::publishProduct(options.root, locale, result.documentation);
+
+    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+    const auto& header = result.documentation.header;
+    std::cout << fl::i18n::toUtf8(header.displayName) << ' ' << fl::i18n::toUtf8(header.version)
+              << " is now the product \"" << options.product << "\" (" << locale << ") of "
+              << options.root << ":\n";
+    writeSummary(std::cout, result.report, options.listAll);
+    std::cout << "Time: " << std::fixed << std::setprecision(1) << elapsed.count() << " s\n";
+    for (const auto& fault : result.report.faults)
+        std::cerr << "vref: passed over: " << fault.page << ": " << fault.problem << '\n';
+    return result.report.faults.empty() ? Success : Incomplete;
+}
+
+}  // namespace reference::tools

@@ -1,0 +1,117 @@
+#include "vref/ResultList.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <ostream>
+#include <vector>
+
+#include "fl/i18n/utf.hpp"
+#include "property/DeprecationStatus.hpp"
+#include "property/RefEntityType.hpp"
+#include "vref/DisplayText.hpp"
+
+namespace reference::tools {
+namespace {
+
+using property::DeprecationStatus;
+using property::RefEntityType;
+
+// A column is no wider than this, so that one long name does not push the others off the line.
+constexpr std::size_t widestColumn = 60;
+
+struct Row {
+    std::string names;
+    std::string kinds;
+    std::string product;
+    std::string status;  // empty for what is current
+    std::string purpose;
+    std::string href;
+};
+
+std::string shown(const std::u16string& text) {
+    return withoutControls(fl::i18n::toUtf8(text));
+}
+
+std::string statusText(DeprecationStatus::Value status) {
+    return status == DeprecationStatus::Current
+               ? std::string()
+               : "(" + DeprecationStatus::enumToString(status) + ") ";
+}
+
+Row toRow(const api::ReferenceData& result) {
+    const auto& item = result.getRefItem();
+    std::string purpose = shown(item.getPurpose());
+    std::ranges::replace(purpose, '\n', ' ');
+    return {.names = namesOf(result),
+            .kinds = kindsOf(result),
+            .product = shown(result.getHeaderInfo().getShortName()),
+            .status = statusText(item.getDeprecationStatus()),
+            .purpose = std::move(purpose),
+            .href = shown(item.getHref())};
+}
+
+std::size_t columnWidth(const std::vector<Row>& rows, std::string Row::*column) {
+    std::size_t width = 0;
+    for (const Row& row : rows)
+        width = std::max(width, displayWidth(row.*column));
+    return std::min(width, widestColumn);
+}
+
+std::string joined(const std::vector<std::string>& texts) {
+    std::string all;
+    for (const auto& text : texts)
+        all += (all.empty() ? "" : ", ") + text;
+    return all;
+}
+
+}  // namespace
+
+std::string namesOf(const api::ReferenceData& result) {
+    std::vector<std::string> names;
+    for (const auto& entity : result.getRefItem().getRefEntities())
+        names.push_back(shown(entity.getName()));
+    return names.empty() ? shown(result.getRefItem().getHref()) : joined(names);
+}
+
+std::string kindsOf(const api::ReferenceData& result) {
+    std::vector<std::string> kinds;
+    for (const auto& entity : result.getRefItem().getRefEntities()) {
+        std::string kind = RefEntityType::enumToString(entity.getRefEntityType());
+        if (std::ranges::find(kinds, kind) == kinds.end())
+            kinds.push_back(std::move(kind));
+    }
+    return joined(kinds);
+}
+
+void writeList(std::ostream& out, const Terminal& terminal,
+               std::span<const api::ReferenceData> results, bool hrefs) {
+    std::vector<Row> rows;
+    rows.reserve(results.size());
+    std::ranges::transform(results, std::back_inserter(rows), toRow);
+    const std::size_t namesWidth = columnWidth(rows, &Row::names);
+    const std::size_t kindsWidth = columnWidth(rows, &Row::kinds);
+    const std::size_t productWidth = columnWidth(rows, &Row::product);
+
+    for (const Row& row : rows) {
+        const std::string names = padToWidth(row.names, namesWidth);
+        const std::string middle =
+            "  " + padToWidth(row.kinds, kindsWidth) + "  " + padToWidth(row.product, productWidth);
+        std::string status = row.status;
+        std::string purpose = row.purpose;
+        if (terminal.isTerminal()) {
+            const std::size_t used = displayWidth(names) + displayWidth(middle) + 2;
+            std::size_t left = terminal.width() > used ? terminal.width() - used : 0;
+            status = cutToWidth(status, left);
+            left -= displayWidth(status);
+            purpose = cutToWidth(purpose, left);
+        }
+        std::string end = terminal.styled(Style::Warning, status) + purpose;
+        if (!end.empty())
+            end.insert(0, "  ");
+        out << terminal.styled(Style::Name, names) << middle << end << '\n';
+        if (hrefs)
+            out << "    " << terminal.styled(Style::Faint, row.href) << '\n';
+    }
+}
+
+}  // namespace reference::tools
