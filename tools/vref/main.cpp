@@ -26,13 +26,11 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
     command.add_option("--type", options.types,
                        "Only entities of this type, by name or number; may be repeated")
         ->type_name("TYPE")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     command.add_option("--product", options.products,
                        "Only this product, by its short name; may be repeated")
         ->type_name("PRODUCT")
-        ->expected(1)
-        ->take_all();
+        ->allow_extra_args(false);
     command.add_flag("-i,--ignore-case", options.ignoreCase, "Upper and lower case are the same");
     command.add_flag("--ignore-package", options.ignorePackage,
                      "The name may lack its qualification: gaussian_kde for "

@@ -1,0 +1,30 @@
+# Installs the build tree BUILD_DIR and uses the installation as others would: a program that finds
+# the package veltra_reference runs a query, and the library is built once more on the installed
+# host as on a foreign one. CXX and SOURCE_DIR are those of the build; WORK_DIR is overwritten.
+
+function(run)
+    execute_process(COMMAND ${ARGV} COMMAND_ECHO STDOUT RESULT_VARIABLE result)
+    if(NOT result EQUAL 0)
+        message(FATAL_ERROR "failed: ${ARGV}")
+    endif()
+endfunction()
+
+file(REMOVE_RECURSE "${WORK_DIR}")
+set(prefix "${WORK_DIR}/prefix")
+run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${prefix}")
+
+run("${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${WORK_DIR}/consumer" -G Ninja
+    "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_PREFIX_PATH=${prefix}"
+    "-DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}")
+run("${CMAKE_COMMAND}" --build "${WORK_DIR}/consumer")
+run("${WORK_DIR}/consumer/consumer")
+
+run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${WORK_DIR}/provider" -G Ninja
+    "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_PREFIX_PATH=${prefix}"
+    "-DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}" -DVELTRA_HOST_PROVIDER=veltra_host
+    -DVELTRA_BUILD_TOOLS=OFF -DVELTRA_BUILD_TESTS=OFF)
+run("${CMAKE_COMMAND}" --build "${WORK_DIR}/provider")
+file(GLOB_RECURSE hosts "${WORK_DIR}/provider/*libveltra_host*")
+if(hosts)
+    message(FATAL_ERROR "the embedded host was built although another provider was named: ${hosts}")
+endif()
