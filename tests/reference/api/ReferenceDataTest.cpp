@@ -1,0 +1,72 @@
+#include "reference/api/ReferenceData.hpp"
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "support/Items.hpp"
+
+namespace reference::api {
+namespace {
+
+using property::HeaderInfo;
+using property::RefItem;
+
+static_assert(!std::is_copy_constructible_v<ReferenceData>, "results are copied by name: copy()");
+static_assert(!std::is_copy_assignable_v<ReferenceData>, "results are copied by name: copy()");
+static_assert(std::is_nothrow_move_constructible_v<ReferenceData>);
+static_assert(std::is_nothrow_move_assignable_v<ReferenceData>);
+
+HeaderInfo makeHeader() {
+    return {u"en_US/a-rather-long-file-name.json", u"help", u"short", u"Display", u"1.2"};
+}
+
+TEST(ReferenceDataTest, DefaultHoldsDefaultHeaderAndItem) {
+    const ReferenceData data;
+    EXPECT_EQ(data.getHeaderInfo(), HeaderInfo());
+    EXPECT_EQ(data.getRefItem(), RefItem());
+}
+
+TEST(ReferenceDataTest, HoldsWhatItWasMadeOf) {
+    const ReferenceData data(makeHeader(), tests::makeFullItem(u"ref/probe.html"));
+    EXPECT_EQ(data.getHeaderInfo(), makeHeader());
+    EXPECT_EQ(data.getRefItem(), tests::makeFullItem(u"ref/probe.html"));
+}
+
+TEST(ReferenceDataTest, CopyIsEqualAndSharesNoStorage) {
+    const ReferenceData data(makeHeader(), tests::makeFullItem(u"ref/a-page-with-a-long-name.html"));
+    const ReferenceData copy = data.copy();
+    EXPECT_EQ(copy.getHeaderInfo(), data.getHeaderInfo());
+    EXPECT_EQ(copy.getRefItem(), data.getRefItem());
+    EXPECT_NE(copy.getHeaderInfo().getReferenceFileName().data(),
+              data.getHeaderInfo().getReferenceFileName().data());
+    EXPECT_NE(copy.getRefItem().getHref().data(), data.getRefItem().getHref().data());
+    EXPECT_NE(copy.getRefItem().getInputs().data(), data.getRefItem().getInputs().data());
+    EXPECT_NE(copy.getRefItem().getClassPropertyGroups()[0].getClassProperties().data(),
+              data.getRefItem().getClassPropertyGroups()[0].getClassProperties().data());
+}
+
+TEST(ReferenceDataTest, LaterChangeOfTheSourceDoesNotShowInTheCopy) {
+    ReferenceData data(makeHeader(), tests::makeFullItem(u"ref/probe.html"));
+    const ReferenceData copy = data.copy();
+    data = ReferenceData();
+    EXPECT_EQ(copy.getHeaderInfo(), makeHeader());
+    EXPECT_EQ(copy.getRefItem(), tests::makeFullItem(u"ref/probe.html"));
+}
+
+TEST(ReferenceDataTest, MovedFromObjectIsDestroyedAndAssignedCleanly) {
+    std::optional<ReferenceData> source(std::in_place, makeHeader(),
+                                        tests::makeFullItem(u"ref/probe.html"));
+    const ReferenceData target = std::move(*source);
+    *source = ReferenceData(makeHeader(), RefItem());
+    EXPECT_EQ(source->getHeaderInfo(), makeHeader());
+    const ReferenceData other = std::move(*source);
+    source.reset();
+    EXPECT_EQ(target.getRefItem(), tests::makeFullItem(u"ref/probe.html"));
+    EXPECT_EQ(other.getHeaderInfo(), makeHeader());
+}
+
+}  // namespace
+}  // namespace reference::api

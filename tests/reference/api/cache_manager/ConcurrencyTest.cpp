@@ -1,0 +1,106 @@
+#include <atomic>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "support/LibraryTest.hpp"
+#include "support/Print.hpp"
+
+namespace reference::tests {
+namespace {
+
+using api::ReferenceRequest;
+using cache_manager::ReferenceCacheManager;
+using property::RefEntityType;
+
+constexpr int rounds = 200;
+
+class ConcurrencyTest : public LibraryTest {
+  protected:
+    ConcurrencyTest() {
+        for (const char16_t* name : {u"a", u"b", u"c"})
+            add(ProductBuilder(name)
+                    .entity(u"f", RefEntityType::Function, u"f.html")
+                    .classWith(u"geo.Shape", u"geo", u"shape.html", {{u"Size", {u"Width"}}}));
+        source().shareFile(u"a", u"shared");
+        source().shareFile(u"b", u"shared");
+    }
+
+    // Runs each piece of work in a thread of its own, `rounds` times.
+    static void runTogether(const std::vector<std::function<void()>>& work) {
+        std::vector<std::thread> threads;
+        std::atomic<bool> start{false};
+        for (const auto& piece : work)
+            threads.emplace_back([&piece, &start] {
+                start.wait(false);
+                for (int round = 0; round < rounds; ++round)
+                    piece();
+            });
+        start = true;
+        start.notify_all();
+        for (auto& thread : threads)
+            thread.join();
+    }
+};
+
+// While a cache is being cleared a search may find it empty; it may never find a part of a product.
+TEST_F(ConcurrencyTest, ReadersPopulatorsAndClearersDoNotDisturbEachOther) {
+    std::atomic<int> wrong{0};
+    const auto search = [&wrong](const std::u16string& name, const std::string& expected) {
+        const auto results =
+            api::ReferenceDataRetriever(ReferenceRequest(name)).getReferenceData();
+        for (const auto& result : results)
+            if (dump(result).substr(1) != expected)
+                ++wrong;
+    };
+    runTogether({
+        [&] { search(u"f", ":f[function]@f.html"); },
+        [&] { search(u"geo.Shape", ":geo.Shape[class]@shape.html"); },
+        [&] { search(u"geo.Shape.Width", ":geo.Shape.Width[property]@shape.html#Width"); },
+        [] { ReferenceCacheManager::PopulateLookupCaches(); },
+        [] { ReferenceCacheManager::PopulateUninstalledLookupCache(); },
+        [] { ReferenceCacheManager::PopulateResourceCache(); },
+        [] { ReferenceCacheManager::ClearLookupCaches(); },
+        [] { ReferenceCacheManager::ClearAllCaches(); },
+        [] {
+            static_cast<void>(ReferenceCacheManager::GetLookupCache()->size());
+            static_cast<void>(ReferenceCacheManager::GetUninstalledLookupCache()->size());
+            static_cast<void>(ReferenceCacheManager::GetResourceCache());
+        },
+    });
+    EXPECT_EQ(wrong, 0);
+
+    ReferenceCacheManager::ClearAllCaches();
+    EXPECT_THAT(retrieve(ReferenceRequest(u"f")),
+                ::testing::ElementsAre("a:f[function]@f.html", "b:f[function]@f.html",
+                                       "c:f[function]@f.html"));
+}
+
+TEST_F(ConcurrencyTest, OneFileIsParsedOnceForAllThatAskAtOnce) {
+    const auto fetch = [] {
+        static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(u"shared", u"a"));
+        static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(u"shared", u"b"));
+    };
+    runTogether({fetch, fetch, fetch, fetch});
+    EXPECT_EQ(source().resourceCalls(), 1);
+}
+
+TEST_F(ConcurrencyTest, SearchesWithoutClearingAllAnswerAlike) {
+    std::atomic<int> wrong{0};
+    const auto search = [&wrong] {
+        if (retrieve(ReferenceRequest(u"f")).size() != 3)
+            ++wrong;
+    };
+    runTogether({search, search, search, search});
+    EXPECT_EQ(wrong, 0);
+    EXPECT_EQ(source().lookupCalls(), 1);
+}
+
+}  // namespace
+}  // namespace reference::tests
