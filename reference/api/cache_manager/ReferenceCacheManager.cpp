@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <atomic>
 #include <utility>
 #include <vector>
 
@@ -23,16 +22,31 @@ using LookupCache = ReferenceCacheManager::LookupCache;
 using ResourceCache = ReferenceCacheManager::ResourceCache;
 using LookupCachePtr = std::shared_ptr<const LookupCache>;
 
-// Readers and clearers of a cache hold its own mutex, and no thread ever holds two. One load fills
-// both lookup caches under the one mutex that its caller chose, so that the pointers of the two are
-// atomic besides.
+// The place of a lookup cache's pointer; null: not loaded. Readers and clearers of a cache hold its
+// own mutex, and no thread ever holds two of these. But one load fills both lookup caches under the
+// one mutex that its caller chose, so that the place itself must be safe to share.
+//
+// std::atomic<std::shared_ptr> would say the same, but in GCC 12's library its load() is a data race
+// with a later store (it lets go of the pointer with relaxed order).
+class LookupSlot {
+  public:
+    [[nodiscard]] LookupCachePtr load() const { return std::atomic_load(&m_pointer); }
+    void store(LookupCachePtr pointer) { std::atomic_store(&m_pointer, std::move(pointer)); }
+    [[nodiscard]] LookupCachePtr takeOut() {
+        return std::atomic_exchange(&m_pointer, LookupCachePtr());
+    }
+
+  private:
+    LookupCachePtr m_pointer;
+};
+
 Mutex s_lookupCacheMutex;
 Mutex s_uninstalledLookupCacheMutex;
 Mutex s_resourceCacheMutex;
 Mutex s_startupMutex;
 
-std::atomic<LookupCachePtr> s_lookupCache;             // null: not loaded
-std::atomic<LookupCachePtr> s_uninstalledLookupCache;  // null: not loaded
+LookupSlot s_lookupCache;
+LookupSlot s_uninstalledLookupCache;
 const LookupCachePtr s_emptyLookupCache = std::make_shared<const LookupCache>();
 
 // Grows in place, so that a map that was handed out is always the whole cache. Never null.
@@ -156,13 +170,13 @@ void ReferenceCacheManager::PopulateAllCaches() {
 void ReferenceCacheManager::ClearLookupCache() {
     LookupCachePtr dropped;  // dies after the lock is released
     const MutexLock lock(s_lookupCacheMutex);
-    dropped = s_lookupCache.exchange(nullptr);
+    dropped = s_lookupCache.takeOut();
 }
 
 void ReferenceCacheManager::ClearUninstalledLookupCache() {
     LookupCachePtr dropped;  // dies after the lock is released
     const MutexLock lock(s_uninstalledLookupCacheMutex);
-    dropped = s_uninstalledLookupCache.exchange(nullptr);
+    dropped = s_uninstalledLookupCache.takeOut();
 }
 
 void ReferenceCacheManager::ClearLookupCaches() {
