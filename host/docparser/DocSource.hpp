@@ -36,7 +36,8 @@ class VELTRA_HOST_API DocSource {
     // All products of one reference file, named by what HeaderInfo::getReferenceFileName() of a
     // lookup resource says, or by a product's short name. Called once for a product that is asked
     // for, and again after the caches were cleared.
-    [[nodiscard]] virtual ReferenceResources getResourceFile(const std::u16string& resourceFile) = 0;
+    [[nodiscard]] virtual ReferenceResources getResourceFile(
+        const std::u16string& resourceFile) = 0;
 
     // The folders in force.
     [[nodiscard]] virtual ReferenceRoots getReferenceRoots() = 0;

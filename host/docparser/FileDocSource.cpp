@@ -69,8 +69,8 @@ DocumentationLocation DocumentationLocation::current() {
     if (location.docRoot.empty())
         location.docRoot = installedDocRoot();
     location.language = currentSetting<std::string>(settings::in_veltra::docLanguageSetting);
-    for (auto& root : currentSetting<std::vector<std::string>>(
-             settings::in_veltra::supportPackageRootsSetting))
+    for (auto& root :
+         currentSetting<std::vector<std::string>>(settings::in_veltra::supportPackageRootsSetting))
         location.supportPackageRoots.emplace_back(std::move(root));
     return location;
 }
@@ -123,8 +123,7 @@ class FileDocSource::Listing {
     // that short name, else any file of that name below one of the roots. A file that is no longer
     // in use is what readers of the edition before still ask for.
     [[nodiscard]] std::optional<File> fileNamed(const std::u16string& resourceFile) const {
-        const auto named =
-            std::ranges::find(m_products, resourceFile, &Product::referenceFileName);
+        const auto named = std::ranges::find(m_products, resourceFile, &Product::referenceFileName);
         const Product* product = named != m_products.end() ? &*named : find(resourceFile);
         if (product != nullptr && !product->files.reference.empty())
             return File{product->set->root, product->files.reference, product->referenceFileName};

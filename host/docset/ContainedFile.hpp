@@ -20,9 +20,9 @@ inline constexpr std::size_t largestFile = std::size_t{512} * 1024 * 1024;
 // nothing when it may: it must be relative, name no parent folder and have no empty part.
 [[nodiscard]] std::optional<std::string> whyNotContained(std::string_view relativePath);
 
-// The bytes of a file below `root`. Nothing, after one call of `onFault`, when the name leads out of
-// the root (by its parts or through a link), or the file is missing, not a regular file, too large
-// or unreadable. Never blocks on a pipe or a device. Any thread.
+// The bytes of a file below `root`. Nothing, after one call of `onFault`, when the name leads out
+// of the root (by its parts or through a link), or the file is missing, not a regular file, too
+// large or unreadable. Never blocks on a pipe or a device. Any thread.
 [[nodiscard]] std::optional<std::string> readContainedFile(const std::filesystem::path& root,
                                                            std::string_view relativePath,
                                                            const FaultHandler& onFault);

@@ -102,8 +102,7 @@ Example readExample(const JsonNode& node) {
 Parameter readParameter(const JsonNode& node) {
     if (!node.isObjectOf({"name", "purpose", "defaultValue"}))
         return {};
-    return {node.requiredTextOf("name", true), node.textOf("purpose"),
-            node.textOf("defaultValue")};
+    return {node.requiredTextOf("name", true), node.textOf("purpose"), node.textOf("defaultValue")};
 }
 
 RefEntity readEntity(const JsonNode& node) {

@@ -59,8 +59,9 @@ class Members {
     }
 
     Members& texts(json::string_view name, const std::vector<std::u16string>& values) {
-        return list(name, values,
-                    [](const std::u16string& value) { return json::value(fl::i18n::toUtf8(value)); });
+        return list(name, values, [](const std::u16string& value) {
+            return json::value(fl::i18n::toUtf8(value));
+        });
     }
 
     [[nodiscard]] json::object take() { return std::move(m_object); }

@@ -19,8 +19,9 @@ enum class JsonForm {
     Complete,
 };
 
-// The record's (in the form Set) or item's members, in the order in which the format documents them. The item's href
-// is not among them: in a set it is the key under which the item is filed. Any thread.
+// The record's (in the form Set) or item's members, in the order in which the format documents
+// them. The item's href is not among them: in a set it is the key under which the item is filed.
+// Any thread.
 [[nodiscard]] VELTRA_HOST_API boost::json::object toJson(const property::RefItemLookup& record);
 [[nodiscard]] VELTRA_HOST_API boost::json::object toJson(const property::RefItem& item,
                                                          JsonForm form);

@@ -95,7 +95,8 @@ class JsonDocument {
 
     // The top of the document, when its members "format" and "formatVersion" are those given;
     // reports what they are otherwise.
-    [[nodiscard]] std::optional<JsonNode> top(std::string_view format, unsigned formatVersion) const;
+    [[nodiscard]] std::optional<JsonNode> top(std::string_view format,
+                                              unsigned formatVersion) const;
 
     [[nodiscard]] const std::string& file() const noexcept { return m_file; }
 

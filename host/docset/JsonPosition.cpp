@@ -125,8 +125,7 @@ bool isPlainName(const std::string& name) {
 
 }  // namespace
 
-std::optional<std::size_t> findJsonValue(std::string_view text,
-                                         const std::vector<JsonStep>& path) {
+std::optional<std::size_t> findJsonValue(std::string_view text, const std::vector<JsonStep>& path) {
     std::optional<std::size_t> found;
     walk(text, [&](std::size_t offset, const PathHandler& handler) {
         if (handler.path() == path)
@@ -163,8 +162,9 @@ std::string toFieldName(const std::vector<JsonStep>& path) {
 TextPosition positionOf(std::string_view text, std::size_t offset) {
     const std::string_view before = text.substr(0, std::min(offset, text.size()));
     const auto lineStart = before.rfind('\n');
-    return {.line = static_cast<std::size_t>(std::ranges::count(before, '\n')) + 1,
-            .column = before.size() - (lineStart == std::string_view::npos ? 0 : lineStart + 1) + 1};
+    return {
+        .line = static_cast<std::size_t>(std::ranges::count(before, '\n')) + 1,
+        .column = before.size() - (lineStart == std::string_view::npos ? 0 : lineStart + 1) + 1};
 }
 
 }  // namespace reference::docset

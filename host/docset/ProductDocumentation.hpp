@@ -28,7 +28,8 @@ struct ProductHeader {
 struct ProductDocumentation {
     ProductHeader header;
 
-    // Qualified entity name to its lookup records, in the order in which the documentation has them.
+    // Qualified entity name to its lookup records, in the order in which the documentation has
+    // them.
     std::map<std::u16string, std::vector<property::RefItemLookup>> entities;
 
     // Href to the items filed under it, in page order. Every href of `entities` is a key here, and

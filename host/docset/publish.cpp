@@ -1,17 +1,16 @@
 #include "docset/publish.hpp"
 
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
+#include <fcntl.h>
 #include <fstream>
 #include <set>
 #include <string_view>
+#include <sys/file.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include <boost/json/array.hpp>
@@ -152,13 +151,12 @@ json::object manifestDocument(const Manifest& manifest) {
 Manifest currentManifest(const fs::path& root, const std::string& locale) {
     if (fs::exists(root / manifestFileName)) {
         // A manifest that could not be read whole would lose products when it is written again.
-        auto manifest = readManifest(
-            root, [](const Fault& fault) { throw PublishError(fault.toString()); });
+        auto manifest =
+            readManifest(root, [](const Fault& fault) { throw PublishError(fault.toString()); });
         return std::move(*manifest);
     }
     for (const auto& entry : fs::directory_iterator(root))
-        if (entry.path().filename() != lockFileName &&
-            entry.path().filename() != fs::path(locale))
+        if (entry.path().filename() != lockFileName && entry.path().filename() != fs::path(locale))
             fail(root, "The folder is not empty and holds no documentation set (no " +
                            std::string(manifestFileName) +
                            "); name an empty or new folder, or the root of a set.");

@@ -68,7 +68,8 @@ class Validator {
                                    .problem = std::move(problem)});
     }
 
-    // The reader has reported what keeps the file from being read; only a sound one gets here whole.
+    // The reader has reported what keeps the file from being read; only a sound one gets here
+    // whole.
     void reportRepeatedMembers(const std::string& relativePath) {
         if (const auto document = JsonDocument::read(m_root, relativePath, [](const Fault&) {}))
             document->reportRepeatedMembersTo(handler());

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "docparser/DocParserException.hpp"
-#include "refutils/matchUnqualifiedString.hpp"
 #include "reference/api/hostNames.hpp"
 #include "reference/utils/toLowerCopy.hpp"
+#include "refutils/matchUnqualifiedString.hpp"
 
 namespace reference::api {
 
@@ -42,7 +42,8 @@ void ReferenceDataRetriever::setupRetriever() {
 }
 
 std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
-    const auto products = ReferenceCacheManager::GetProductsWithEntity(m_request, getSearchMethod());
+    const auto products =
+        ReferenceCacheManager::GetProductsWithEntity(m_request, getSearchMethod());
     std::vector<ReferenceData> results;
     if (products.empty())
         return results;
@@ -106,7 +107,8 @@ bool ReferenceDataRetriever::isPropertyMatch(const RefItem& item) const {
     });
 }
 
-// Makes the synthetic entries of an entity's matching properties, and keeps them when there are any.
+// Makes the synthetic entries of an entity's matching properties, and keeps them when there are
+// any.
 bool ReferenceDataRetriever::findPropertyEntities(const RefEntity& entity,
                                                   const RefItem& item) const {
     std::vector<RefItem> found;

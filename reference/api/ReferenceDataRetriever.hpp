@@ -25,8 +25,8 @@ namespace reference::api {
 // Where the request admits properties of classes, a class's entry gives way to one synthetic entry
 // for each of its properties that matches.
 //
-// One object serves one thread at a time, getReferenceData() included although it is const; separate
-// objects may search at the same time.
+// One object serves one thread at a time, getReferenceData() included although it is const;
+// separate objects may search at the same time.
 class VELTRA_REFERENCE_API ReferenceDataRetriever {
   public:
     // A retriever that is to be given its request later. Searching with it finds nothing.
@@ -85,8 +85,8 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     // Whether a property of a class is wanted; `qualifiedName` is the class entity's name, a dot
     // and the property's. Asked of each property, unless everything matches. Here: when that name
     // is the requested one.
-    [[nodiscard]] virtual bool isPropertyContentMatch(const std::u16string& qualifiedName,
-                                                      const property::ClassProperty& property) const;
+    [[nodiscard]] virtual bool isPropertyContentMatch(
+        const std::u16string& qualifiedName, const property::ClassProperty& property) const;
 
     void setupRetriever();
     [[nodiscard]] bool findPropertyEntities(const property::RefEntity& entity,

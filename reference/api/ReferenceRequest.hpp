@@ -66,9 +66,7 @@ class VELTRA_REFERENCE_API ReferenceRequest {
     void setEntityCaseSensitivity(EntityCaseSensitivity::Value value) noexcept {
         m_caseSensitivity = value;
     }
-    [[nodiscard]] EntityPrecision::Value getEntityPrecision() const noexcept {
-        return m_precision;
-    }
+    [[nodiscard]] EntityPrecision::Value getEntityPrecision() const noexcept { return m_precision; }
     void setEntityPrecision(EntityPrecision::Value value) noexcept { m_precision = value; }
 
     // References live as long as this object is neither changed nor gone.

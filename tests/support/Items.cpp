@@ -7,14 +7,22 @@ namespace reference::tests {
 using namespace property;
 
 RefItem makeItem(ItemFields f) {
-    return {std::move(f.href),          std::move(f.entities),
-            std::move(f.packageName),   std::move(f.purpose),
-            std::move(f.introduced),    std::move(f.description),
-            std::move(f.appThumbnail),  f.deprecationStatus,
-            std::move(f.syntaxGroups),  std::move(f.inputs),
-            std::move(f.inputGroups),   std::move(f.outputs),
-            std::move(f.classPropertyGroups), std::move(f.seeAlso),
-            std::move(f.examples),      std::move(f.parameters)};
+    return {std::move(f.href),
+            std::move(f.entities),
+            std::move(f.packageName),
+            std::move(f.purpose),
+            std::move(f.introduced),
+            std::move(f.description),
+            std::move(f.appThumbnail),
+            f.deprecationStatus,
+            std::move(f.syntaxGroups),
+            std::move(f.inputs),
+            std::move(f.inputGroups),
+            std::move(f.outputs),
+            std::move(f.classPropertyGroups),
+            std::move(f.seeAlso),
+            std::move(f.examples),
+            std::move(f.parameters)};
 }
 
 RefItem makeFullItem(std::u16string href) {
@@ -33,10 +41,10 @@ RefItem makeFullItem(std::u16string href) {
                           {u"positive scalar", u"\"auto\""})},
          .inputGroups = {InputGroup(u"Required", {Input(u"rate", u"Samples a second", u"", {})})},
          .outputs = {Output(u"p", u"The probe", u"", {u"Probe"})},
-         .classPropertyGroups =
-             {ClassPropertyGroup(u"Timing", {ClassProperty(u"Rate", u"Samples a second",
-                                                           u"ref/probe.html#Rate", {u"100"})}),
-              ClassPropertyGroup(u"", {ClassProperty(u"Name", u"", u"", {})})},
+         .classPropertyGroups = {ClassPropertyGroup(
+                                     u"Timing", {ClassProperty(u"Rate", u"Samples a second",
+                                                               u"ref/probe.html#Rate", {u"100"})}),
+                                 ClassPropertyGroup(u"", {ClassProperty(u"Name", u"", u"", {})})},
          .seeAlso = {SeeAlso(u"ref/gauge.html", u"pkg.Gauge")},
          .examples = {Example(u"Measure once", u"p = Probe\nread(p)")},
          .parameters = {Parameter(u"Gain", u"Amplification", u"1")}});

@@ -53,8 +53,8 @@ ProductBuilder& ProductBuilder::classWith(const std::u16string& name,
         for (const auto& property : group.properties) {
             properties.emplace_back(property, u"purpose of " + property, href + u"#" + property,
                                     std::vector<std::u16string>{u"value of " + property});
-            record(name + u"." + property, RefEntityType::Property, href,
-                   u"purpose of " + property, FunctionType::Property);
+            record(name + u"." + property, RefEntityType::Property, href, u"purpose of " + property,
+                   FunctionType::Property);
         }
         propertyGroups.emplace_back(group.title, std::move(properties));
     }

@@ -20,10 +20,10 @@ class ProductBuilder {
     explicit ProductBuilder(std::u16string shortName);
 
     // A lookup record alone.
-    ProductBuilder& record(const std::u16string& key, property::RefEntityType::Value type,
-                           const std::u16string& href, std::u16string purpose = {},
-                           property::FunctionType::Value functionType =
-                               property::FunctionType::Function);
+    ProductBuilder& record(
+        const std::u16string& key, property::RefEntityType::Value type, const std::u16string& href,
+        std::u16string purpose = {},
+        property::FunctionType::Value functionType = property::FunctionType::Function);
 
     // An item alone, filed under its own href.
     ProductBuilder& item(property::RefItem item);
@@ -41,8 +41,7 @@ class ProductBuilder {
     };
     ProductBuilder& classWith(const std::u16string& name, const std::u16string& packageName,
                               const std::u16string& href, const std::vector<Group>& groups,
-                              property::RefEntityType::Value type =
-                                  property::RefEntityType::Class);
+                              property::RefEntityType::Value type = property::RefEntityType::Class);
 
     [[nodiscard]] docset::ProductDocumentation build() const { return m_product; }
 

@@ -70,9 +70,9 @@ std::vector<std::u16string> MemorySource::getSupportedDocLocales() {
     return {u"en_US"};
 }
 
-docparser::ProductLists MemorySource::getAllProducts(
-    const std::u16string& docRoot, const std::vector<std::u16string>& /*locales*/,
-    const std::u16string& locale) {
+docparser::ProductLists MemorySource::getAllProducts(const std::u16string& docRoot,
+                                                     const std::vector<std::u16string>& /*locales*/,
+                                                     const std::u16string& locale) {
     m_lastLocale = locale;
     docparser::ProductLists lists;
     for (const auto& [name, product] : m_products)

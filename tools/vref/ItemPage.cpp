@@ -167,8 +167,7 @@ class PageWriter {
     void prose(std::size_t level, const std::string& text, Style style = Style::Plain) {
         const std::size_t whole = std::min(m_terminal.width(), widestProse);
         const std::size_t taken = level * indentStep;
-        const std::size_t width =
-            whole > taken + narrowestProse ? whole - taken : narrowestProse;
+        const std::size_t width = whole > taken + narrowestProse ? whole - taken : narrowestProse;
         for (const auto& line : wrapToWidth(text, width)) {
             if (!line.empty())
                 indent(level);

@@ -89,12 +89,12 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<R
     const auto locale = widest("LOCALE", [](const Row& row) { return row.locale; });
     const auto state = widest("STATE", [](const Row& row) { return row.state; });
     constexpr std::size_t numbers = 8;
-    out << terminal.styled(Style::Heading,
-                           padToWidth("PRODUCT", product) + "  " + padToWidth("VERSION", version) +
-                               "  " + padToWidth("LOCALE", locale) + "  " +
-                               padToWidth("STATE", state) + "  " +
-                               rightAligned("ENTITIES", numbers) + "  " +
-                               rightAligned("PAGES", numbers) + "  NAME")
+    out << terminal.styled(Style::Heading, padToWidth("PRODUCT", product) + "  " +
+                                               padToWidth("VERSION", version) + "  " +
+                                               padToWidth("LOCALE", locale) + "  " +
+                                               padToWidth("STATE", state) + "  " +
+                                               rightAligned("ENTITIES", numbers) + "  " +
+                                               rightAligned("PAGES", numbers) + "  NAME")
         << '\n';
     for (const Row& row : rows)
         out << terminal.styled(Style::Name, padToWidth(row.product, product)) << "  "

@@ -19,9 +19,9 @@ namespace json = boost::json;
 
 // The members in the order that readers are promised; a result's place and summary come first.
 constexpr std::string_view memberOrder[] = {
-    "packageName",  "purpose",      "introduced", "description",         "deprecationStatus",
-    "entities",     "syntaxGroups", "inputs",     "inputGroups",         "outputs",
-    "classPropertyGroups", "seeAlso", "examples", "parameters",          "appThumbnail"};
+    "packageName",  "purpose",    "introduced",  "description", "deprecationStatus",   "entities",
+    "syntaxGroups", "inputs",     "inputGroups", "outputs",     "classPropertyGroups", "seeAlso",
+    "examples",     "parameters", "appThumbnail"};
 
 json::object toJson(const api::ReferenceData& result) {
     const auto& header = result.getHeaderInfo();

@@ -81,10 +81,8 @@ std::vector<ReferenceData> resolve(const ReferenceRequest& request) {
     ReferenceRequest loosest = loose;
     loosest.setEntityCaseSensitivity(api::EntityCaseSensitivity::Insensitive);
     const std::function<std::vector<ReferenceData>()> readings[] = {
-        [&] { return retrieve(request); },
-        [&] { return entriesOfPage(request); },
-        [&] { return retrieve(loose); },
-        [&] { return retrieve(loosest); },
+        [&] { return retrieve(request); },         [&] { return entriesOfPage(request); },
+        [&] { return retrieve(loose); },           [&] { return retrieve(loosest); },
         [&] { return propertiesOfPage(request); },
     };
     for (const auto& reading : readings)

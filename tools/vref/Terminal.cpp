@@ -1,9 +1,8 @@
 #include "vref/Terminal.hpp"
 
+#include <cstdlib>
 #include <sys/ioctl.h>
 #include <unistd.h>
-
-#include <cstdlib>
 
 namespace reference::tools {
 namespace {

@@ -13,22 +13,26 @@ namespace {
 using namespace reference::tools;
 
 void addDocumentationOptions(CLI::App& command, DocumentationOptions& options) {
-    command.add_option("--doc-root", options.docRoot,
-                       "The documentation set to read (else VELTRA_DOC_ROOT, else the one installed "
-                       "with the library)")
+    command
+        .add_option("--doc-root", options.docRoot,
+                    "The documentation set to read (else VELTRA_DOC_ROOT, else the one installed "
+                    "with the library)")
         ->type_name("FOLDER");
-    command.add_option("--language", options.language,
-                       "The language to read it in, such as ja_JP or ja (else the set's first)")
+    command
+        .add_option("--language", options.language,
+                    "The language to read it in, such as ja_JP or ja (else the set's first)")
         ->type_name("LOCALE");
 }
 
 void addQueryOptions(CLI::App& command, QueryOptions& options) {
-    command.add_option("--type", options.types,
-                       "Only entities of this type, by name or number; may be repeated")
+    command
+        .add_option("--type", options.types,
+                    "Only entities of this type, by name or number; may be repeated")
         ->type_name("TYPE")
         ->allow_extra_args(false);
-    command.add_option("--product", options.products,
-                       "Only this product, by its short name; may be repeated")
+    command
+        .add_option("--product", options.products,
+                    "Only this product, by its short name; may be repeated")
         ->type_name("PRODUCT")
         ->allow_extra_args(false);
     command.add_flag("-i,--ignore-case", options.ignoreCase, "Upper and lower case are the same");
@@ -43,8 +47,9 @@ class CommandLine {
     CommandLine() : m_app("Finds and shows reference documentation.", "vref") {
         m_app.require_subcommand(1);
         m_app.set_version_flag("--version", "vref " VELTRA_VERSION);
-        m_app.footer("Exit status: 0 found or done, 1 nothing found or not whole, 2 wrong use or "
-                     "broken documentation.");
+        m_app.footer(
+            "Exit status: 0 found or done, 1 nothing found or not whole, 2 wrong use or "
+            "broken documentation.");
         addFind();
         addShow();
         addProducts();
@@ -106,8 +111,9 @@ class CommandLine {
         command->add_option("--into", m_import.root, "The documentation set; made when missing")
             ->type_name("ROOT")
             ->required();
-        command->add_option("--locale", m_import.locale,
-                            "The locale to file it under (else the set's first, en_US in a new set)");
+        command->add_option(
+            "--locale", m_import.locale,
+            "The locale to file it under (else the set's first, en_US in a new set)");
         command->add_option("--display-name", m_import.displayName,
                             "What readers see (else the project's own name)");
         command->add_option("--product-version", m_import.version,

@@ -25,7 +25,8 @@ void requireWellFormed(std::u16string_view text) {
     for (std::size_t at = 0; at < text.size(); ++at) {
         if (!U16_IS_SURROGATE(text[at]))
             continue;
-        const bool pair = U16_IS_LEAD(text[at]) && at + 1 < text.size() && U16_IS_TRAIL(text[at + 1]);
+        const bool pair =
+            U16_IS_LEAD(text[at]) && at + 1 < text.size() && U16_IS_TRAIL(text[at + 1]);
         if (!pair)
             throw std::invalid_argument("The text is not well-formed UTF-16: unit " +
                                         std::to_string(at) + " is an unpaired surrogate.");

@@ -76,10 +76,8 @@ class Backend : public blog::sinks::basic_sink_backend<blog::sinks::synchronized
             const std::lock_guard lock(m_mutex);
             sink = m_sink;
         }
-        const LogRecord written{.channel = *channel,
-                                .severity = *severity,
-                                .depth = openTraces,
-                                .text = *text};
+        const LogRecord written{
+            .channel = *channel, .severity = *severity, .depth = openTraces, .text = *text};
         if (sink)
             sink(written);
         else

@@ -38,8 +38,8 @@ class basic_diagnostic_logger;
 
 // Writes records on one named channel. A channel is silent until it is switched on: by the setting
 // "veltra.diagnostics.Log" or, where that is empty, by the environment variable VELTRA_LOG. Either
-// holds "channel=severity" pairs divided by commas, and a record passes when its severity is at most
-// the channel's; the channel "*" stands for all that are not named. What is not such a pair is
+// holds "channel=severity" pairs divided by commas, and a record passes when its severity is at
+// most the channel's; the channel "*" stands for all that are not named. What is not such a pair is
 // ignored.
 //
 // Loggers are cheap to make. Any thread, also on one object.

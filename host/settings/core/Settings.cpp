@@ -29,9 +29,9 @@ std::shared_ptr<Settings> Settings::declare(std::string_view fullName, SettingsV
         const foundation::core::MutexLock lock(m_mutex);
         auto& place = m_children[std::string(first)];
         if (!place)
-            place.reset(new Settings(std::string(first), m_fullName.empty()
-                                                             ? std::string(first)
-                                                             : m_fullName + "." + std::string(first)));
+            place.reset(new Settings(
+                std::string(first),
+                m_fullName.empty() ? std::string(first) : m_fullName + "." + std::string(first)));
         child = place;
     }
     if (!rest.empty())
@@ -69,7 +69,8 @@ SettingsValue Settings::getValue() const {
 void Settings::setValue(SettingsValue value) {
     const foundation::core::MutexLock lock(m_mutex);
     if (!m_value)
-        throw SettingsException("\"" + m_fullName + "\" is a group of settings and takes no value.");
+        throw SettingsException("\"" + m_fullName +
+                                "\" is a group of settings and takes no value.");
     if (m_value->index() != value.index())
         throwWrongType();
     *m_value = std::move(value);

@@ -22,8 +22,7 @@ std::shared_ptr<core::Settings> makeContextRoot() {
 
 }  // namespace
 
-std::shared_ptr<core::Settings> getSettingsRoot(
-    foundation::core::context::ContextId contextId) {
+std::shared_ptr<core::Settings> getSettingsRoot(foundation::core::context::ContextId contextId) {
     static std::mutex mutex;
     static std::map<foundation::core::context::ContextId, std::shared_ptr<core::Settings>> roots;
     const std::lock_guard lock(mutex);

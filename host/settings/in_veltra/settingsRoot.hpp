@@ -14,9 +14,9 @@ inline constexpr const char* docLanguageSetting = "veltra.desktop.help.DocLangua
 inline constexpr const char* supportPackageRootsSetting = "veltra.desktop.help.SupportPackageRoots";
 inline constexpr const char* logSetting = "veltra.diagnostics.Log";
 
-// The root of the settings tree of a context; the same one for the same context, made with the settings
-// above declared when it is first asked for. Never null. Lives to the end of the
-// process. Any thread.
+// The root of the settings tree of a context; the same one for the same context, made with the
+// settings above declared when it is first asked for. Never null. Lives to the end of the process.
+// Any thread.
 [[nodiscard]] VELTRA_HOST_API std::shared_ptr<core::Settings> getSettingsRoot(
     foundation::core::context::ContextId contextId);
 

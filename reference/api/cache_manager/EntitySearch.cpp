@@ -5,8 +5,8 @@
 
 #include "property/FunctionType.hpp"
 #include "property/RefEntityType.hpp"
-#include "refutils/matchUnqualifiedString.hpp"
 #include "reference/utils/toLowerCopy.hpp"
+#include "refutils/matchUnqualifiedString.hpp"
 
 namespace reference::cache_manager {
 namespace {
@@ -19,10 +19,10 @@ using enum ReferenceCacheManager::SearchMethod;
 // The kinds of entity that may be asked for without their package. The others (commands, options,
 // pages and the like) have names in which a dot is no qualification.
 const std::unordered_set<RefEntityType::Value> s_unqualifiedMatchTypes = {
-    RefEntityType::Function,    RefEntityType::Class,     RefEntityType::Package,
-    RefEntityType::Method,      RefEntityType::Property,  RefEntityType::Event,
+    RefEntityType::Function,    RefEntityType::Class,       RefEntityType::Package,
+    RefEntityType::Method,      RefEntityType::Property,    RefEntityType::Event,
     RefEntityType::Enumeration, RefEntityType::Constructor, RefEntityType::Interface,
-    RefEntityType::Constant,    RefEntityType::Operator,  RefEntityType::TypeAlias,
+    RefEntityType::Constant,    RefEntityType::Operator,    RefEntityType::TypeAlias,
     RefEntityType::Macro};
 
 bool contains(const std::u16string& text, const std::u16string& part) {
@@ -86,8 +86,8 @@ EntitySearch::Hrefs EntitySearch::findExactEntries(const LookupResource& resourc
 
 EntitySearch::Hrefs EntitySearch::searchLookupEntries(const LookupResource& resource) const {
     // Full-text and page searches do not look at the key, so that it need not be folded for them.
-    const bool foldsKeys = !m_request.isCaseSensitive() && m_method != AllTextSearch &&
-                           m_method != PageNameSearch;
+    const bool foldsKeys =
+        !m_request.isCaseSensitive() && m_method != AllTextSearch && m_method != PageNameSearch;
     Hrefs hrefs;
     std::u16string folded;
     for (const auto& [name, records] : resource.getItems()) {
@@ -116,9 +116,8 @@ void EntitySearch::visit(const std::u16string& key, const Record& record, NameMe
             insertIf(true, record, hrefs);
             return;
         case PageNameSearch: {
-            const std::u16string href = m_request.isCaseSensitive()
-                                            ? record.getHref()
-                                            : toLowerCopy(record.getHref());
+            const std::u16string href =
+                m_request.isCaseSensitive() ? record.getHref() : toLowerCopy(record.getHref());
             insertIf(isEntityNameMatch(href, record), record, hrefs);
             return;
         }
@@ -128,9 +127,9 @@ void EntitySearch::visit(const std::u16string& key, const Record& record, NameMe
     visitByName(key, record, memo, hrefs);
 }
 
-// The name is tested once a key, for its first record of an accepted type, and the answer serves the
-// key's other records, also those of types for which the test itself would come out otherwise: the
-// records of one key document one name, and are found together or not at all.
+// The name is tested once a key, for its first record of an accepted type, and the answer serves
+// the key's other records, also those of types for which the test itself would come out otherwise:
+// the records of one key document one name, and are found together or not at all.
 void EntitySearch::visitByName(const std::u16string& name, const Record& record, NameMemo& memo,
                                Hrefs& hrefs) const {
     if (!isTypeAccepted(record))

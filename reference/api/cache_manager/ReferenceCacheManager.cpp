@@ -26,8 +26,8 @@ using LookupCachePtr = std::shared_ptr<const LookupCache>;
 // own mutex, and no thread ever holds two of these. But one load fills both lookup caches under the
 // one mutex that its caller chose, so that the place itself must be safe to share.
 //
-// std::atomic<std::shared_ptr> would say the same, but in GCC 12's library its load() is a data race
-// with a later store (it lets go of the pointer with relaxed order).
+// std::atomic<std::shared_ptr> would say the same, but in GCC 12's library its load() is a data
+// race with a later store (it lets go of the pointer with relaxed order).
 class LookupSlot {
   public:
     [[nodiscard]] LookupCachePtr load() const { return std::atomic_load(&m_pointer); }

@@ -23,8 +23,7 @@ namespace reference::cache_manager {
 // told at GetResourceCache(). Parser exceptions pass through where nothing else is said.
 class VELTRA_REFERENCE_API ReferenceCacheManager {
   public:
-    using LookupCache =
-        std::map<std::u16string, docparser::DocResource<property::RefItemLookup>>;
+    using LookupCache = std::map<std::u16string, docparser::DocResource<property::RefItemLookup>>;
     using Resource = docparser::DocResource<property::RefItem>;
     using ResourceCache = std::map<std::u16string, std::shared_ptr<const Resource>>;
 

@@ -13,8 +13,8 @@ CompoundReferenceComparator::CompoundReferenceComparator(
     : m_comparators(std::move(comparators)) {}
 
 // The reverse question comes first. For a well-formed comparator the order of the two makes no
-// difference; of a broken one that says yes both ways, the no is taken, so that the chain as a whole
-// never puts a before b and b before a.
+// difference; of a broken one that says yes both ways, the no is taken, so that the chain as a
+// whole never puts a before b and b before a.
 bool CompoundReferenceComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
     for (const auto& comparator : m_comparators) {
         if (comparator(b, a))

@@ -2,9 +2,8 @@
 // that is installed with the library.
 
 #include <cstddef>
-#include <iostream>
-
 #include <fl/i18n/utf.hpp>
+#include <iostream>
 #include <reference/api/ReferenceDataRetriever.hpp>
 #include <reference/api/ReferenceRequest.hpp>
 #include <reference/api/comparator/CompoundReferenceComparator.hpp>

@@ -45,9 +45,9 @@ TEST_F(PropertyExpansionTest, PropertyRecordCarriesWhatItsClassAndItsPropertySay
                         .introduced = u"3.2",
                         .deprecationStatus = DeprecationStatus::Deprecated,
                         .classPropertyGroups = {ClassPropertyGroup(
-                            u"Size", {ClassProperty(u"Height", u"purpose of Height",
-                                                    u"ref/geo.shape.html#Height",
-                                                    {u"value of Height"})})},
+                            u"Size",
+                            {ClassProperty(u"Height", u"purpose of Height",
+                                           u"ref/geo.shape.html#Height", {u"value of Height"})})},
                         .seeAlso = {SeeAlso(u"geo.shape.html", u"geo.Shape")}}));
     EXPECT_EQ(results[0].getHeaderInfo().getShortName(), u"p");
 }
@@ -75,8 +75,7 @@ TEST_F(PropertyExpansionTest, PackageIsAddedToANameThatDoesNotHoldIt) {
         ASSERT_EQ(results.size(), 1u) << c.name;
         EXPECT_EQ(results[0].getRefItem().getRefEntities()[0].getName(), c.expected) << c.name;
         // A page without a folder is its own name.
-        EXPECT_EQ(results[0].getRefItem().getSeeAlsoInfo()[0],
-                  SeeAlso(u"page.html", c.className))
+        EXPECT_EQ(results[0].getRefItem().getSeeAlsoInfo()[0], SeeAlso(u"page.html", c.className))
             << c.name;
     }
 }
@@ -124,19 +123,20 @@ TEST_F(PropertyExpansionTest, MatchAllYieldsTheClassWhenItsTypeIsWantedAndThenEv
 }
 
 TEST_F(PropertyExpansionTest, FirstEntityThatMatchesIsTheOneThatIsExpanded) {
-    const auto item = makeItem(
-        {.href = u"c.html",
-         .entities = {RefEntity(RefEntityType::Class, u"A", FunctionType::NotCallable),
-                      RefEntity(RefEntityType::Class, u"B", FunctionType::NotCallable)},
-         .classPropertyGroups = {
-             ClassPropertyGroup(u"", {ClassProperty(u"x", u"", u"c.html#x", {})})}});
+    const auto item =
+        makeItem({.href = u"c.html",
+                  .entities = {RefEntity(RefEntityType::Class, u"A", FunctionType::NotCallable),
+                               RefEntity(RefEntityType::Class, u"B", FunctionType::NotCallable)},
+                  .classPropertyGroups = {
+                      ClassPropertyGroup(u"", {ClassProperty(u"x", u"", u"c.html#x", {})})}});
     add(ProductBuilder(u"p")
             .item(item)
             .record(u"A.x", RefEntityType::Property, u"c.html")
             .record(u"B.x", RefEntityType::Property, u"c.html"));
     EXPECT_THAT(retrieve(ReferenceRequest(u"B.x")), ElementsAre("p:B.x[property]@c.html#x"));
-    EXPECT_THAT(retrieve(ReferenceRequest::createMatchAllTextRequest({RefEntityType::Property}, {})),
-                ElementsAre("p:A.x[property]@c.html#x"));
+    EXPECT_THAT(
+        retrieve(ReferenceRequest::createMatchAllTextRequest({RefEntityType::Property}, {})),
+        ElementsAre("p:A.x[property]@c.html#x"));
 }
 
 TEST_F(PropertyExpansionTest, PropertiesOfOneSearchDoNotShowInTheNext) {

@@ -1,5 +1,3 @@
-#include "reference/api/ReferenceDataRetriever.hpp"
-
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -9,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "docparser/DocParserException.hpp"
+#include "reference/api/ReferenceDataRetriever.hpp"
 #include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/Print.hpp"
@@ -52,9 +51,9 @@ TEST_F(ReferenceDataRetrieverTest, ResultsKeepProductThenHrefThenPageOrder) {
     add(ProductBuilder(u"a")
             .entity(u"f", RefEntityType::Function, u"y.html")
             .entity(u"f", RefEntityType::Method, u"x.html")
-            .item(makeItem({.href = u"x.html",
-                            .entities = {RefEntity(RefEntityType::Macro, u"second",
-                                                   FunctionType::Macro)}})));
+            .item(makeItem(
+                {.href = u"x.html",
+                 .entities = {RefEntity(RefEntityType::Macro, u"second", FunctionType::Macro)}})));
     EXPECT_THAT(retrieve(ReferenceRequest(u"f")),
                 ElementsAre("a:f[method]@x.html", "a:second[macro]@x.html", "a:f[function]@y.html",
                             "b:f[function]@z.html"));
@@ -77,10 +76,9 @@ TEST_F(ReferenceDataRetrieverTest, ComparatorOrdersAndTiesKeepProductOrder) {
                 .entity(u"f", RefEntityType::Function, u"2.html"));
     ReferenceRequest request(u"f");
     request.setRefRequestComparator(byDisplayNameDown);
-    EXPECT_THAT(retrieve(request),
-                ElementsAre("c:f[function]@1.html", "c:f[function]@2.html", "b:f[function]@1.html",
-                            "b:f[function]@2.html", "a:f[function]@1.html",
-                            "a:f[function]@2.html"));
+    EXPECT_THAT(retrieve(request), ElementsAre("c:f[function]@1.html", "c:f[function]@2.html",
+                                               "b:f[function]@1.html", "b:f[function]@2.html",
+                                               "a:f[function]@1.html", "a:f[function]@2.html"));
 }
 
 TEST_F(ReferenceDataRetrieverTest, EmptyComparatorFailsOnlyWhenThereIsSomethingToCompare) {
@@ -143,9 +141,11 @@ TEST_F(ReferenceDataRetrieverTest, HrefsWithoutItemsContributeNothing) {
 }
 
 TEST_F(ReferenceDataRetrieverTest, NothingIsDeDuplicated) {
-    add(ProductBuilder(u"a").entity(u"f", RefEntityType::Function, u"f.html").item(makeItem(
-        {.href = u"f.html",
-         .entities = {RefEntity(RefEntityType::Function, u"f", FunctionType::Function)}})));
+    add(ProductBuilder(u"a")
+            .entity(u"f", RefEntityType::Function, u"f.html")
+            .item(makeItem(
+                {.href = u"f.html",
+                 .entities = {RefEntity(RefEntityType::Function, u"f", FunctionType::Function)}})));
     EXPECT_THAT(retrieve(ReferenceRequest(u"f")),
                 ElementsAre("a:f[function]@f.html", "a:f[function]@f.html"));
 }
@@ -177,8 +177,9 @@ TEST_F(ReferenceDataRetrieverTest, DefaultRetrieverFindsNothing) {
 }
 
 TEST_F(ReferenceDataRetrieverTest, ResultsOutliveTheCaches) {
-    add(ProductBuilder(u"a").item(makeFullItem(u"full.html")).record(
-        u"pkg.probe", RefEntityType::Function, u"full.html"));
+    add(ProductBuilder(u"a")
+            .item(makeFullItem(u"full.html"))
+            .record(u"pkg.probe", RefEntityType::Function, u"full.html"));
     const auto results =
         ReferenceDataRetriever(ReferenceRequest(u"pkg.probe", {RefEntityType::Function}))
             .getReferenceData();

@@ -1,11 +1,10 @@
-#include "reference/api/ReferenceData.hpp"
-
 #include <optional>
 #include <type_traits>
 #include <utility>
 
 #include <gtest/gtest.h>
 
+#include "reference/api/ReferenceData.hpp"
 #include "support/Items.hpp"
 
 namespace reference::api {
@@ -36,7 +35,8 @@ TEST(ReferenceDataTest, HoldsWhatItWasMadeOf) {
 }
 
 TEST(ReferenceDataTest, CopyIsEqualAndSharesNoStorage) {
-    const ReferenceData data(makeHeader(), tests::makeFullItem(u"ref/a-page-with-a-long-name.html"));
+    const ReferenceData data(makeHeader(),
+                             tests::makeFullItem(u"ref/a-page-with-a-long-name.html"));
     const ReferenceData copy = data.copy();
     EXPECT_EQ(copy.getHeaderInfo(), data.getHeaderInfo());
     EXPECT_EQ(copy.getRefItem(), data.getRefItem());

@@ -1,5 +1,3 @@
-#include "reference/api/ReferenceRequest.hpp"
-
 #include <utility>
 #include <vector>
 
@@ -7,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "reference/api/ReferenceData.hpp"
+#include "reference/api/ReferenceRequest.hpp"
 
 namespace reference::api {
 namespace {
@@ -45,8 +44,7 @@ TEST(ReferenceRequestTest, DefaultAsksForNothingInParticular) {
 
 TEST(ReferenceRequestTest, EveryConstructorStoresAComparatorThatTiesEverything) {
     const std::vector<ReferenceRequest> requests = {
-        ReferenceRequest(), ReferenceRequest(u"a"),
-        ReferenceRequest(u"a", {RefEntityType::Class}),
+        ReferenceRequest(), ReferenceRequest(u"a"), ReferenceRequest(u"a", {RefEntityType::Class}),
         ReferenceRequest(u"a", {RefEntityType::Class}, {u"p"}),
         ReferenceRequest::createMatchAllTextRequest({}, {})};
     for (const auto& request : requests) {
@@ -129,7 +127,8 @@ TEST(ReferenceRequestTest, MoveEmptiesTheSource) {
     const ReferenceRequest target = std::move(source);
     EXPECT_EQ(target.getEntityText(), u"a text longer than any small buffer");
     EXPECT_FALSE(target.isExactMatch());
-    // NOLINTBEGIN(bugprone-use-after-move): what a moved-from request holds is part of its contract.
+    // NOLINTBEGIN(bugprone-use-after-move): what a moved-from request holds is part of its
+    // contract.
     EXPECT_THAT(source.getEntityText(), IsEmpty());
     EXPECT_THAT(source.getTypes(), IsEmpty());
     EXPECT_THAT(source.getProducts(), IsEmpty());

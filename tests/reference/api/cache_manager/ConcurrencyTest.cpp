@@ -53,8 +53,7 @@ class ConcurrencyTest : public LibraryTest {
 TEST_F(ConcurrencyTest, ReadersPopulatorsAndClearersDoNotDisturbEachOther) {
     std::atomic<int> wrong{0};
     const auto search = [&wrong](const std::u16string& name, const std::string& expected) {
-        const auto results =
-            api::ReferenceDataRetriever(ReferenceRequest(name)).getReferenceData();
+        const auto results = api::ReferenceDataRetriever(ReferenceRequest(name)).getReferenceData();
         for (const auto& result : results)
             if (dump(result).substr(1) != expected)
                 ++wrong;

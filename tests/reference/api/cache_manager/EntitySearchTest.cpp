@@ -124,7 +124,9 @@ TEST_F(EntitySearchTest, NamesMatchByCaseAndPrecision) {
          insensitive(withoutPackage(ReferenceRequest(u"PLOT"))),
          {u"p:class.html", u"p:command.html", u"p:function.html", u"p:slash.html"}},
         {"a command keeps its qualification", withoutPackage(ReferenceRequest(u"go")), {}},
-        {"a command by its whole name", withoutPackage(ReferenceRequest(u"pkg.go")), {u"p:go.html"}},
+        {"a command by its whole name",
+         withoutPackage(ReferenceRequest(u"pkg.go")),
+         {u"p:go.html"}},
         {"empty text matches no name", withoutPackage(ReferenceRequest(u"")), {}},
     };
     for (const auto& c : cases)
@@ -138,11 +140,11 @@ TEST_F(EntitySearchTest, ExactlyThirteenTypesMayLackTheirPackage) {
         add(ProductBuilder(u"p" + digits)
                 .record(u"pkg.name", static_cast<RefEntityType::Value>(number), u"x.html"));
     }
-    EXPECT_THAT(search(withoutPackage(ReferenceRequest(u"name"))),
-                ElementsAre(u"p00:x.html", u"p01:x.html", u"p02:x.html", u"p03:x.html",
-                            u"p04:x.html", u"p05:x.html", u"p06:x.html", u"p07:x.html",
-                            u"p08:x.html", u"p10:x.html", u"p11:x.html", u"p22:x.html",
-                            u"p23:x.html"));
+    EXPECT_THAT(
+        search(withoutPackage(ReferenceRequest(u"name"))),
+        ElementsAre(u"p00:x.html", u"p01:x.html", u"p02:x.html", u"p03:x.html", u"p04:x.html",
+                    u"p05:x.html", u"p06:x.html", u"p07:x.html", u"p08:x.html", u"p10:x.html",
+                    u"p11:x.html", u"p22:x.html", u"p23:x.html"));
 }
 
 TEST_F(EntitySearchTest, TypesFilterRecordsAndMethodsAdmitFunctionsCalledLikeMethods) {
@@ -172,8 +174,7 @@ TEST_F(EntitySearchTest, NameTestOfAKeysFirstAcceptedRecordServesItsOthers) {
     EXPECT_THAT(search(withoutPackage(ReferenceRequest(u"name"))),
                 ElementsAre(u"function-first:command.html", u"function-first:function.html"));
     // A record of a type that is not accepted does not ask for its key.
-    EXPECT_THAT(search(withoutPackage(ReferenceRequest(
-                    u"name", {RefEntityType::Function}))),
+    EXPECT_THAT(search(withoutPackage(ReferenceRequest(u"name", {RefEntityType::Function}))),
                 ElementsAre(u"command-first:function.html", u"function-first:function.html"));
 }
 
@@ -182,24 +183,24 @@ TEST_F(EntitySearchTest, MatchAllRequestFindsEveryRecordOfItsTypesAndProducts) {
             .record(u"f", RefEntityType::Function, u"f.html")
             .record(u"C", RefEntityType::Class, u"c.html"));
     add(ProductBuilder(u"q").record(u"C", RefEntityType::Class, u"c.html"));
-    for (const auto method :
-         {ReferenceSearch, ClassEntitySearch, NameAndPurposeSearch, AllTextSearch, PageNameSearch}) {
+    for (const auto method : {ReferenceSearch, ClassEntitySearch, NameAndPurposeSearch,
+                              AllTextSearch, PageNameSearch}) {
         EXPECT_THAT(search(ReferenceRequest::createMatchAllTextRequest({}, {}), method),
                     ElementsAre(u"p:c.html", u"p:f.html", u"q:c.html"))
             << method;
-        EXPECT_THAT(search(ReferenceRequest::createMatchAllTextRequest({RefEntityType::Class},
-                                                                       {u"p"}),
-                           method),
-                    ElementsAre(u"p:c.html"))
+        EXPECT_THAT(
+            search(ReferenceRequest::createMatchAllTextRequest({RefEntityType::Class}, {u"p"}),
+                   method),
+            ElementsAre(u"p:c.html"))
             << method;
     }
 }
 
 TEST_F(EntitySearchTest, UnknownMethodSearchesByName) {
     add(ProductBuilder(u"p").record(u"f", RefEntityType::Function, u"f.html"));
-    EXPECT_THAT(search(ReferenceRequest(u"f"),
-                       static_cast<ReferenceCacheManager::SearchMethod>(77)),
-                ElementsAre(u"p:f.html"));
+    EXPECT_THAT(
+        search(ReferenceRequest(u"f"), static_cast<ReferenceCacheManager::SearchMethod>(77)),
+        ElementsAre(u"p:f.html"));
 }
 
 TEST_F(EntitySearchTest, NameAndPurposeSearchFindsPartsAndNothingForAnEmptyText) {

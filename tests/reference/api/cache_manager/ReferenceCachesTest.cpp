@@ -73,14 +73,16 @@ TEST_F(ReferenceCachesTest, LookupCacheClearedAloneStaysUnsetUntilItsTwinIsClear
     ReferenceCacheManager::ClearLookupCache();
     ReferenceCacheManager::PopulateLookupCache();
     EXPECT_THAT(*ReferenceCacheManager::GetLookupCache(), IsEmpty());
-    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetUninstalledLookupCache()), ElementsAre(u"absent"));
+    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetUninstalledLookupCache()),
+                ElementsAre(u"absent"));
     EXPECT_EQ(source().lookupCalls(), 1);
 
     ReferenceCacheManager::ClearLookupCaches();
     ReferenceCacheManager::PopulateLookupCache();
     EXPECT_THAT(keysOf(*ReferenceCacheManager::GetLookupCache()),
                 ElementsAre(u"alpha", u"beta", u"gamma"));
-    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetUninstalledLookupCache()), ElementsAre(u"absent"));
+    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetUninstalledLookupCache()),
+                ElementsAre(u"absent"));
 }
 
 TEST_F(ReferenceCachesTest, UninstalledCacheClearedAloneStaysUnsetToo) {
@@ -171,7 +173,8 @@ TEST_F(ReferenceCachesTest, PopulatingResourcesParsesInstalledProductsAndPassesO
     });
     ReferenceCacheManager::PopulateResourceCache();
     EXPECT_THAT(asked, ElementsAre(u"alpha", u"beta", u"gamma"));
-    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetResourceCache()), ElementsAre(u"alpha", u"gamma"));
+    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetResourceCache()),
+                ElementsAre(u"alpha", u"gamma"));
     EXPECT_EQ(source().lastLocale(), u"_locale_unused");
 }
 
@@ -204,8 +207,7 @@ TEST_F(ReferenceCachesTest, ClearingAllEmptiesAllAndTheParsersSupportPackageCach
 
 TEST_F(ReferenceCachesTest, ClassLikeTypesAreClassEnumerationAndInterface) {
     for (std::uint32_t number = 0; number < 40; ++number)
-        EXPECT_EQ(ReferenceCacheManager::IsClassLikeType(
-                      static_cast<RefEntityType::Value>(number)),
+        EXPECT_EQ(ReferenceCacheManager::IsClassLikeType(static_cast<RefEntityType::Value>(number)),
                   number == 1 || number == 6 || number == 7)
             << number;
 }

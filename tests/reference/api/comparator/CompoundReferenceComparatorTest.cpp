@@ -1,5 +1,3 @@
-#include "reference/api/comparator/CompoundReferenceComparator.hpp"
-
 #include <algorithm>
 #include <functional>
 #include <string>
@@ -9,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "reference/api/comparator/CompoundReferenceComparator.hpp"
 #include "reference/api/comparator/IndexOrderComparator.hpp"
 
 namespace reference::api::comparator {

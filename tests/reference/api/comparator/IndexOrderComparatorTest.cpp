@@ -1,5 +1,3 @@
-#include "reference/api/comparator/IndexOrderComparator.hpp"
-
 #include <algorithm>
 #include <string>
 #include <utility>
@@ -7,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include "reference/api/comparator/IndexOrderComparator.hpp"
 #include "support/Items.hpp"
 #include "support/Print.hpp"
 
