@@ -45,7 +45,6 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
 class CommandLine {
   public:
     CommandLine() : m_app("Finds and shows reference documentation.", "vref") {
-        m_app.require_subcommand(1);
         m_app.set_version_flag("--version", "vref " VELTRA_VERSION);
         m_app.footer(
             "Exit status: 0 found or done, 1 nothing found or not whole, 2 wrong use or "
@@ -63,6 +62,10 @@ class CommandLine {
         } catch (const CLI::ParseError& error) {
             return m_app.exit(error) == 0 ? Success : Unusable;
         }
+        if (!m_command)
+            throw UnusableError(
+                "A command is missing: find, show, products, import sphinx or validate; "
+                "\"vref --help\" tells more.");
         return m_command();
     }
 
@@ -100,7 +103,6 @@ class CommandLine {
     void addImport() {
         CLI::App* import =
             m_app.add_subcommand("import", "Brings documentation into a documentation set");
-        import->require_subcommand(1);
         CLI::App* command = import->add_subcommand(
             "sphinx", "Imports a built Sphinx HTML tree as a product, or replaces the product");
         command->add_option("DIR", m_import.source, "The folder that holds objects.inv")

@@ -1,0 +1,45 @@
+#include "RunningTool.hpp"
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include <boost/json/parse.hpp>
+#include <boost/json/value.hpp>
+
+#include "support/TempFolder.hpp"
+
+namespace reference::tests {
+namespace {
+
+std::string quoted(const std::string& text) {
+    std::string result = "'";
+    for (const char unit : text)
+        result += unit == '\'' ? std::string("'\\''") : std::string(1, unit);
+    return result + "'";
+}
+
+}  // namespace
+
+boost::json::array ToolRun::json() const {
+    return boost::json::parse(output).as_array();
+}
+
+ToolRun runTool(const std::vector<std::string>& arguments,
+                const std::vector<std::string>& environment) {
+    const TempFolder folder;
+    std::string command = "env -u VELTRA_DOC_ROOT -u VELTRA_LOG -u NO_COLOR";
+    for (const auto& variable : environment)
+        command += " " + quoted(variable);
+    command += " " VELTRA_VREF;
+    for (const auto& argument : arguments)
+        command += " " + quoted(argument);
+    command += " >" + quoted(folder.path() / "output") + " 2>" +
+               quoted(folder.path() / "messages") + " </dev/null";
+    const int status = std::system(command.c_str());
+    return {.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+            .output = folder.read("output"),
+            .messages = folder.read("messages")};
+}
+
+}  // namespace reference::tests

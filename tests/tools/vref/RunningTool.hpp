@@ -1,0 +1,25 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <boost/json/array.hpp>
+
+namespace reference::tests {
+
+// How a run of the tool ended.
+struct ToolRun {
+    int status = -1;
+    std::string output;
+    std::string messages;  // of the standard error stream
+
+    // The output as a JSON array; throws when it is none.
+    [[nodiscard]] boost::json::array json() const;
+};
+
+// Runs vref with these arguments and waits for its end. `environment` has "NAME=value" texts that
+// are set besides; VELTRA_DOC_ROOT, VELTRA_LOG and NO_COLOR are otherwise unset.
+[[nodiscard]] ToolRun runTool(const std::vector<std::string>& arguments,
+                              const std::vector<std::string>& environment = {});
+
+}  // namespace reference::tests
