@@ -13,11 +13,18 @@ file(REMOVE_RECURSE "${WORK_DIR}")
 set(prefix "${WORK_DIR}/prefix")
 run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${prefix}")
 
+# The program that the README shows is built too.
+file(READ "${SOURCE_DIR}/README.md" readme)
+string(REGEX MATCH "```cpp\n(.*)\n```\n\n```cmake" ignored "${readme}")
+file(WRITE "${WORK_DIR}/readme.cpp" "${CMAKE_MATCH_1}\n")
+
 run("${CMAKE_COMMAND}" -S "${CMAKE_CURRENT_LIST_DIR}/consumer" -B "${WORK_DIR}/consumer" -G Ninja
+    "-DREADME_PROGRAM=${WORK_DIR}/readme.cpp"
     "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_PREFIX_PATH=${prefix}"
     "-DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}")
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/consumer")
 run("${WORK_DIR}/consumer/consumer")
+run("${WORK_DIR}/consumer/readme")
 
 run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${WORK_DIR}/provider" -G Ninja
     "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_PREFIX_PATH=${prefix}"
