@@ -25,7 +25,11 @@ std::optional<std::string> whyNotContained(std::string_view relativePath) {
         return "The file name holds a zero byte.";
     if (relativePath.front() == '/')
         return "The file name is absolute; it must be relative to the documentation root.";
-    for (const auto& part : fs::path(relativePath)) {
+    // By hand: a path of the file system library has no empty part between two slashes.
+    for (std::size_t start = 0; start <= relativePath.size();) {
+        const auto end = std::min(relativePath.find('/', start), relativePath.size());
+        const auto part = relativePath.substr(start, end - start);
+        start = end + 1;
         if (part == "..")
             return "The file name leads out of its folder (\"..\"); it must stay below the "
                    "documentation root.";

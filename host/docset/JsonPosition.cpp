@@ -128,8 +128,11 @@ bool isPlainName(const std::string& name) {
 std::optional<std::size_t> findJsonValue(std::string_view text, const std::vector<JsonStep>& path) {
     std::optional<std::size_t> found;
     walk(text, [&](std::size_t offset, const PathHandler& handler) {
-        if (handler.path() == path)
-            found = offset;
+        const auto& at = handler.path();
+        if (at.size() > path.size() || !std::equal(at.begin(), at.end(), path.begin()))
+            return;
+        // A value on the way that is met again hides what was found within the one before.
+        found = at.size() == path.size() ? std::optional(offset) : std::nullopt;
     });
     return found;
 }

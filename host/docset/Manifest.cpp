@@ -102,6 +102,10 @@ std::optional<Manifest> readManifest(const std::filesystem::path& root,
             return;
         if (const auto reason = whyNotContained(*locale))
             node.fault("A locale is the name of a folder. " + *reason);
+        else if (locale->find('/') != std::string_view::npos)
+            node.fault("A locale is the name of one folder; it must be a name such as en_US.");
+        else if (std::ranges::find(manifest.locales, *locale) != manifest.locales.end())
+            node.fault("The locale is listed twice.");
         else
             manifest.locales.emplace_back(*locale);
     });

@@ -2,10 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <charconv>
 #include <cstddef>
 #include <cstring>
 #include <fcntl.h>
 #include <fstream>
+#include <optional>
 #include <set>
 #include <string_view>
 #include <sys/file.h>
@@ -31,6 +33,7 @@ namespace fs = std::filesystem;
 namespace json = boost::json;
 
 constexpr const char* lockFileName = ".documentation-set.lock";
+constexpr const char* newManifestFileName = "documentation-set.json.new";
 
 [[noreturn]] void fail(const fs::path& file, const std::string& problem) {
     throw PublishError(file.string() + ": " + problem);
@@ -147,6 +150,23 @@ json::object manifestDocument(const Manifest& manifest) {
             {"products", std::move(products)}};
 }
 
+// Whether the folder is a set, or has nothing in it but what a publication into a new set makes
+// before there is a manifest.
+bool mayBecomeSet(const fs::path& root, const std::string& locale) {
+    if (fs::exists(root / manifestFileName))
+        return true;
+    return std::all_of(fs::directory_iterator(root), {}, [&](const fs::directory_entry& entry) {
+        const fs::path name = entry.path().filename();
+        return name == lockFileName || name == newManifestFileName || name == locale;
+    });
+}
+
+[[noreturn]] void failForOtherFolder(const fs::path& root) {
+    fail(root, "The folder is not empty and holds no documentation set (no " +
+                   std::string(manifestFileName) +
+                   "); name an empty or new folder, or the root of a set.");
+}
+
 // The manifest of the set at `root`, or a new one where there is none.
 Manifest currentManifest(const fs::path& root, const std::string& locale) {
     if (fs::exists(root / manifestFileName)) {
@@ -155,43 +175,54 @@ Manifest currentManifest(const fs::path& root, const std::string& locale) {
             readManifest(root, [](const Fault& fault) { throw PublishError(fault.toString()); });
         return std::move(*manifest);
     }
-    for (const auto& entry : fs::directory_iterator(root))
-        if (entry.path().filename() != lockFileName && entry.path().filename() != fs::path(locale))
-            fail(root, "The folder is not empty and holds no documentation set (no " +
-                           std::string(manifestFileName) +
-                           "); name an empty or new folder, or the root of a set.");
+    if (!mayBecomeSet(root, locale))
+        failForOtherFolder(root);
     return {.title = "Documentation", .locales = {locale}, .products = {}};
 }
 
-// A product's short name as the beginning of a file name.
+// A product's short name as the beginning of a file name. Different names begin differently, so
+// that the editions of one product are never taken for those of another: what is no plain byte
+// becomes '=' and its two hexadecimal digits.
 std::string fileStem(const std::u16string& shortName) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string stem;
     for (const char byte : utf8(shortName)) {
         const bool plain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
-                           (byte >= '0' && byte <= '9') || byte == '_' || byte == '.';
-        stem += plain ? byte : '_';
+                           (byte >= '0' && byte <= '9') || byte == '_' || byte == '.' ||
+                           byte == '-';
+        if (plain) {
+            stem += byte;
+            continue;
+        }
+        const auto value = static_cast<unsigned char>(byte);
+        stem += '=';
+        stem += digits[value / 16];
+        stem += digits[value % 16];
     }
     return stem + "-";
 }
 
-bool isEditionOf(const std::string& fileName, const std::string& stem) {
+// The number of the edition that the file belongs to, when it is one of the product's.
+std::optional<std::size_t> editionOf(const std::string& fileName, const std::string& stem) {
     if (!fileName.starts_with(stem))
-        return false;
-    const std::string_view rest = std::string_view(fileName).substr(stem.size());
-    const auto digits = std::min(rest.find_first_not_of("0123456789"), rest.size());
-    const std::string_view ending = rest.substr(digits);
-    return digits > 0 && (ending == ".lookup.json" || ending == ".reference.json");
+        return std::nullopt;
+    const char* const end = fileName.data() + fileName.size();
+    std::size_t edition = 0;
+    const auto [rest, error] = std::from_chars(fileName.data() + stem.size(), end, edition);
+    const std::string_view ending(rest, static_cast<std::size_t>(end - rest));
+    if (error != std::errc{} || (ending != ".lookup.json" && ending != ".reference.json"))
+        return std::nullopt;
+    return edition;
 }
 
-// Two files of `folder` under names that no file bears yet.
+// Two files of the next edition: later than all that are there, so that a reader that holds an old
+// manifest finds what that one named or nothing, never something newer.
 ProductFiles newEdition(const fs::path& root, const std::string& locale, const std::string& stem) {
-    for (std::size_t edition = 1;; ++edition) {
-        const std::string start = locale + "/" + stem + std::to_string(edition);
-        ProductFiles files{.lookup = start + ".lookup.json",
-                           .reference = start + ".reference.json"};
-        if (!fs::exists(root / files.lookup) && !fs::exists(root / files.reference))
-            return files;
-    }
+    std::size_t latest = 0;
+    for (const auto& entry : fs::directory_iterator(root / locale))
+        latest = std::max(latest, editionOf(entry.path().filename().string(), stem).value_or(0));
+    const std::string start = locale + "/" + stem + std::to_string(latest + 1);
+    return {.lookup = start + ".lookup.json", .reference = start + ".reference.json"};
 }
 
 std::set<std::string> namedFiles(const Manifest& manifest) {
@@ -211,7 +242,7 @@ void removeOldEditions(const fs::path& root, const std::string& locale, const st
     std::error_code ignored;  // a file that stays behind harms nobody
     for (const auto& entry : fs::directory_iterator(root / locale, ignored)) {
         const std::string name = entry.path().filename().string();
-        if (isEditionOf(name, stem) && !kept.contains(locale + "/" + name))
+        if (editionOf(name, stem) && !kept.contains(locale + "/" + name))
             fs::remove(entry.path(), ignored);
     }
 }
@@ -241,8 +272,10 @@ void publishLocked(const fs::path& root, const std::string& locale,
     ManifestProduct& product = productIn(after, documentation.header.shortName);
     product.installed = true;
     product.files[locale] = files;
+    // While it was not installed, it may have had locales with a lookup file alone.
+    std::erase_if(product.files, [](const auto& entry) { return entry.second.reference.empty(); });
     const fs::path manifestFile = root / manifestFileName;
-    const fs::path newManifestFile = manifestFile.string() + ".new";
+    const fs::path newManifestFile = root / newManifestFileName;
     writeFile(newManifestFile, manifestDocument(after));
     fs::rename(newManifestFile, manifestFile);
     flushToDisk(root, O_RDONLY | O_DIRECTORY);
@@ -258,11 +291,16 @@ void publishProduct(const fs::path& root, const std::string& locale,
                     const ProductDocumentation& documentation) {
     if (documentation.header.shortName.empty())
         fail(root, "The product has no short name; a set files products by it.");
-    if (const auto reason = whyNotContained(locale); reason || locale.find('/') != locale.npos)
+    if (const auto reason = whyNotContained(locale);
+        reason || locale.find('/') != std::string::npos)
         fail(root, "\"" + locale + "\" is no locale; it must be a folder name such as en_US.");
     try {
         fs::create_directories(root);
         const fs::path lockFile = root / lockFileName;
+        // Nothing is put into somebody else's folder. What publications make they make after the
+        // lock file, which stays: where there is none, nobody is making anything.
+        if (!mayBecomeSet(root, locale) && !fs::exists(lockFile))
+            failForOtherFolder(root);
         const Descriptor lock(lockFile, O_RDWR | O_CREAT);
         while (::flock(lock.number(), LOCK_EX) != 0)
             if (errno != EINTR)

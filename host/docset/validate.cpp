@@ -18,7 +18,6 @@ namespace reference::docset {
 namespace {
 
 namespace fs = std::filesystem;
-using property::RefEntityType;
 using property::RefItem;
 
 std::string utf8(const std::u16string& text) {

@@ -54,7 +54,7 @@ std::string folded(std::string_view locale) {
 std::string chooseLocale(const std::string& wanted, const std::vector<std::u16string>& locales) {
     std::string known;
     for (const auto& name : locales) {
-        const std::string locale = fl::i18n::toUtf8(name);
+        std::string locale = fl::i18n::toUtf8(name);
         const std::string plain = folded(locale);
         if (plain == folded(wanted) || plain.substr(0, plain.find('_')) == folded(wanted))
             return locale;

@@ -34,6 +34,18 @@ void requireWellFormed(std::u16string_view text) {
     }
 }
 
+// Fills `out` from its beginning with ICU's mapping of `in`; returns the length of all of it.
+std::size_t lowerCase(std::u16string& out, std::u16string_view in) {
+    UErrorCode error = U_ZERO_ERROR;
+    const std::int32_t needed =
+        u_strToLower(out.data(), static_cast<std::int32_t>(out.size()), in.data(),
+                     static_cast<std::int32_t>(in.size()), "", &error);
+    if (U_FAILURE(error) && error != U_BUFFER_OVERFLOW_ERROR)
+        throw std::runtime_error(std::string("The text could not be lower-cased: ") +
+                                 u_errorName(error));
+    return static_cast<std::size_t>(needed);
+}
+
 }  // namespace
 
 std::size_t transform(char16_t* out, std::size_t capacity, const char16_t* in, std::size_t length,
@@ -53,14 +65,16 @@ std::size_t transform(char16_t* out, std::size_t capacity, const char16_t* in, s
     if (length > icuLimit)
         throw std::length_error("A text of " + std::to_string(length) +
                                 " units is too long to be lower-cased.");
-    UErrorCode error = U_ZERO_ERROR;
-    const std::int32_t needed =
-        u_strToLower(out, static_cast<std::int32_t>(std::min(capacity, icuLimit)), in,
-                     static_cast<std::int32_t>(length), "", &error);
-    if (U_FAILURE(error) && error != U_BUFFER_OVERFLOW_ERROR)
-        throw std::runtime_error(std::string("The text could not be lower-cased: ") +
-                                 u_errorName(error));
-    return static_cast<std::size_t>(needed);
+    // Into a text of its own, which is then cut: ICU itself leaves out a character whose mapping
+    // does not fit whole, and puts a terminator where there is room for one.
+    std::u16string lowered(std::min(length + 8, icuLimit), u'\0');
+    std::size_t needed = lowerCase(lowered, text);
+    if (needed > lowered.size()) {
+        lowered.resize(needed);
+        needed = lowerCase(lowered, text);
+    }
+    std::copy_n(lowered.begin(), std::min(needed, capacity), out);
+    return needed;
 }
 
 }  // namespace fl::i18n::detail

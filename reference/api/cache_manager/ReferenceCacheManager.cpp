@@ -71,8 +71,8 @@ void loadLookupCaches() {
         std::make_shared<const LookupCache>(std::move(results.uninstalled)));
 }
 
-LookupCachePtr orEmpty(LookupCachePtr cache) {
-    return cache ? std::move(cache) : s_emptyLookupCache;
+LookupCachePtr orEmpty(const LookupCachePtr& cache) {
+    return cache ? cache : s_emptyLookupCache;
 }
 
 }  // namespace
