@@ -1,11 +1,11 @@
-#include "vref/DisplayText.hpp"
-
 #include <cstddef>
 #include <string>
 #include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "vref/DisplayText.hpp"
 
 namespace reference::tools {
 namespace {

@@ -1,11 +1,10 @@
 #include <string>
 #include <vector>
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include "RunningTool.hpp"
 #include "docset/publish.hpp"
@@ -49,11 +48,10 @@ TEST(FindCommandTest, JsonHasEveryMemberInAFixedOrder) {
     std::vector<std::string> members;
     for (const auto& member : elements.at(0).as_object())
         members.emplace_back(member.key());
-    EXPECT_THAT(members,
-                ElementsAre("product", "helpFolder", "href", "packageName", "purpose",
-                            "introduced", "description", "deprecationStatus", "entities",
-                            "syntaxGroups", "inputs", "inputGroups", "outputs",
-                            "classPropertyGroups", "seeAlso", "examples", "parameters"));
+    EXPECT_THAT(members, ElementsAre("product", "helpFolder", "href", "packageName", "purpose",
+                                     "introduced", "description", "deprecationStatus", "entities",
+                                     "syntaxGroups", "inputs", "inputGroups", "outputs",
+                                     "classPropertyGroups", "seeAlso", "examples", "parameters"));
     EXPECT_EQ(elements.at(0).at("entities").at(0).at("type").as_string(), "function");
     EXPECT_EQ(elements.at(0).at("deprecationStatus").as_string(), "current");
 }

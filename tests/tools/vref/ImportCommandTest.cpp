@@ -2,10 +2,9 @@
 #include <string_view>
 #include <vector>
 
-#include <zlib.h>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <zlib.h>
 
 #include "RunningTool.hpp"
 #include "support/TempFolder.hpp"
@@ -64,9 +63,9 @@ TEST_F(ImportCommandTest, MakesASetThatAnswersAndIsSound) {
 
 TEST_F(ImportCommandTest, ReplacesTheProductAndKeepsTheOthers) {
     ASSERT_EQ(import().status, 0);
-    ASSERT_EQ(runTool({"import", "sphinx", m_tree.path(), "--product", "other", "--into", root()})
-                  .status,
-              0);
+    ASSERT_EQ(
+        runTool({"import", "sphinx", m_tree.path(), "--product", "other", "--into", root()}).status,
+        0);
     m_tree.write("turn.html", pageOf("turn", "Turn it around."));
     ASSERT_EQ(import().status, 0);
     EXPECT_THAT(runTool({"find", "turn", "--doc-root", root()}).output,

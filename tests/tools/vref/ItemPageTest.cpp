@@ -1,11 +1,10 @@
-#include "vref/ItemPage.hpp"
-
 #include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "support/Items.hpp"
+#include "vref/ItemPage.hpp"
 
 namespace reference::tools {
 namespace {
@@ -78,10 +77,9 @@ TEST(ItemPageTest, LeavesOutWhatTheItemDoesNotSay) {
 TEST(ItemPageTest, BreaksProseButNotCode) {
     const std::u16string longText = u"many words that do not fit on one line";
     const api::ReferenceData result(
-        property::HeaderInfo(),
-        tests::makeItem({.href = u"f",
-                         .description = longText,
-                         .examples = {property::Example(u"", longText)}}));
+        property::HeaderInfo(), tests::makeItem({.href = u"f",
+                                                 .description = longText,
+                                                 .examples = {property::Example(u"", longText)}}));
     const std::string text = page(result, 30);
     EXPECT_NE(text.find("    many words that do not fit\n    on one line\n"), std::string::npos)
         << text;

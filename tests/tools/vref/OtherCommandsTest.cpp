@@ -34,8 +34,8 @@ TEST(ShowCommandTest, ShowsAPropertyByNameAndByItsOwnPage) {
     const ToolRun byName = runTool({"show", "Table.rowCount"});
     EXPECT_EQ(byName.status, 0) << byName.messages;
     EXPECT_THAT(byName.output, StartsWith("Table.rowCount\n"));
-    const std::string href(runTool({"show", "Table.rowCount", "--json"}).json().at(0).at("href")
-                               .as_string());
+    const std::string href(
+        runTool({"show", "Table.rowCount", "--json"}).json().at(0).at("href").as_string());
     EXPECT_EQ(runTool({"show", href, "--product", "veltra"}).output, byName.output);
 }
 

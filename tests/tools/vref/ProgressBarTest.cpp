@@ -1,9 +1,9 @@
-#include "vref/ProgressBar.hpp"
-
 #include <sstream>
 #include <string>
 
 #include <gtest/gtest.h>
+
+#include "vref/ProgressBar.hpp"
 
 namespace reference::tools {
 namespace {
@@ -30,9 +30,8 @@ TEST(ProgressBarTest, OnATerminalDrawsOverItselfAndTidiesUp) {
         bar.update(0, 10);
         bar.update(10, 10);
     }
-    EXPECT_EQ(out.str(),
-              "\rwork [" + std::string(27, ' ') + "] 0/10\033[K" + "\rwork [" +
-                  std::string(26, '=') + "] 10/10\033[K" + "\r\033[K");
+    EXPECT_EQ(out.str(), "\rwork [" + std::string(27, ' ') + "] 0/10\033[K" + "\rwork [" +
+                             std::string(26, '=') + "] 10/10\033[K" + "\r\033[K");
 }
 
 TEST(ProgressBarTest, WithoutWorkSaysNothing) {

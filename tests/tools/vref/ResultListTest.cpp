@@ -1,5 +1,3 @@
-#include "vref/ResultList.hpp"
-
 #include <sstream>
 #include <string>
 #include <vector>
@@ -7,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "support/Items.hpp"
+#include "vref/ResultList.hpp"
 
 namespace reference::tools {
 namespace {
@@ -23,19 +22,18 @@ std::vector<ReferenceData> results() {
         return property::HeaderInfo({}, name, name, {}, {});
     };
     std::vector<ReferenceData> all;
-    all.emplace_back(header(u"veltra"),
-                     makeItem({.href = u"ref/plot.html",
-                               .entities = {RefEntity(RefEntityType::Function, u"plot",
-                                                      FunctionType::Function)},
-                               .purpose = u"Draw lines in a plane"}));
-    all.emplace_back(header(u"qix"),
-                     makeItem({.href = u"ref/round.html",
-                               .entities = {RefEntity(RefEntityType::Method, u"pkg.floor",
-                                                      FunctionType::Method),
-                                            RefEntity(RefEntityType::Function, u"ceil",
-                                                      FunctionType::Function)},
-                               .purpose = u"Round\nnumbers",
-                               .deprecationStatus = DeprecationStatus::Deprecated}));
+    all.emplace_back(
+        header(u"veltra"),
+        makeItem({.href = u"ref/plot.html",
+                  .entities = {RefEntity(RefEntityType::Function, u"plot", FunctionType::Function)},
+                  .purpose = u"Draw lines in a plane"}));
+    all.emplace_back(
+        header(u"qix"),
+        makeItem({.href = u"ref/round.html",
+                  .entities = {RefEntity(RefEntityType::Method, u"pkg.floor", FunctionType::Method),
+                               RefEntity(RefEntityType::Function, u"ceil", FunctionType::Function)},
+                  .purpose = u"Round\nnumbers",
+                  .deprecationStatus = DeprecationStatus::Deprecated}));
     return all;
 }
 

@@ -1,8 +1,7 @@
 #include "RunningTool.hpp"
 
-#include <sys/wait.h>
-
 #include <cstdlib>
+#include <sys/wait.h>
 
 #include <boost/json/parse.hpp>
 #include <boost/json/value.hpp>

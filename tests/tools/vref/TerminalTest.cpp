@@ -1,6 +1,6 @@
-#include "vref/Terminal.hpp"
-
 #include <gtest/gtest.h>
+
+#include "vref/Terminal.hpp"
 
 namespace reference::tools {
 namespace {

@@ -1,0 +1,366 @@
+#include "sphinx/Assembly.hpp"
+
+#include <algorithm>
+#include <limits>
+#include <optional>
+#include <set>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+
+#include "fl/i18n/utf.hpp"
+#include "sphinx/ClassProperties.hpp"
+#include "sphinx/Hrefs.hpp"
+#include "sphinx/ItemText.hpp"
+#include "sphinx/Kinds.hpp"
+#include "sphinx/Text.hpp"
+
+namespace reference::importers::sphinx {
+namespace {
+
+using fl::i18n::toUtf16;
+using property::RefEntityType;
+
+constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
+
+// What is known of one object beyond the inventory.
+struct Entry {
+    Kind kind;
+    // Null: nothing was found.
+    const DescriptionFacts* facts = nullptr;
+    const SignatureFacts* signature = nullptr;
+    // The class that has the object as a property; `none`: it has an item of its own.
+    std::size_t owner = none;
+    // Where the object itself is documented.
+    std::string ownHref;
+    // The item that the object is filed with.
+    std::size_t draft = none;
+};
+
+// An item in the making.
+struct Draft {
+    std::string href;
+    // Null: nothing was found.
+    const DescriptionFacts* facts = nullptr;
+    // The objects that are its entities, and those that are properties of one of them.
+    std::vector<std::size_t> objects;
+    std::vector<std::size_t> properties;
+    ClassProperties classProperties;
+};
+
+std::vector<std::size_t> objectsOf(const DescriptionFacts& facts) {
+    std::vector<std::size_t> objects;
+    for (const SignatureFacts& signature : facts.signatures)
+        objects.insert(objects.end(), signature.objects.begin(), signature.objects.end());
+    return objects;
+}
+
+class Assembly {
+  public:
+    explicit Assembly(const Gathered& gathered)
+        : m_gathered(gathered), m_scopes(gathered.objects), m_entries(gathered.objects.size()) {}
+
+    Assembled run() {
+        connectDescriptions();
+        attachProperties();
+        for (const auto& [page, facts] : m_gathered.pages)
+            fileDescriptions(page, facts);
+        fileUndescribed();
+        collectProperties();
+        connectLinks();
+        fillPages();
+        fillEntities();
+        return std::move(m_result);
+    }
+
+  private:
+    [[nodiscard]] const InventoryObject& object(std::size_t index) const {
+        return m_gathered.objects[index];
+    }
+
+    void connectDescriptions() {
+        for (const auto& [page, facts] : m_gathered.pages)
+            for (const DescriptionFacts& description : facts.descriptions)
+                for (const SignatureFacts& signature : description.signatures)
+                    for (const std::size_t index : signature.objects) {
+                        m_entries[index].facts = &description;
+                        m_entries[index].signature = &signature;
+                    }
+        for (std::size_t index = 0; index < m_entries.size(); ++index) {
+            Entry& entry = m_entries[index];
+            entry.kind = kindOf(object(index), m_scopes, entry.facts, entry.signature);
+            if (entry.facts == nullptr)
+                m_result.undescribed.push_back(index);
+        }
+    }
+
+    // A property belongs to the class that has the rest of its name, so that the class's name, a
+    // period and the property's name make up the name that it is filed under.
+    void attachProperties() {
+        std::unordered_map<std::string, std::size_t> classes;
+        for (std::size_t index = 0; index < m_entries.size(); ++index)
+            if (holdsProperties(m_entries[index].kind.type))
+                classes.emplace(object(index).domain + ":" + object(index).name, index);
+        for (std::size_t index = 0; index < m_entries.size(); ++index) {
+            if (m_entries[index].kind.type != RefEntityType::Property)
+                continue;
+            const std::string_view enclosing = Scopes::enclosing(object(index));
+            const auto found = classes.find(object(index).domain + ":" + std::string(enclosing));
+            if (found != classes.end())
+                m_entries[index].owner = found->second;
+        }
+    }
+
+    // Where a description would be found on its page: at the first of its entities; where all its
+    // objects are properties of classes, at the first of these.
+    [[nodiscard]] std::size_t leadingObject(const DescriptionFacts& facts) const {
+        const std::vector<std::size_t> objects = objectsOf(facts);
+        const auto entity = std::ranges::find_if(
+            objects, [&](std::size_t index) { return m_entries[index].owner == none; });
+        return entity != objects.end() ? *entity : objects.front();
+    }
+
+    void fileDescriptions(const std::string& page, const PageFacts& facts) {
+        // Overloads share the place of the first of them.
+        using Identity = std::tuple<std::string, std::string, RefEntityType::Value, std::uint32_t>;
+        std::map<Identity, std::string> places;
+        std::vector<std::string> hrefs;
+        std::set<std::string> topLevel;
+        for (const DescriptionFacts& description : facts.descriptions) {
+            const std::size_t lead = leadingObject(description);
+            const Kind kind = m_entries[lead].kind;
+            const auto [place, isNew] = places.try_emplace(
+                Identity(object(lead).domain, object(lead).name, kind.type, kind.functionType),
+                hrefOf(page, object(lead).anchor));
+            hrefs.push_back(place->second);
+            if (!description.isNested)
+                topLevel.insert(place->second);
+        }
+        for (const std::size_t index : m_result.undescribed)
+            if (object(index).page == page)
+                topLevel.insert(hrefOf(page, object(index).anchor));
+
+        for (std::size_t index = 0; index < facts.descriptions.size(); ++index) {
+            const DescriptionFacts& description = facts.descriptions[index];
+            const bool hasPage = topLevel.size() == 1 && !description.isNested;
+            fileDescription(description, hasPage ? hrefOf(page, {}) : hrefs[index], hasPage);
+        }
+    }
+
+    void fileDescription(const DescriptionFacts& description, const std::string& href,
+                         bool hasPage) {
+        Draft draft{.href = href,
+                    .facts = &description,
+                    .objects = {},
+                    .properties = {},
+                    .classProperties = {}};
+        for (const std::size_t index : objectsOf(description)) {
+            Entry& entry = m_entries[index];
+            if (entry.owner != none) {
+                entry.ownHref = hasPage ? href : hrefOf(object(index).page, object(index).anchor);
+                continue;
+            }
+            entry.ownHref = href;
+            entry.draft = m_drafts.size();
+            draft.objects.push_back(index);
+        }
+        if (!draft.objects.empty())
+            m_drafts.push_back(std::move(draft));
+    }
+
+    void fileUndescribed() {
+        for (const std::size_t index : m_result.undescribed) {
+            Entry& entry = m_entries[index];
+            entry.ownHref = hrefOf(object(index).page, object(index).anchor);
+            if (entry.owner != none)
+                continue;
+            entry.draft = m_drafts.size();
+            m_drafts.push_back({.href = entry.ownHref,
+                                .facts = nullptr,
+                                .objects = {index},
+                                .properties = {},
+                                .classProperties = {}});
+        }
+    }
+
+    [[nodiscard]] DocumentedProperty documentedProperty(std::size_t index) const {
+        const Entry& entry = m_entries[index];
+        DocumentedProperty property;
+        property.name = std::string(lastComponent(object(index).name));
+        property.title = object(index).role == "property" || object(index).role == "method"
+                             ? "Properties"
+                             : "Attributes";
+        property.href = entry.ownHref;
+        if (entry.facts != nullptr) {
+            property.classifier = entry.signature->type;
+            property.signature = entry.signature->text;
+            for (const Field& field : entry.facts->fields)
+                if (field.role == FieldRole::Type)
+                    property.classifier = field.prose;
+            property.purpose = entry.facts->purpose;
+            property.explanation = explanationOf(*entry.facts);
+        }
+        return property;
+    }
+
+    // The properties on the class's own page come first, in page order; the others in the order of
+    // the inventory.
+    void collectProperties() {
+        for (std::size_t index = 0; index < m_entries.size(); ++index) {
+            Entry& entry = m_entries[index];
+            if (entry.owner == none)
+                continue;
+            entry.draft = m_entries[entry.owner].draft;
+            m_drafts[entry.draft].properties.push_back(index);
+        }
+        for (Draft& draft : m_drafts) {
+            if (draft.facts != nullptr)
+                draft.classProperties.addFields(draft.facts->fields);
+            const std::string& page = object(draft.objects.front()).page;
+            std::ranges::stable_sort(draft.properties, {}, [&](std::size_t index) {
+                const DescriptionFacts* const facts = m_entries[index].facts;
+                const bool isElsewhere = facts == nullptr || object(index).page != page;
+                const auto& own = isElsewhere ? std::vector<DescriptionFacts>()
+                                              : m_gathered.pages.at(page).descriptions;
+                const auto place = std::ranges::find(own, facts, [](auto& each) { return &each; });
+                return std::pair(isElsewhere, isElsewhere ? 0 : place - own.begin());
+            });
+            for (const std::size_t index : draft.properties)
+                draft.classProperties.add(documentedProperty(index));
+        }
+    }
+
+    [[nodiscard]] std::vector<property::RefEntity> entitiesOf(const Draft& draft) const {
+        std::vector<property::RefEntity> entities;
+        for (const std::size_t index : draft.objects) {
+            const Kind kind = m_entries[index].kind;
+            property::RefEntity entity(kind.type, toUtf16(object(index).name), kind.functionType);
+            if (std::ranges::find(entities, entity) == entities.end())
+                entities.push_back(std::move(entity));
+        }
+        return entities;
+    }
+
+    [[nodiscard]] std::string summaryOf(std::size_t index) const {
+        const auto found = m_gathered.summaries.find(object(index).name);
+        return m_entries[index].kind.type == RefEntityType::Package &&
+                       found != m_gathered.summaries.end()
+                   ? found->second
+                   : std::string();
+    }
+
+    // Where a link leads in terms of the records: to the item of the object at that place.
+    [[nodiscard]] std::string recordHref(const std::string& href) const {
+        const auto found = m_hrefs.find(href);
+        if (found != m_hrefs.end())
+            return found->second;
+        const auto decoded = m_hrefs.find(percentDecoded(href));
+        return decoded != m_hrefs.end() ? decoded->second : href;
+    }
+
+    void connectLinks() {
+        for (std::size_t index = 0; index < m_entries.size(); ++index) {
+            const Entry& entry = m_entries[index];
+            const std::string& href = m_drafts[entry.draft].href;
+            m_hrefs.emplace(hrefOf(object(index).page, object(index).anchor), href);
+            if (entry.signature == nullptr)
+                continue;
+            for (const std::string& anchor : entry.signature->anchors)
+                m_hrefs.emplace(hrefOf(object(index).page, anchor), href);
+        }
+    }
+
+    void fillPages() {
+        for (const Draft& draft : m_drafts) {
+            ItemSource source;
+            source.href = draft.href;
+            source.entities = entitiesOf(draft);
+            source.packageName = m_scopes.moduleOf(object(draft.objects.front()));
+            source.summary = summaryOf(draft.objects.front());
+            source.facts = draft.facts;
+            source.properties = draft.classProperties.groups();
+            source.recordHref = [this](const std::string& href) { return recordHref(href); };
+            auto& items = m_result.documentation.pages[toUtf16(draft.href)];
+            property::RefItem item = toItem(source);
+            if (std::ranges::find(items, item) == items.end())
+                items.push_back(std::move(item));
+        }
+    }
+
+    [[nodiscard]] std::string purposeOf(std::size_t index) const {
+        const Entry& entry = m_entries[index];
+        if (entry.owner != none)
+            return m_drafts[entry.draft].classProperties.purposeOf(
+                std::string(lastComponent(object(index).name)));
+        return entry.facts != nullptr ? itemPurpose(*entry.facts, summaryOf(index))
+                                      : summaryOf(index);
+    }
+
+    // Of the objects that share a name, a kind and a place (overloads) the first on the page speaks
+    // for all in the lookup.
+    [[nodiscard]] std::size_t speaker(std::size_t index) const {
+        const Entry& entry = m_entries[index];
+        if (entry.owner != none)
+            return index;
+        for (const std::size_t draft : m_draftsAt.at(m_drafts[entry.draft].href))
+            for (const std::size_t other : m_drafts[draft].objects)
+                if (object(other).name == object(index).name && m_entries[other].kind == entry.kind)
+                    return other;
+        return index;
+    }
+
+    void addRecord(const std::string& name, Kind kind, std::size_t draft,
+                   const std::string& purpose) {
+        const property::RefItemLookup record(kind.type, kind.functionType,
+                                             toUtf16(m_drafts[draft].href), toUtf16(purpose));
+        auto& records = m_result.documentation.entities[toUtf16(name)];
+        const bool isKnown = std::ranges::any_of(records, [&](const auto& other) {
+            return other.getType() == record.getType() &&
+                   other.getFunctionType() == record.getFunctionType() &&
+                   other.getHref() == record.getHref();
+        });
+        if (!isKnown)
+            records.push_back(record);
+    }
+
+    void fillEntities() {
+        for (std::size_t draft = 0; draft < m_drafts.size(); ++draft)
+            m_draftsAt[m_drafts[draft].href].push_back(draft);
+        for (std::size_t index = 0; index < m_entries.size(); ++index)
+            addRecord(object(index).name, m_entries[index].kind, m_entries[index].draft,
+                      purposeOf(speaker(index)));
+        const Kind propertyKind{RefEntityType::Property, property::FunctionType::Property};
+        const auto isName = [](const std::string& name) {
+            return !name.empty() && name.find_first_of(" .,*()[]") == std::string::npos;
+        };
+        for (std::size_t draft = 0; draft < m_drafts.size(); ++draft)
+            for (const std::size_t index : m_drafts[draft].objects) {
+                if (!holdsProperties(m_entries[index].kind.type) || object(index).domain == "cpp")
+                    continue;
+                for (const std::string& name : m_drafts[draft].classProperties.names()) {
+                    const std::string qualified = object(index).name + "." + name;
+                    if (isName(name) &&
+                        !m_result.documentation.entities.contains(toUtf16(qualified)))
+                        addRecord(qualified, propertyKind, draft,
+                                  m_drafts[draft].classProperties.purposeOf(name));
+                }
+            }
+    }
+
+    const Gathered& m_gathered;
+    Scopes m_scopes;
+    std::vector<Entry> m_entries;
+    std::vector<Draft> m_drafts;
+    std::unordered_map<std::string, std::vector<std::size_t>> m_draftsAt;
+    // Place of an object to href of its record.
+    std::unordered_map<std::string, std::string> m_hrefs;
+    Assembled m_result;
+};
+
+}  // namespace
+
+Assembled assemble(const Gathered& gathered) {
+    return Assembly(gathered).run();
+}
+
+}  // namespace reference::importers::sphinx

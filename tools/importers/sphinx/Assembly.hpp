@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "docset/ProductDocumentation.hpp"
+#include "sphinx/Facts.hpp"
+#include "sphinx/Inventory.hpp"
+
+namespace reference::importers::sphinx {
+
+// All that was gathered from a tree.
+struct Gathered {
+    // The objects that belong into the reference, in the order of the inventory. The numbers in
+    // SignatureFacts::objects are positions in this list.
+    std::vector<InventoryObject> objects;
+    // By name of the page.
+    std::map<std::string, PageFacts> pages;
+    // One-line summaries of modules.
+    std::map<std::string, std::string> summaries;
+};
+
+struct Assembled {
+    // Without a header.
+    docset::ProductDocumentation documentation;
+    // Positions of the objects that nothing was found about, in the order of the list.
+    std::vector<std::size_t> undescribed;
+};
+
+// Makes a product's documentation of what was gathered.
+//
+// Each object gets a lookup record under its name. A property whose class is in the list is filed
+// with its class's item; every other object has an item of its own, which it shares with the
+// objects that are described together with it. An item's href is the page where the page documents
+// nothing else at its top level, the page with the object's anchor otherwise; descriptions of one
+// page with the same name and kind are filed together. Properties that only a class's field list
+// names get a lookup record, too, unless another entity has the name.
+//
+// The result depends on nothing but the argument. May be called from any thread.
+[[nodiscard]] Assembled assemble(const Gathered& gathered);
+
+}  // namespace reference::importers::sphinx

@@ -1,0 +1,341 @@
+#include "sphinx/BlockReader.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "sphinx/FieldLists.hpp"
+#include "sphinx/Signature.hpp"
+#include "sphinx/Text.hpp"
+#include "sphinx/VersionBoxes.hpp"
+
+namespace reference::importers::sphinx {
+namespace {
+
+bool isHeading(Node node) {
+    return node.hasTag({"h1", "h2", "h3", "h4", "h5", "h6"}) ||
+           (node.tag() == "p" && node.hasAnyClass({"rubric", "topic-title", "sidebar-title"}));
+}
+
+bool isCode(Node node) {
+    if (node.tag() == "pre")
+        return true;
+    if (!node.hasTag({"div", "table"}))
+        return false;
+    return node.hasAnyClass({"highlight", "doctest", "literal-block-wrapper", "highlighttable"}) ||
+           node.attribute("class").value_or(std::string_view()).starts_with("highlight-");
+}
+
+bool isFootnote(Node node) {
+    return node.hasTag({"div", "aside"}) && node.hasAnyClass({"footnote", "citation"}) &&
+           !node.hasClass("footnote-list");
+}
+
+bool isPassedOver(Node node) {
+    return isPageFurniture(node) || node.hasAnyClass({"toctree-wrapper", "contents"}) ||
+           isObjectDescription(node) || node.hasTag({"hr", "object", "iframe", "form"});
+}
+
+// The text of a <pre> as it is, but for line numbers.
+std::string codeText(Node pre) {
+    std::string text;
+    for (Node node = pre.next(pre); node; node = node.next(pre, isPageFurniture(node)))
+        if (!node.isElement())
+            text += node.ownText();
+    while (text.ends_with('\n') || text.ends_with('\r') || text.ends_with(' '))
+        text.pop_back();
+    return text;
+}
+
+Node preWithin(Node node) {
+    for (Node at = node; at; at = at.next(node, isPageFurniture(at)))
+        if (at.tag() == "pre" && !isPageFurniture(at) && !isPageFurniture(at.parent()) &&
+            !isPageFurniture(at.parent().parent()))
+            return at;
+    return {};
+}
+
+// A paragraph that is all bold serves as a heading.
+bool isBoldOnly(Node paragraph) {
+    const std::vector<Node> content = contentOf(paragraph);
+    if (content.empty() || !content.front().hasTag({"strong", "b"}))
+        return false;
+    return content.size() == 1 || (content.size() == 2 && trimmed(content[1].ownText()) == ":");
+}
+
+// "(Source code, png, pdf)" and the like: nothing but links in brackets.
+bool isLinksInBrackets(Node paragraph) {
+    const std::vector<Node> content = contentOf(paragraph);
+    if (content.size() < 3 || !trimmed(content.front().ownText()).starts_with('(') ||
+        !trimmed(content.back().ownText()).ends_with(')'))
+        return false;
+    return std::ranges::all_of(content, [](Node node) {
+        if (node.isElement())
+            return node.tag() == "a" && !node.hasClass("internal");
+        return node.ownText().find_first_not_of(" \t\r\n(),") == std::string_view::npos;
+    });
+}
+
+std::string withoutColon(std::string text) {
+    while (text.ends_with(':') || text.ends_with(' '))
+        text.pop_back();
+    return text;
+}
+
+}  // namespace
+
+bool isInline(Node node) {
+    if (!node.isElement())
+        return true;
+    return node.hasTag({"a",      "abbr", "b",    "bdi",  "big", "br",   "cite",  "code",
+                        "del",    "dfn",  "em",   "font", "i",   "img",  "ins",   "kbd",
+                        "label",  "mark", "math", "q",    "s",   "samp", "small", "span",
+                        "strong", "sub",  "sup",  "time", "tt",  "u",    "var",   "wbr"});
+}
+
+std::vector<Node> contentOf(Node container) {
+    std::vector<Node> content;
+    for (const Node child : container)
+        if (!child.isBlank())
+            content.push_back(child);
+    return content;
+}
+
+std::string proseOf(const std::vector<Node>& nodes) {
+    BlockReader reader;
+    reader.readNodes(nodes);
+    return reader.prose();
+}
+
+std::string proseWithin(Node container) {
+    BlockReader reader;
+    reader.readChildren(container);
+    return reader.prose();
+}
+
+std::string BlockReader::prose() const {
+    return joined(m_blocks, "\n\n");
+}
+
+void BlockReader::readChildren(Node container) {
+    readNodes({container.begin(), container.end()});
+}
+
+void BlockReader::readNodes(const std::vector<Node>& nodes) {
+    InlineText running;
+    const auto endRunning = [&] {
+        if (!running.empty())
+            onParagraph(running, {});
+        running = {};
+    };
+    for (const Node node : nodes) {
+        if (isInline(node)) {
+            running.add(node);
+            continue;
+        }
+        endRunning();
+        readBlock(node);
+    }
+    endRunning();
+}
+
+void BlockReader::addBlock(std::string text) {
+    if (text.empty())
+        return;
+    if (isNested())
+        m_blocks.push_back(std::move(text));
+    else
+        onBlock(std::move(text));
+}
+
+std::vector<std::string> BlockReader::capture(const std::function<void()>& read) {
+    std::vector<std::string> outer = std::exchange(m_blocks, {});
+    ++m_depth;
+    read();
+    --m_depth;
+    return std::exchange(m_blocks, std::move(outer));
+}
+
+void BlockReader::onBlock(std::string text) {
+    keep(std::move(text));
+}
+
+void BlockReader::onParagraph(const InlineText& text, Node) {
+    addBlock(text.text());
+}
+
+void BlockReader::onHeading(const std::string& text, bool) {
+    addBlock(text);
+}
+
+void BlockReader::onCode(const Code& code) {
+    addBlock(code.text);
+}
+
+void BlockReader::onSeeAlso(Node box) {
+    readAdmonition(box);
+}
+
+void BlockReader::onFieldList(Node list) {
+    for (const Field& field : readFieldList(list))
+        addBlock(fieldText(field));
+}
+
+void BlockReader::onVersionBox(Node box) {
+    for (std::string& block : capture([&] { readChildren(box); }))
+        addBlock(std::move(block));
+}
+
+// Tables that list members say what the members' own descriptions say.
+void BlockReader::onTable(Node table) {
+    if (table.hasAnyClass({"autosummary", "indextable"}))
+        return;
+    const bool isNote = table.hasAnyClass({"footnote", "citation"});
+    std::string text;
+    for (Node node = table.next(table); node; node = node.next(table)) {
+        if (node.tag() != "tr")
+            continue;
+        std::vector<std::string> cells;
+        for (Node cell = node.firstElement(); cell; cell = cell.nextElement())
+            if (cell.hasTag({"td", "th"}))
+                cells.push_back(inlineText(cell));
+        const std::string row = joined(cells, isNote ? " " : " | ");
+        if (!trimmed(row).empty())
+            text += (text.empty() ? "" : "\n") + row;
+    }
+    addBlock(std::move(text));
+}
+
+// The kinds of block are told apart in an order in which the more special comes first.
+void BlockReader::readBlock(Node node) {
+    if (isPassedOver(node))
+        return;
+    if (isVersionBox(node))
+        onVersionBox(node);
+    else if (isHeading(node))
+        onHeading(inlineText(node), false);
+    else if (node.tag() == "p")
+        readParagraph(node);
+    else if (node.hasClass("seealso"))
+        onSeeAlso(node);
+    else if (node.hasClass("admonition"))
+        readAdmonition(node);
+    else if (isCode(node))
+        readCode(node);
+    else if (isFieldList(node))
+        onFieldList(node);
+    else if (node.hasClass("math"))
+        addBlock(formulaText(node));
+    else if (isFootnote(node))
+        readNote(node);
+    else if (node.hasTag({"ul", "ol"}))
+        readList(node);
+    else if (node.tag() == "dl")
+        readDefinitions(node);
+    else if (node.tag() == "table")
+        onTable(node);
+    else if (node.hasClass("line-block"))
+        readLines(node);
+    else
+        readChildren(node);
+}
+
+void BlockReader::readParagraph(Node node) {
+    if (isLinksInBrackets(node))
+        return;
+    // Formulas set apart are blocks that some pages put within a paragraph.
+    const InlineText text(node);
+    if (text.empty())
+        return;
+    if (isBoldOnly(node))
+        onHeading(withoutColon(text.text()), true);
+    else
+        onParagraph(text, node);
+}
+
+void BlockReader::readCode(Node node) {
+    const Node pre = preWithin(node);
+    if (!pre)
+        return;
+    Code code;
+    code.text = codeText(pre);
+    if (const Node caption = node.findClass("caption-text"))
+        code.caption = inlineText(caption);
+    code.isLiteral = node.tag() == "pre" ||
+                     node.hasAnyClass({"highlight-none", "highlight-text"}) ||
+                     node.findClass("highlight-none") || node.findClass("highlight-text");
+    if (!code.text.empty())
+        onCode(code);
+}
+
+void BlockReader::addItem(const std::string& lead, const std::vector<std::string>& blocks,
+                          std::string& list) {
+    std::string item = joined(blocks, "\n");
+    if (!lead.empty())
+        item = item.empty() ? lead : lead + ": " + item;
+    if (item.empty())
+        return;
+    for (std::size_t at = item.find('\n'); at != std::string::npos; at = item.find('\n', at + 1))
+        item.insert(at + 1, "  ");
+    list += (list.empty() ? "- " : "\n- ") + item;
+}
+
+void BlockReader::readList(Node list) {
+    std::string text;
+    for (Node item = list.firstElement(); item; item = item.nextElement())
+        addItem({}, capture([&] { readChildren(item); }), text);
+    addBlock(std::move(text));
+}
+
+void BlockReader::readDefinitions(Node list) {
+    std::string text;
+    std::string term;
+    for (Node node = list.firstElement(); node; node = node.nextElement()) {
+        if (node.tag() == "dt") {
+            term += (term.empty() ? "" : ", ") + withoutColon(inlineText(node));
+        } else {
+            addItem(std::exchange(term, {}), capture([&] { readChildren(node); }), text);
+        }
+    }
+    addItem(term, {}, text);
+    addBlock(std::move(text));
+}
+
+void BlockReader::readAdmonition(Node box) {
+    std::string title;
+    std::vector<Node> content;
+    for (const Node child : box) {
+        if (child.hasClass("admonition-title"))
+            title = withoutColon(inlineText(child));
+        else
+            content.push_back(child);
+    }
+    const std::vector<std::string> blocks = capture([&] { readNodes(content); });
+    if (blocks.empty())
+        return;
+    addBlock((title.empty() ? "" : title + ": ") + joined(blocks, "\n\n"));
+}
+
+// A footnote or a reference: its label, then its text.
+void BlockReader::readNote(Node note) {
+    std::vector<Node> content;
+    std::string label;
+    for (const Node child : note) {
+        if (child.hasClass("label"))
+            label = inlineText(child);
+        else
+            content.push_back(child);
+    }
+    const std::string text = joined(capture([&] { readNodes(content); }), "\n\n");
+    if (!label.empty() && !label.starts_with('['))
+        label = "[" + label + "]";
+    addBlock(label.empty() || text.empty() ? label + text : label + " " + text);
+}
+
+void BlockReader::readLines(Node block) {
+    std::vector<std::string> lines;
+    for (Node line = block.firstElement(); line; line = line.nextElement())
+        lines.push_back(inlineText(line));
+    addBlock(joined(lines, "\n"));
+}
+
+}  // namespace reference::importers::sphinx

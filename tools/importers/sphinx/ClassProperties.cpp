@@ -1,0 +1,118 @@
+#include "sphinx/ClassProperties.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "fl/i18n/utf.hpp"
+#include "sphinx/Sentence.hpp"
+
+namespace reference::importers::sphinx {
+namespace {
+
+using fl::i18n::toUtf16;
+
+std::string sentenceOf(const std::string& text) {
+    InlineText paragraph;
+    paragraph.addText(text.substr(0, text.find("\n\n")));
+    return firstSentence(paragraph);
+}
+
+void fillGap(std::string& text, const std::string& other) {
+    if (text.empty())
+        text = other;
+}
+
+property::ClassProperty toProperty(const DocumentedProperty& property) {
+    std::vector<std::u16string> values;
+    const bool saysNothing = property.classifier.empty() && property.explanation.empty();
+    const std::string& value = saysNothing ? property.signature : property.classifier;
+    if (!value.empty())
+        values.push_back(toUtf16(value));
+    return {toUtf16(property.name), toUtf16(property.explanation), toUtf16(property.href),
+            std::move(values)};
+}
+
+}  // namespace
+
+ClassProperties::Group& ClassProperties::groupOf(const std::string& title) {
+    const auto found = std::ranges::find(m_groups, title, &Group::title);
+    return found != m_groups.end() ? *found : m_groups.emplace_back(Group{title, {}});
+}
+
+DocumentedProperty* ClassProperties::find(const std::string& name) {
+    for (Group& group : m_groups) {
+        const auto found = std::ranges::find(group.properties, name, &DocumentedProperty::name);
+        if (found != group.properties.end())
+            return &*found;
+    }
+    return nullptr;
+}
+
+void ClassProperties::addFields(const std::vector<Field>& fields) {
+    for (const Field& field : fields) {
+        if (field.role != FieldRole::Properties)
+            continue;
+        for (const NamedPart& part : field.parts) {
+            if (DocumentedProperty* const known = find(part.name)) {
+                fillGap(known->classifier, part.classifier);
+                fillGap(known->explanation, part.text);
+                continue;
+            }
+            groupOf(field.title)
+                .properties.push_back({.name = part.name,
+                                       .title = field.title,
+                                       .href = {},
+                                       .classifier = part.classifier,
+                                       .signature = {},
+                                       .purpose = {},
+                                       .explanation = part.text});
+        }
+    }
+}
+
+void ClassProperties::add(const DocumentedProperty& property) {
+    DocumentedProperty* const known = find(property.name);
+    if (known == nullptr) {
+        groupOf(property.title).properties.push_back(property);
+        return;
+    }
+    DocumentedProperty merged = property;
+    fillGap(merged.href, known->href);
+    fillGap(merged.classifier, known->classifier);
+    if (merged.explanation.empty()) {
+        merged.purpose = known->purpose;
+        merged.explanation = known->explanation;
+    }
+    *known = std::move(merged);
+}
+
+std::string ClassProperties::purposeOf(const std::string& name) const {
+    for (const Group& group : m_groups)
+        for (const DocumentedProperty& each : group.properties)
+            if (each.name == name)
+                return each.purpose.empty() ? sentenceOf(each.explanation) : each.purpose;
+    return {};
+}
+
+std::vector<std::string> ClassProperties::names() const {
+    std::vector<std::string> names;
+    for (const Group& group : m_groups)
+        for (const DocumentedProperty& each : group.properties)
+            names.push_back(each.name);
+    return names;
+}
+
+std::vector<property::ClassPropertyGroup> ClassProperties::groups() const {
+    std::vector<property::ClassPropertyGroup> groups;
+    for (const Group& group : m_groups) {
+        std::vector<property::ClassProperty> properties;
+        std::ranges::transform(group.properties, std::back_inserter(properties), toProperty);
+        if (properties.empty())
+            continue;
+        property::ClassPropertyGroup entry(toUtf16(group.title), std::move(properties));
+        groups.push_back(std::move(entry));
+    }
+    return groups;
+}
+
+}  // namespace reference::importers::sphinx

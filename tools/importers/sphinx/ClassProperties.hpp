@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "property/ClassPropertyGroup.hpp"
+#include "sphinx/Facts.hpp"
+
+namespace reference::importers::sphinx {
+
+// A property of a class that has a description of its own, or at least an entry in the inventory.
+// All texts UTF-8.
+struct DocumentedProperty {
+    // Unqualified.
+    std::string name;
+    // The heading that it stands under unless the class's own page lists it under another one.
+    std::string title;
+    // Where it is documented.
+    std::string href;
+    // Its type; empty: unknown.
+    std::string classifier;
+    // The signature as displayed, which stands in for the type where nothing else is said.
+    std::string signature;
+    // One sentence, and the whole explanation; empty: none.
+    std::string purpose;
+    std::string explanation;
+};
+
+// The properties of one class: what its page lists in fields, merged with what the properties' own
+// descriptions say. Headings and properties are in the order of the fields, followed by the
+// properties that no field lists; each property occurs once. Where both sources speak of a
+// property, its own description wins, and the field fills the gaps.
+class ClassProperties {
+  public:
+    // Adds the fields of the class's page; those that list no properties are passed over.
+    void addFields(const std::vector<Field>& fields);
+    void add(const DocumentedProperty& property);
+
+    // The one-sentence purpose of a property; empty: none, or no such property.
+    [[nodiscard]] std::string purposeOf(const std::string& name) const;
+    // The names of all properties, in their order.
+    [[nodiscard]] std::vector<std::string> names() const;
+    // Groups without properties are left out.
+    [[nodiscard]] std::vector<property::ClassPropertyGroup> groups() const;
+
+  private:
+    struct Group {
+        std::string title;
+        std::vector<DocumentedProperty> properties;
+    };
+
+    Group& groupOf(const std::string& title);
+    [[nodiscard]] DocumentedProperty* find(const std::string& name);
+
+    std::vector<Group> m_groups;
+};
+
+}  // namespace reference::importers::sphinx

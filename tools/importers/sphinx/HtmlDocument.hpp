@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+#include <stdexcept>
+#include <string_view>
+
+#include "sphinx/Node.hpp"
+
+namespace reference::importers::sphinx {
+
+// Why a page's text cannot be used as a tree; a sentence without the page's name.
+class HtmlError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// The storage that the tree of one page lives in. Reusing one arena for many pages saves most of
+// the cost of allocation. Not to be used by two threads at a time.
+class HtmlArena {
+  public:
+    HtmlArena();
+    ~HtmlArena();
+    HtmlArena(const HtmlArena&) = delete;
+    HtmlArena& operator=(const HtmlArena&) = delete;
+
+  private:
+    friend class HtmlDocument;
+    class Storage;
+    std::unique_ptr<Storage> m_storage;
+};
+
+// One page, parsed as a browser would parse it. One at a time may exist in an arena; its nodes live
+// as long as the document, the arena and the text.
+//
+// Its depth is bounded, so that it can be walked by recursion.
+class HtmlDocument {
+  public:
+    // The most elements that may stand within one another.
+    static constexpr int maximumDepth = 512;
+
+    // Parses well-formed UTF-8. Throws HtmlError where elements stand deeper than `maximumDepth`
+    // within one another or the tree would take more than 512 MiB: no honest page comes near that.
+    HtmlDocument(HtmlArena& arena, std::string_view text);
+    ~HtmlDocument();
+    HtmlDocument(const HtmlDocument&) = delete;
+    HtmlDocument& operator=(const HtmlDocument&) = delete;
+
+    // The element <html>.
+    [[nodiscard]] Node root() const noexcept { return m_root; }
+
+  private:
+    HtmlArena& m_arena;
+    Node m_root;
+};
+
+}  // namespace reference::importers::sphinx

@@ -1,0 +1,154 @@
+#include "sphinx/Node.hpp"
+
+#include <algorithm>
+
+#include <gumbo.h>
+
+#include "sphinx/Text.hpp"
+
+namespace reference::importers::sphinx {
+namespace {
+
+const GumboVector* childrenOf(const GumboNode* node) noexcept {
+    if (node == nullptr)
+        return nullptr;
+    if (node->type == GUMBO_NODE_ELEMENT || node->type == GUMBO_NODE_TEMPLATE)
+        return &node->v.element.children;
+    return node->type == GUMBO_NODE_DOCUMENT ? &node->v.document.children : nullptr;
+}
+
+const GumboNode* childAt(const GumboNode* node, std::size_t index) noexcept {
+    const GumboVector* children = childrenOf(node);
+    return children != nullptr && index < children->length
+               ? static_cast<const GumboNode*>(children->data[index])
+               : nullptr;
+}
+
+}  // namespace
+
+bool Node::isElement() const noexcept {
+    return m_node != nullptr &&
+           (m_node->type == GUMBO_NODE_ELEMENT || m_node->type == GUMBO_NODE_TEMPLATE);
+}
+
+std::string_view Node::tag() const noexcept {
+    return isElement() ? gumbo_normalized_tagname(m_node->v.element.tag) : std::string_view();
+}
+
+bool Node::hasTag(std::initializer_list<std::string_view> tags) const noexcept {
+    return isElement() && std::ranges::find(tags, tag()) != tags.end();
+}
+
+std::string_view Node::ownText() const noexcept {
+    if (m_node == nullptr ||
+        (m_node->type != GUMBO_NODE_TEXT && m_node->type != GUMBO_NODE_WHITESPACE &&
+         m_node->type != GUMBO_NODE_CDATA))
+        return {};
+    return m_node->v.text.text;
+}
+
+bool Node::isBlank() const noexcept {
+    if (m_node == nullptr || isElement())
+        return false;
+    return m_node->type == GUMBO_NODE_WHITESPACE || m_node->type == GUMBO_NODE_COMMENT ||
+           trimmed(ownText()).empty();
+}
+
+std::optional<std::string_view> Node::attribute(const char* name) const noexcept {
+    if (!isElement())
+        return std::nullopt;
+    const GumboAttribute* found = gumbo_get_attribute(&m_node->v.element.attributes, name);
+    if (found == nullptr)
+        return std::nullopt;
+    return std::string_view(found->value);
+}
+
+bool Node::hasClass(std::string_view name) const noexcept {
+    std::string_view classes = attribute("class").value_or(std::string_view());
+    while (!classes.empty()) {
+        const std::size_t end = std::min(classes.find_first_of(" \t\r\n\f"), classes.size());
+        if (classes.substr(0, end) == name)
+            return true;
+        classes.remove_prefix(std::min(end + 1, classes.size()));
+    }
+    return false;
+}
+
+bool Node::hasAnyClass(std::initializer_list<std::string_view> names) const noexcept {
+    return std::ranges::any_of(names, [this](auto name) { return hasClass(name); });
+}
+
+std::size_t Node::offset() const noexcept {
+    return isElement() ? m_node->v.element.start_pos.offset : 0;
+}
+
+Node Node::parent() const noexcept {
+    return Node(m_node != nullptr ? m_node->parent : nullptr);
+}
+
+Node Node::firstChild() const noexcept {
+    return Node(childAt(m_node, 0));
+}
+
+Node Node::nextSibling() const noexcept {
+    return m_node != nullptr ? Node(childAt(m_node->parent, m_node->index_within_parent + 1))
+                             : Node();
+}
+
+Node Node::firstElement() const noexcept {
+    const Node child = firstChild();
+    return !child || child.isElement() ? child : child.nextElement();
+}
+
+Node Node::nextElement() const noexcept {
+    Node sibling = nextSibling();
+    while (sibling && !sibling.isElement())
+        sibling = sibling.nextSibling();
+    return sibling;
+}
+
+Node Node::previousElement() const noexcept {
+    if (m_node == nullptr)
+        return {};
+    for (std::size_t index = m_node->index_within_parent; index-- > 0;)
+        if (const Node sibling(childAt(m_node->parent, index)); sibling.isElement())
+            return sibling;
+    return {};
+}
+
+Node Node::next(Node root, bool passOver) const noexcept {
+    if (const Node child = firstChild(); child && !passOver)
+        return child;
+    for (Node node = *this; node && node != root; node = node.parent())
+        if (const Node sibling = node.nextSibling())
+            return sibling;
+    return {};
+}
+
+Node Node::findClass(std::string_view name) const noexcept {
+    for (Node node = next(*this); node; node = node.next(*this))
+        if (node.hasClass(name))
+            return node;
+    return {};
+}
+
+Node Node::findTag(std::string_view name) const noexcept {
+    for (Node node = next(*this); node; node = node.next(*this))
+        if (node.tag() == name)
+            return node;
+    return {};
+}
+
+Node::Iterator Node::begin() const noexcept {
+    const GumboVector* children = childrenOf(m_node);
+    return Iterator(children != nullptr ? children->data : nullptr);
+}
+
+Node::Iterator Node::end() const noexcept {
+    const GumboVector* children = childrenOf(m_node);
+    return Iterator(children != nullptr && children->data != nullptr
+                        ? children->data + children->length
+                        : nullptr);
+}
+
+}  // namespace reference::importers::sphinx

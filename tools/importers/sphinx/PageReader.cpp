@@ -1,0 +1,237 @@
+#include "sphinx/PageReader.hpp"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <optional>
+#include <unordered_map>
+#include <utility>
+
+#include "sphinx/DescriptionBody.hpp"
+#include "sphinx/Hrefs.hpp"
+#include "sphinx/InlineText.hpp"
+#include "sphinx/Signature.hpp"
+#include "sphinx/Text.hpp"
+
+namespace reference::importers::sphinx {
+namespace {
+
+bool isHeading(Node node) {
+    return node.hasTag({"h1", "h2", "h3", "h4", "h5", "h6"});
+}
+
+bool isSection(Node node) {
+    return node.tag() == "section" || (node.tag() == "div" && node.hasClass("section"));
+}
+
+bool isModuleTarget(Node node) {
+    return node.attribute("id").value_or(std::string_view()).starts_with("module-");
+}
+
+// The elements of a page that have one of the wanted ids, the first for each.
+class Anchors {
+  public:
+    Anchors(Node root, const std::vector<WantedObject>& wanted) {
+        for (const WantedObject& each : wanted) {
+            m_elements.try_emplace(each.anchor);
+            if (each.anchor.find('%') != std::string::npos)
+                m_elements.try_emplace(percentDecoded(each.anchor));
+        }
+        for (Node node = root; node; node = node.next(root)) {
+            note(node, node.attribute("id"));
+            if (node.tag() == "a")
+                note(node, node.attribute("name"));
+        }
+    }
+
+    [[nodiscard]] Node find(const std::string& anchor) const {
+        if (const Node element = at(anchor))
+            return element;
+        return anchor.find('%') != std::string::npos ? at(percentDecoded(anchor)) : Node();
+    }
+
+  private:
+    void note(Node node, std::optional<std::string_view> id) {
+        if (!id || id->empty())
+            return;
+        const auto found = m_elements.find(std::string(*id));
+        if (found != m_elements.end() && !found->second)
+            found->second = node;
+    }
+
+    [[nodiscard]] Node at(const std::string& anchor) const {
+        const auto found = m_elements.find(anchor);
+        return found != m_elements.end() ? found->second : Node();
+    }
+
+    std::unordered_map<std::string, Node> m_elements;
+};
+
+// The signature line that an id belongs to: the line itself has it, something within the line has
+// it, or a mark that stands before the description has it. Null: none.
+Node signatureLineOf(Node element) {
+    for (Node node = element; node; node = node.parent()) {
+        if (node.tag() == "dt" && isObjectDescription(node.parent()))
+            return node;
+        if (node.hasTag({"dd", "div", "section", "body", "li", "td"}))
+            break;
+    }
+    Node following = element;
+    while (following && following.hasTag({"span", "a"}))
+        following = following.nextElement();
+    if (following != element && following && isObjectDescription(following))
+        return following.firstElement();
+    if (isObjectDescription(element))
+        return element.firstElement();
+    return {};
+}
+
+// Signature lines follow one another without a definition between them; the first of them stands
+// for all.
+Node firstLineOf(Node dt) {
+    for (Node before = dt.previousElement(); before && before.tag() == "dt";
+         before = dt.previousElement())
+        dt = before;
+    return dt;
+}
+
+bool isWithinDescription(Node dt) {
+    for (Node node = dt.parent().parent(); node; node = node.parent())
+        if (isObjectDescription(node))
+            return true;
+    return false;
+}
+
+using ObjectsOfLine = std::map<std::size_t, std::pair<Node, std::vector<std::size_t>>>;
+
+DescriptionFacts readDescription(Node firstLine, const ObjectsOfLine& objects) {
+    DescriptionFacts facts;
+    facts.isNested = isWithinDescription(firstLine);
+    Node node = firstLine;
+    for (; node && node.tag() == "dt"; node = node.nextElement()) {
+        SignatureFacts signature = readSignature(node);
+        if (const auto found = objects.find(node.offset()); found != objects.end())
+            signature.objects = found->second.second;
+        facts.names.push_back(signature.name);
+        facts.signatures.push_back(std::move(signature));
+    }
+    std::vector<Node> body;
+    for (; node && node.tag() == "dd"; node = node.nextElement())
+        body.insert(body.end(), node.begin(), node.end());
+    readDescriptionBody(body, facts);
+    return facts;
+}
+
+// The part of a section that speaks of the module itself: what follows the module's mark, up to
+// the first description, subsection or other module.
+std::vector<Node> moduleIntroduction(Node target, DescriptionFacts& facts) {
+    const bool isWhole = isSection(target);
+    const Node section = isWhole ? target : target.parent();
+    for (Node node = section.firstElement(); node && facts.title.empty(); node = node.nextElement())
+        if (isHeading(node))
+            facts.title = inlineText(node);
+    std::vector<Node> nodes;
+    bool follows = isWhole;
+    for (const Node node : section) {
+        if (node == target) {
+            follows = true;
+            continue;
+        }
+        if (!follows || isHeading(node))
+            continue;
+        if (isSection(node) || isObjectDescription(node) || isModuleTarget(node))
+            break;
+        nodes.push_back(node);
+    }
+    return nodes;
+}
+
+DescriptionFacts readModule(Node target, std::size_t object) {
+    DescriptionFacts facts;
+    facts.isModule = true;
+    if (const auto id = target.attribute("id"); id && id->starts_with("module-"))
+        facts.names.emplace_back(id->substr(id->find('-') + 1));
+    // A mark before a section speaks of the section.
+    Node following = target;
+    while (following.hasTag({"span"}) && following.nextElement())
+        following = following.nextElement();
+    if (isSection(following))
+        target = following;
+    facts.signatures.emplace_back().objects = {object};
+    readDescriptionBody(moduleIntroduction(target, facts), facts);
+    // The mark may stand below the text that introduces the module.
+    const Node section = target.parent();
+    if (facts.purpose.empty() && isSection(section) && !isSection(target)) {
+        std::vector<Node> before;
+        for (Node node = section.firstElement(); node && node != target; node = node.nextElement())
+            if (node.tag() == "p")
+                before.push_back(node);
+        readDescriptionBody(before, facts);
+    }
+    return facts;
+}
+
+void resolveLinks(DescriptionFacts& facts, std::string_view page) {
+    for (LinkFacts& link : facts.seeAlso)
+        if (!link.href.empty())
+            link.href = resolvedHref(page, link.href);
+}
+
+std::vector<DescriptionFacts> readDescriptions(Node root, const std::vector<WantedObject>& wanted) {
+    const Anchors anchors(root, wanted);
+    ObjectsOfLine objectsOfLine;
+    std::map<std::size_t, Node> firstLines;
+    std::multimap<std::size_t, DescriptionFacts> found;
+    for (const WantedObject& each : wanted) {
+        const Node element = anchors.find(each.anchor);
+        if (!element)
+            continue;
+        if (each.isModule) {
+            found.emplace(element.offset(), readModule(element, each.object));
+            continue;
+        }
+        const Node line = signatureLineOf(element);
+        if (!line)
+            continue;
+        objectsOfLine[line.offset()].first = line;
+        objectsOfLine[line.offset()].second.push_back(each.object);
+        const Node first = firstLineOf(line);
+        firstLines.emplace(first.offset(), first);
+    }
+    for (const auto& [offset, line] : firstLines)
+        found.emplace(offset, readDescription(line, objectsOfLine));
+    std::vector<DescriptionFacts> descriptions;
+    std::ranges::transform(found, std::back_inserter(descriptions),
+                           [](auto& each) { return std::move(each.second); });
+    return descriptions;
+}
+
+}  // namespace
+
+PageFacts readPage(HtmlArena& arena, std::string_view html, std::string_view page,
+                   const std::vector<WantedObject>& wanted) {
+    PageFacts facts;
+    std::string repaired;
+    if (!isWellFormed(html)) {
+        repaired = toWellFormed(html);
+        html = repaired;
+        facts.fault = "It is not well-formed UTF-8; the bytes at fault were replaced.";
+    }
+    if (trimmed(html).empty()) {
+        facts.fault = "The file is empty.";
+        facts.isMissing = true;
+        return facts;
+    }
+    try {
+        const HtmlDocument document(arena, html);
+        facts.descriptions = readDescriptions(document.root(), wanted);
+    } catch (const HtmlError& error) {
+        facts.fault = error.what();
+        facts.isMissing = true;
+    }
+    for (DescriptionFacts& each : facts.descriptions)
+        resolveLinks(each, page);
+    return facts;
+}
+
+}  // namespace reference::importers::sphinx

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace reference::importers::sphinx {
+
+// Small operations on UTF-8 text that several readers share. All may be called from any thread.
+
+// Without white space (ASCII and no-break space) at either end.
+[[nodiscard]] std::string_view trimmed(std::string_view text);
+
+// Every run of white space (ASCII and no-break space) turned into one space, none at either end;
+// zero-width spaces, which pages carry as hints for line breaks, taken out.
+[[nodiscard]] std::string collapsed(std::string_view text);
+
+// ASCII letters in lower case, everything else unchanged.
+[[nodiscard]] std::string lowered(std::string_view text);
+
+// Whether `text` is well-formed UTF-8 throughout.
+[[nodiscard]] bool isWellFormed(std::string_view text);
+
+// `text` with every ill-formed part replaced by U+FFFD.
+[[nodiscard]] std::string toWellFormed(std::string_view text);
+
+// "%41" turned into "A" and so on; a "%" that no two hexadecimal digits follow stays.
+[[nodiscard]] std::string percentDecoded(std::string_view text);
+
+// The parts between the commas that stand outside brackets, each trimmed, empty ones left out.
+[[nodiscard]] std::vector<std::string> splitAtCommas(std::string_view text);
+
+// What follows the last "." of a qualified name, or the whole of a name without one.
+[[nodiscard]] std::string_view lastComponent(std::string_view name);
+
+// `parts` with `separator` between each two.
+[[nodiscard]] std::string joined(const std::vector<std::string>& parts, std::string_view separator);
+
+}  // namespace reference::importers::sphinx

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "sphinx/Node.hpp"
+
+namespace reference::importers::sphinx {
+
+// The boxes in which a page tells that something is new, has changed or is deprecated. All
+// functions may be called from any thread.
+
+// Whether the node is such a box.
+[[nodiscard]] bool isVersionBox(Node node);
+
+enum class VersionChange { Added, Changed, Deprecated };
+
+struct VersionBox {
+    VersionChange change = VersionChange::Changed;
+    // The version that the box names; empty where it names none.
+    std::string version;
+    // What the box says beyond "New in version …"; may be empty.
+    std::string explanation;
+    // The whole as displayed.
+    std::string text;
+};
+
+// Reads a node that `isVersionBox` accepts.
+[[nodiscard]] VersionBox readVersionBox(Node box);
+
+// What is known of the object that a box stands at.
+struct BoxOwner {
+    // The object's names, qualified or not.
+    std::vector<std::string> names;
+    // The names of its parameters.
+    std::vector<std::string> parts;
+};
+
+// Whether the explanation speaks of a part of the object (a parameter, an option, a way to call it)
+// or of something else altogether and so says nothing of the object as a whole. An empty
+// explanation speaks of the whole.
+[[nodiscard]] bool concernsPart(std::string_view explanation, const BoxOwner& owner);
+
+}  // namespace reference::importers::sphinx
