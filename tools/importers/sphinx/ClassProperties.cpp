@@ -22,13 +22,21 @@ void fillGap(std::string& text, const std::string& other) {
         text = other;
 }
 
+std::string summaryOf(const DocumentedProperty& property) {
+    if (!property.purpose.empty())
+        return property.purpose;
+    return property.explanation.empty() ? property.signature : sentenceOf(property.explanation);
+}
+
+// A property has no place for a syntax. Where its page says nothing else, the signature line, which
+// often shows type and value, is all that there is to tell of it.
 property::ClassProperty toProperty(const DocumentedProperty& property) {
     std::vector<std::u16string> values;
-    const bool saysNothing = property.classifier.empty() && property.explanation.empty();
-    const std::string& value = saysNothing ? property.signature : property.classifier;
-    if (!value.empty())
-        values.push_back(toUtf16(value));
-    return {toUtf16(property.name), toUtf16(property.explanation), toUtf16(property.href),
+    if (!property.classifier.empty())
+        values.push_back(toUtf16(property.classifier));
+    const std::string& explanation =
+        property.explanation.empty() ? property.signature : property.explanation;
+    return {toUtf16(property.name), toUtf16(explanation), toUtf16(property.href),
             std::move(values)};
 }
 
@@ -90,7 +98,7 @@ std::string ClassProperties::purposeOf(const std::string& name) const {
     for (const Group& group : m_groups)
         for (const DocumentedProperty& each : group.properties)
             if (each.name == name)
-                return each.purpose.empty() ? sentenceOf(each.explanation) : each.purpose;
+                return summaryOf(each);
     return {};
 }
 

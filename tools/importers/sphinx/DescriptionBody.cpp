@@ -21,6 +21,18 @@ bool isExamplesHeading(std::string_view heading) {
         [&](std::string_view word) { return text.starts_with(word); });
 }
 
+// Under these, code illustrates what the prose says of the object and is no use of it.
+bool isNotesHeading(std::string_view heading) {
+    const std::string text = lowered(heading);
+    return std::ranges::any_of(
+        std::initializer_list<std::string_view>{"note", "reference", "warning", "algorithm"},
+        [&](std::string_view word) { return text.starts_with(word); });
+}
+
+bool isSession(std::string_view code) {
+    return trimmed(code).starts_with(">>>") || trimmed(code).starts_with("In [");
+}
+
 bool isSeeAlsoHeading(std::string_view heading) {
     return fieldRoleOf(heading) == FieldRole::SeeAlso;
 }
@@ -138,14 +150,15 @@ class BodyReader : public BlockReader {
         endSection();
         m_heading = text;
         m_inExamples = isExamplesHeading(text);
+        m_inNotes = isNotesHeading(text);
         m_endsWithCode = isParagraph;
         m_inSeeAlso = isSeeAlsoHeading(text);
     }
 
     // Code blocks are examples. Plain text is, too, under a heading for examples; elsewhere it is
-    // part of the prose.
+    // part of the prose, and so is under a heading for notes what is no recorded session.
     void onCode(const Code& code) override {
-        if (code.isLiteral && !m_inExamples) {
+        if ((code.isLiteral && !m_inExamples) || (m_inNotes && !isSession(code.text))) {
             BlockReader::onCode(code);
             return;
         }
@@ -231,6 +244,7 @@ class BodyReader : public BlockReader {
         m_held.clear();
         m_heading.clear();
         m_inExamples = false;
+        m_inNotes = false;
         m_inSeeAlso = false;
         m_sectionHasExample = false;
     }
@@ -329,6 +343,7 @@ class BodyReader : public BlockReader {
     std::vector<VersionBox> m_boxes;
     bool m_hasParagraphs = false;
     bool m_inExamples = false;
+    bool m_inNotes = false;
     // Whether the section for examples is over with its first code block.
     bool m_endsWithCode = false;
     bool m_inSeeAlso = false;

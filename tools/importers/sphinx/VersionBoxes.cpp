@@ -71,6 +71,10 @@ constexpr std::array verbs = std::to_array<std::string_view>(
      "replaces", "require", "requires", "returns", "shall", "should",   "supports",
      "takes",    "uses",    "was",      "were",    "will",  "works",    "would"});
 
+// Verbs by which a sentence lays down a rule.
+constexpr std::array ruleVerbs =
+    std::to_array<std::string_view>({"can", "cannot", "may", "must", "shall", "should"});
+
 // What a sentence may call the object itself.
 constexpr std::array objectWords = std::to_array<std::string_view>({
     "api",       "attribute", "class",     "constant", "constructor", "decorator", "exception",
@@ -228,7 +232,8 @@ bool namesOther(const Words& subject, const BoxOwner& owner) {
 //   8. another module, class or function named as such, or something else that is named as in code
 //      and said to be deprecated: a part;
 //   9. a parameter's name as the subject, or any single name that is said to be deprecated: a part;
-//  10. anything else: the whole.
+//  10. a rule for something that is not the object ("Group ids can only …"): a part;
+//  11. anything else: the whole.
 bool concernsPart(std::string_view explanation, const BoxOwner& owner) {
     InlineText paragraph;
     paragraph.addText(explanation);
@@ -280,6 +285,10 @@ bool concernsPart(std::string_view explanation, const BoxOwner& owner) {
                                        !isOwnName(word, owner);
                             }) &&
         (subject.size() == 1 || !hasAny(subject, objectWords)))
+        return true;
+    const bool isRule = verb != words.end() && isOneOf(lowered(*verb), ruleVerbs);
+    if (isRule && !subject.empty() && opening != "it" && !hasAny(subject, pointers) &&
+        !hasAny(subject, objectWords))
         return true;
     const bool isLoneName =
         first == words.begin() && subject.size() == 1 && !isOwnName(subject.front(), owner);

@@ -55,10 +55,12 @@ TEST(ClassPropertiesTest, MergeFieldsWithDescriptionsOnPagesOfTheirOwn) {
                 ElementsAre(ClassPropertyGroup(
                     u"Attributes", {ClassProperty(u"a", u"Own a.", u"C.a.html", {u"int"}),
                                     ClassProperty(u"b", u"Listed b.", u"C.b.html", {u"str"}),
-                                    ClassProperty(u"z", u"", u"C.z.html", {u"z"})})));
+                                    ClassProperty(u"z", u"z", u"C.z.html", {})})));
     EXPECT_EQ(recordOf(result, u"m.C.a").getPurpose(), u"Own a.");
     EXPECT_EQ(recordOf(result, u"m.C.b").getPurpose(), u"Listed b.");
     EXPECT_EQ(recordOf(result, u"m.C.b").getHref(), u"C.html");
+    // Of a property that its page says nothing of, the signature is all there is to tell.
+    EXPECT_EQ(recordOf(result, u"m.C.z").getPurpose(), u"z");
 }
 
 TEST(ClassPropertiesTest, GetARecordWhereOnlyAFieldNamesThem) {

@@ -41,6 +41,14 @@ TEST(ExamplesTest, AreTitledByTheHeadingOrTheParagraphBeforeThem) {
               "[In a file] x\n");
 }
 
+TEST(ExamplesTest, AreNotTheFormulasUnderNotes) {
+    const std::string notes = "<p class=\"rubric\">Notes</p><p>The factor is:</p>";
+    EXPECT_EQ(examplesOf(notes + code("n**(-1./(d+4))")), "");
+    EXPECT_EQ(readBody("<p>P.</p>" + notes + code("n**(-1./(d+4))")).description,
+              "Notes\n\nThe factor is:\n\nn**(-1./(d+4))");
+    EXPECT_EQ(examplesOf(notes + code("&gt;&gt;&gt; f(1)")), "[The factor is] >>> f(1)\n");
+}
+
 TEST(ExamplesTest, StaySeparateWhereProseStandsBetweenThem) {
     EXPECT_EQ(examplesOf(heading + code("a") + "<p>Then.</p>" + code("b")),
               "[Examples] a\n[Then.] b\n");

@@ -1,0 +1,181 @@
+// The whole road over the documentation of SciPy, as Debian installs it: built HTML pages in, found
+// entries out.
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <ios>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <zlib.h>
+
+#include "docparser/DocResourceParser.hpp"
+#include "docparser/FileDocSource.hpp"
+#include "docset/publish.hpp"
+#include "docset/validate.hpp"
+#include "fl/i18n/utf.hpp"
+#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "sphinx/ImportTree.hpp"
+#include "support/Print.hpp"
+#include "support/TempFolder.hpp"
+
+namespace reference::tests {
+namespace {
+
+using api::EntityPrecision;
+using api::ReferenceData;
+using api::ReferenceDataRetriever;
+using api::ReferenceRequest;
+using cache_manager::ReferenceCacheManager;
+using property::RefEntityType;
+using ::testing::ElementsAre;
+
+constexpr const char* scipyPages = "/usr/share/doc/python-scipy-doc/html";
+
+// The inventory's text, unpacked by zlib alone, so that the importer's own reading of it is tested.
+std::string inventoryText() {
+    std::ifstream stream(std::filesystem::path(scipyPages) / "objects.inv", std::ios::binary);
+    if (!stream)
+        throw std::runtime_error(
+            "The package python-scipy-doc is missing; scripts/test installs it.");
+    const std::string file{std::istreambuf_iterator<char>(stream), {}};
+    std::size_t start = 0;
+    for (int line = 0; line < 4; ++line)
+        start = file.find('\n', start) + 1;
+    std::string text(std::size_t{16} * 1024 * 1024, '\0');
+    uLongf length = text.size();
+    if (uncompress(reinterpret_cast<Bytef*>(text.data()), &length,
+                   reinterpret_cast<const Bytef*>(file.data() + start),
+                   file.size() - start) != Z_OK)
+        throw std::runtime_error("objects.inv cannot be unpacked");
+    text.resize(length);
+    return text;
+}
+
+// The names of the inventory's Python objects of priority 0 or more: none of them has a space.
+std::vector<std::u16string> objectNames() {
+    std::vector<std::u16string> names;
+    std::istringstream lines(inventoryText());
+    for (std::string line; std::getline(lines, line);) {
+        std::istringstream fields(line);
+        std::string name;
+        std::string role;
+        int priority = -1;
+        if (fields >> name >> role >> priority && role.starts_with("py:") && priority >= 0)
+            names.push_back(fl::i18n::toUtf16(name));
+    }
+    return names;
+}
+
+bool bearsName(const ReferenceData& result, const std::u16string& name) {
+    return std::ranges::any_of(result.getRefItem().getRefEntities(),
+                               [&](const auto& entity) { return entity.getName() == name; });
+}
+
+bool saysSomething(const ReferenceData& result) {
+    const auto& item = result.getRefItem();
+    return !item.getPurpose().empty() ||
+           std::ranges::any_of(item.getSyntaxGroups(),
+                               [](const auto& group) { return !group.getSyntaxes().empty(); });
+}
+
+// Imports once for all tests of the suite.
+class SciPyTest : public ::testing::Test {
+  protected:
+    static void SetUpTestSuite() {
+        s_folder = std::make_unique<TempFolder>();
+        auto result = importers::sphinx::importTree({.source = scipyPages, .shortName = u"scipy"});
+        s_faults = result.report.faults.size();
+        docset::publishProduct(s_folder->path(), "en_US", result.documentation);
+        docparser::DocResourceParser::setSource(std::make_shared<docparser::FileDocSource>(
+            [] { return docparser::DocumentationLocation{.docRoot = s_folder->path()}; }));
+        ReferenceCacheManager::ClearAllCaches();
+    }
+
+    static void TearDownTestSuite() {
+        docparser::DocResourceParser::setSource(nullptr);
+        ReferenceCacheManager::ClearAllCaches();
+        s_folder.reset();
+    }
+
+    static inline std::unique_ptr<TempFolder> s_folder;
+    static inline std::size_t s_faults = 0;
+};
+
+TEST_F(SciPyTest, ImportIsWholeAndMakesASoundSet) {
+    EXPECT_EQ(s_faults, 0u);
+    const auto report = docset::validate(s_folder->path());
+    for (const auto& fault : report.faults)
+        ADD_FAILURE() << fault.toString();
+}
+
+TEST_F(SciPyTest, EveryObjectOfTheInventoryIsFoundByItsExactNameAndNearlyAllSaySomething) {
+    const auto names = objectNames();
+    ASSERT_GT(names.size(), 4000u);
+    std::vector<std::string> missing;
+    std::size_t silent = 0;
+    for (const auto& name : names) {
+        const auto results = ReferenceDataRetriever(ReferenceRequest(name)).getReferenceData();
+        const auto found = std::ranges::find_if(
+            results, [&](const ReferenceData& result) { return bearsName(result, name); });
+        if (found == results.end())
+            missing.push_back(fl::i18n::toUtf8(name));
+        else if (!saysSomething(*found))
+            ++silent;
+    }
+    EXPECT_THAT(missing, ::testing::IsEmpty());
+    EXPECT_LE(silent * 100, names.size() * 2) << silent << " of " << names.size();
+}
+
+TEST_F(SciPyTest, PropertyWithAPageOfItsOwnIsOneSyntheticRecordThatLeadsBackToItsClass) {
+    for (const bool withType : {true, false}) {
+        ReferenceRequest request(u"gaussian_kde.neff");
+        request.setEntityPrecision(EntityPrecision::Ignore_Package);
+        if (withType)
+            request.addReferenceTypes({RefEntityType::Property});
+        const auto results = ReferenceDataRetriever(request).getReferenceData();
+        ASSERT_THAT(dump(results),
+                    ElementsAre("scipy:scipy.stats.gaussian_kde.neff[property]@reference/generated/"
+                                "scipy.stats.gaussian_kde.neff.html"));
+        const auto& item = results[0].getRefItem();
+        EXPECT_TRUE(item.getPurpose().starts_with(u"Effective number of datapoints."));
+        ASSERT_EQ(item.getClassPropertyGroups().size(), 1u);
+        ASSERT_EQ(item.getClassPropertyGroups()[0].getClassProperties().size(), 1u);
+        EXPECT_EQ(item.getClassPropertyGroups()[0].getClassProperties()[0].getName(), u"neff");
+        EXPECT_THAT(item.getSeeAlsoInfo(),
+                    ElementsAre(property::SeeAlso(u"scipy.stats.gaussian_kde.html",
+                                                  u"scipy.stats.gaussian_kde")));
+    }
+}
+
+TEST_F(SciPyTest, ClassIsDescribedAsItsPageDoes) {
+    const auto results =
+        ReferenceDataRetriever(ReferenceRequest(u"scipy.stats.gaussian_kde")).getReferenceData();
+    ASSERT_EQ(results.size(), 1u);
+    const auto& item = results[0].getRefItem();
+    EXPECT_EQ(item.getPurpose(),
+              u"Representation of a kernel-density estimate using Gaussian kernels.");
+    EXPECT_EQ(item.getPackageName(), u"scipy.stats");
+    EXPECT_EQ(item.getDeprecationStatus(), property::DeprecationStatus::Current);
+    ASSERT_EQ(item.getSyntaxGroups().size(), 1u);
+    EXPECT_THAT(item.getSyntaxGroups()[0].getSyntaxes(),
+                ElementsAre(u"class scipy.stats.gaussian_kde(dataset, bw_method=None, "
+                            u"weights=None)"));
+    std::vector<std::u16string> inputs;
+    for (const auto& input : item.getInputs())
+        inputs.push_back(input.getName());
+    EXPECT_THAT(inputs, ElementsAre(u"dataset", u"bw_method", u"weights"));
+    EXPECT_FALSE(item.getExamples().empty());
+}
+
+}  // namespace
+}  // namespace reference::tests
