@@ -63,7 +63,7 @@ class LibraryTest : public ::testing::Test {
     }
 
     // What the plain retriever answers, as dumps.
-    [[nodiscard]] static std::vector<std::string> retrieve(const api::ReferenceRequest& request);
+    static std::vector<std::string> retrieve(const api::ReferenceRequest& request);
 
   private:
     std::shared_ptr<MemorySource> m_source = std::make_shared<MemorySource>();

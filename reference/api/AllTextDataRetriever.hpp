@@ -1,0 +1,46 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/export.hpp"
+
+namespace reference::api {
+
+// Finds entries by a part of anything that they say in prose: purpose, description, package, names,
+// syntaxes, inputs, outputs, properties, the titles of examples and the names under "see also". The
+// code of examples, input groups, parameters, href, version and status are not searched.
+//
+// Precision plays no part, the request's types choose pages but not entries on a page, and classes
+// are not expanded into their properties.
+//
+// Everything else, threads included, is as in ReferenceDataRetriever.
+class VELTRA_REFERENCE_API AllTextDataRetriever final : public ReferenceDataRetriever {
+  public:
+    // A retriever that is to be given its request later. Searching with it finds nothing.
+    AllTextDataRetriever();
+    explicit AllTextDataRetriever(ReferenceRequest request);
+    AllTextDataRetriever(AllTextDataRetriever&& other) noexcept;
+    AllTextDataRetriever& operator=(AllTextDataRetriever&& other) noexcept;
+    ~AllTextDataRetriever() override;
+
+    [[nodiscard]] static const char* getZORBClassName() noexcept;
+
+  private:
+    [[nodiscard]] cache_manager::ReferenceCacheManager::SearchMethod getSearchMethod()
+        const override;
+    [[nodiscard]] std::vector<ReferenceData> filterReferenceData(
+        const Resource& resource, const std::set<std::u16string>& hrefs) const override;
+
+    [[nodiscard]] bool hasContentMatch(const property::RefItem& item) const;
+    [[nodiscard]] bool isTextMatch(const std::u16string& text) const;
+    [[nodiscard]] bool hasInfoMatch(const property::ObjectInfo& info) const;
+    [[nodiscard]] bool hasClassPropertyMatch(
+        const std::vector<property::ClassPropertyGroup>& groups) const;
+    [[nodiscard]] bool hasExampleMatch(const std::vector<property::Example>& examples) const;
+    [[nodiscard]] bool hasSyntaxGroupMatch(const std::vector<property::SyntaxGroup>& groups) const;
+};
+
+}  // namespace reference::api

@@ -1,0 +1,24 @@
+#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
+
+#include <algorithm>
+
+#include "reference/api/comparator/smallestKey.hpp"
+#include "reference/api/hostNames.hpp"
+
+namespace reference::api::comparator {
+
+bool EntityDepthOrderComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
+    return smallestKeyGoesFirst(a, b, [](const property::RefEntity& entity) {
+        return std::ranges::count(entity.getName(), u'.');
+    });
+}
+
+const char* EntityDepthOrderComparator::getZORBClassName() noexcept {
+    return "EntityDepthOrderComparator";
+}
+
+const char* EntityDepthOrderComparator::getZORBPackageName() noexcept {
+    return comparatorPackageName;
+}
+
+}  // namespace reference::api::comparator

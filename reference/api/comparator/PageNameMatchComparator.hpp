@@ -1,0 +1,51 @@
+#pragma once
+
+#include <string>
+
+#include "reference/api/EntityCaseSensitivity.hpp"
+#include "reference/api/ReferenceData.hpp"
+#include "reference/api/export.hpp"
+
+namespace reference::api::comparator {
+
+// Puts the results of a page before all others. A page is named without folder and without ".html"
+// ("plot" for "ref/plot.html"); a fragment is part of an href's file name, so that an entry in the
+// middle of a page does not match.
+//
+// A default-constructed object has not derived what it compares with: until its page name or case
+// setting is set it matches the results whose href is empty or ends in '/'.
+//
+// Comparing changes nothing and may run on any number of threads at once; one thread at a time may
+// set a property, and none while another compares.
+class VELTRA_REFERENCE_API PageNameMatchComparator {
+  public:
+    PageNameMatchComparator();
+    PageNameMatchComparator(std::u16string pageName, EntityCaseSensitivity::Value caseSensitivity);
+
+    // Whether a goes before b.
+    [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
+
+    // The page to match; a null pointer given to the setter changes nothing. The pointer that the
+    // getter gives is never null and lives as long as this object.
+    [[nodiscard]] const std::u16string* getPageNameProperty() const noexcept { return &m_pageName; }
+    void setPageNameProperty(const std::u16string* pageName);
+
+    // Any 32-bit number is stored as it is; only Sensitive makes case count.
+    [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
+        return m_entityCaseSensitivity;
+    }
+    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value);
+
+    [[nodiscard]] static const char* getZORBClassName() noexcept;
+    [[nodiscard]] static const char* getZORBPackageName() noexcept;
+
+  private:
+    [[nodiscard]] bool isMatch(const ReferenceData& data) const;
+    void generateCompareName();
+
+    std::u16string m_pageName;
+    std::u16string m_compareName;  // the file name in the form that is compared
+    EntityCaseSensitivity::Value m_entityCaseSensitivity = EntityCaseSensitivity::Sensitive;
+};
+
+}  // namespace reference::api::comparator

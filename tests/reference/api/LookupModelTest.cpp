@@ -1,0 +1,95 @@
+// The retrievers against the plain model of the lookup, over documentation and requests at random.
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "fl/i18n/utf.hpp"
+#include "reference/api/AllTextDataRetriever.hpp"
+#include "reference/api/ClassEntityDataRetriever.hpp"
+#include "reference/api/EntityPurposeDataRetriever.hpp"
+#include "reference/api/PageNameDataRetriever.hpp"
+#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "support/Generator.hpp"
+#include "support/LibraryTest.hpp"
+#include "support/LookupModel.hpp"
+#include "support/Print.hpp"
+
+namespace reference::tests {
+namespace {
+
+using api::ReferenceData;
+using api::ReferenceRequest;
+using cache_manager::ReferenceCacheManager;
+
+constexpr std::uint32_t documentations = 400;
+constexpr int requestsEach = 25;
+
+std::vector<ReferenceData> retrieveBy(Search search, const ReferenceRequest& request) {
+    switch (search) {
+        case Search::Class:
+            return api::ClassEntityDataRetriever(request).getReferenceData();
+        case Search::Purpose:
+            return api::EntityPurposeDataRetriever(request).getReferenceData();
+        case Search::AllText:
+            return api::AllTextDataRetriever(request).getReferenceData();
+        case Search::Page:
+            return api::PageNameDataRetriever(request).getReferenceData();
+        case Search::Entity:
+            break;
+    }
+    return api::ReferenceDataRetriever(request).getReferenceData();
+}
+
+std::string told(std::uint32_t seed, Search search, const ReferenceRequest& request) {
+    std::string text = "seed " + std::to_string(seed) + ", search " +
+                       std::to_string(static_cast<int>(search)) + ", text \"" +
+                       fl::i18n::toUtf8(request.getEntityText()) + "\"" +
+                       (request.isAllTextMatch() ? ", all" : "") +
+                       (request.isCaseSensitive() ? "" : ", ignoring case") +
+                       (request.isExactMatch() ? "" : ", ignoring packages") + ", types";
+    for (const auto type : request.getTypes())
+        text += " " + std::to_string(static_cast<std::uint32_t>(type));
+    return text;
+}
+
+class LookupModelTest : public LibraryTest {};
+
+TEST_F(LookupModelTest, RetrieversAgreeWithTheModelOnDocumentationAtRandom) {
+    std::size_t found = 0;
+    for (std::uint32_t seed = 1; seed <= documentations; ++seed) {
+        Generator generator(seed);
+        std::vector<docset::ProductDocumentation> products;
+        for (const auto& name : productNames) {
+            products.push_back(generator.product(name));
+            source().add(products.back());
+        }
+        ReferenceCacheManager::ClearAllCaches();
+        for (int round = 0; round < requestsEach; ++round) {
+            const ReferenceRequest request = generator.request();
+            for (const auto search :
+                 {Search::Entity, Search::Class, Search::Purpose, Search::AllText, Search::Page}) {
+                const auto expected = modelAnswer(search, request, products);
+                const auto actual = retrieveBy(search, request);
+                found += actual.size();
+                ASSERT_EQ(actual.size(), expected.size()) << told(seed, search, request);
+                for (std::size_t at = 0; at < actual.size(); ++at) {
+                    ASSERT_EQ(actual[at].getHeaderInfo().getShortName(), expected[at].first)
+                        << told(seed, search, request);
+                    ASSERT_TRUE(actual[at].getRefItem() == expected[at].second)
+                        << told(seed, search, request) << ": " << dump(actual[at]);
+                }
+            }
+        }
+    }
+    // Agreeing on nothing would prove nothing.
+    EXPECT_GT(found, std::size_t{documentations} * requestsEach);
+}
+
+}  // namespace
+}  // namespace reference::tests
