@@ -89,8 +89,9 @@ class FileDocSource::Listing {
         bool installed;
         std::shared_ptr<const ListedSet> set;
         bool fromSupportPackage;
-        std::string locale;          // that the product is read in
-        docset::ProductFiles files;  // in that locale
+        std::vector<std::string> locales;  // that the product has
+        std::string locale;                // that the product is read in
+        docset::ProductFiles files;        // in that locale
         std::u16string referenceFileName;
     };
 
@@ -152,10 +153,14 @@ class FileDocSource::Listing {
             std::string name = files.reference;
             if (!name.empty() && fromSupportPackage)
                 name = (set->root / files.reference).string();
+            std::vector<std::string> locales;
+            for (const auto& entry : product.files)
+                locales.push_back(entry.first);
             m_products.push_back({.shortName = product.shortName,
                                   .installed = product.installed,
                                   .set = set,
                                   .fromSupportPackage = fromSupportPackage,
+                                  .locales = std::move(locales),
                                   .locale = *locale,
                                   .files = files,
                                   .referenceFileName = fl::i18n::toUtf16(name)});
@@ -278,8 +283,9 @@ ReferenceRoots FileDocSource::getReferenceRoots() {
 }
 
 std::vector<std::u16string> FileDocSource::getSupportedDocLocales() {
+    const auto current = listing(Freshness::Kept);
     std::vector<std::u16string> locales;
-    for (const auto& set : listing(Freshness::Kept)->sets())
+    for (const auto& set : current->sets())
         for (const auto& locale : set->manifest.locales) {
             const std::u16string name = fl::i18n::toUtf16(locale);
             if (std::ranges::find(locales, name) == locales.end())
@@ -302,7 +308,7 @@ ProductLists FileDocSource::getAllProducts(const std::u16string& docRoot,
     }
     const auto isAdmitted = [&](const Listing::Product& product) {
         return locales.empty() ||
-               std::ranges::any_of(product.set->manifest.locales, [&](const std::string& locale) {
+               std::ranges::any_of(product.locales, [&](const std::string& locale) {
                    return std::ranges::find(locales, fl::i18n::toUtf16(locale)) != locales.end();
                });
     };
@@ -325,8 +331,9 @@ bool FileDocSource::isProductInstalled(const std::u16string& product) {
 }
 
 std::vector<ListedProduct> FileDocSource::listProducts() {
+    const auto current = listing(Freshness::Kept);
     std::vector<ListedProduct> listed;
-    for (const auto& product : listing(Freshness::Kept)->products())
+    for (const auto& product : current->products())
         listed.push_back({.shortName = product.shortName,
                           .installed = product.installed,
                           .locale = product.locale,

@@ -33,7 +33,6 @@ namespace fs = std::filesystem;
 namespace json = boost::json;
 
 constexpr const char* lockFileName = ".documentation-set.lock";
-constexpr const char* newManifestFileName = "documentation-set.json.new";
 
 [[noreturn]] void fail(const fs::path& file, const std::string& problem) {
     throw PublishError(file.string() + ": " + problem);
@@ -150,21 +149,16 @@ json::object manifestDocument(const Manifest& manifest) {
             {"products", std::move(products)}};
 }
 
-// Whether the folder is a set, or has nothing in it but what a publication into a new set makes
-// before there is a manifest.
-bool mayBecomeSet(const fs::path& root, const std::string& locale) {
-    if (fs::exists(root / manifestFileName))
-        return true;
-    return std::all_of(fs::directory_iterator(root), {}, [&](const fs::directory_entry& entry) {
-        const fs::path name = entry.path().filename();
-        return name == lockFileName || name == newManifestFileName || name == locale;
-    });
-}
-
-[[noreturn]] void failForOtherFolder(const fs::path& root) {
-    fail(root, "The folder is not empty and holds no documentation set (no " +
-                   std::string(manifestFileName) +
-                   "); name an empty or new folder, or the root of a set.");
+// Refuses a folder that holds something else, before anything is put into it. Every publication
+// makes the lock file first and leaves it there, so what lies beside one was put there by
+// publications, even if each of them was stopped before it made a manifest.
+void requireOwnFolder(const fs::path& root) {
+    const bool own = fs::is_empty(root) || fs::exists(root / lockFileName) ||
+                     fs::exists(root / manifestFileName);
+    if (!own)
+        fail(root, "The folder is not empty and holds no documentation set (no " +
+                       std::string(manifestFileName) +
+                       "); name an empty or new folder, or the root of a set.");
 }
 
 // The manifest of the set at `root`, or a new one where there is none.
@@ -175,8 +169,6 @@ Manifest currentManifest(const fs::path& root, const std::string& locale) {
             readManifest(root, [](const Fault& fault) { throw PublishError(fault.toString()); });
         return std::move(*manifest);
     }
-    if (!mayBecomeSet(root, locale))
-        failForOtherFolder(root);
     return {.title = "Documentation", .locales = {locale}, .products = {}};
 }
 
@@ -275,7 +267,7 @@ void publishLocked(const fs::path& root, const std::string& locale,
     // While it was not installed, it may have had locales with a lookup file alone.
     std::erase_if(product.files, [](const auto& entry) { return entry.second.reference.empty(); });
     const fs::path manifestFile = root / manifestFileName;
-    const fs::path newManifestFile = root / newManifestFileName;
+    const fs::path newManifestFile = manifestFile.string() + ".new";
     writeFile(newManifestFile, manifestDocument(after));
     fs::rename(newManifestFile, manifestFile);
     flushToDisk(root, O_RDONLY | O_DIRECTORY);
@@ -296,11 +288,8 @@ void publishProduct(const fs::path& root, const std::string& locale,
         fail(root, "\"" + locale + "\" is no locale; it must be a folder name such as en_US.");
     try {
         fs::create_directories(root);
+        requireOwnFolder(root);
         const fs::path lockFile = root / lockFileName;
-        // Nothing is put into somebody else's folder. What publications make they make after the
-        // lock file, which stays: where there is none, nobody is making anything.
-        if (!mayBecomeSet(root, locale) && !fs::exists(lockFile))
-            failForOtherFolder(root);
         const Descriptor lock(lockFile, O_RDWR | O_CREAT);
         while (::flock(lock.number(), LOCK_EX) != 0)
             if (errno != EINTR)

@@ -229,6 +229,7 @@ TEST(LogConcurrencyTest, OneThreadAtATimeCallsTheSinkAndNoRecordIsLost) {
     });
     const diagnostic_logger shared("shared");
     std::vector<std::thread> threads;
+    threads.reserve(threadCount);
     for (int number = 0; number < threadCount; ++number)
         threads.emplace_back([&shared] {
             for (int round = 0; round < rounds; ++round) {
@@ -250,6 +251,7 @@ TEST(LogConcurrencyTest, SinkAndLevelsMayChangeWhileOthersLog) {
     std::vector<std::thread> threads;
     std::atomic<int> heard{0};
     setLogSink([&](const LogRecord&) { ++heard; });
+    threads.reserve(3);
     for (int number = 0; number < 3; ++number)
         threads.emplace_back([] {
             const diagnostic_logger logger("shared");

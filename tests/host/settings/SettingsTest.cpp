@@ -147,6 +147,7 @@ TEST(SettingsConcurrencyTest, ReadersSeeWholeValuesWhileWritersChangeThem) {
     root->declare("group.list", value(0));
     std::atomic<int> broken{0};
     std::vector<std::thread> threads;
+    threads.reserve(8);
     for (std::size_t writer = 0; writer < 2; ++writer)
         threads.emplace_back([&, writer] {
             for (std::size_t round = 0; round < 300; ++round) {
@@ -172,6 +173,7 @@ TEST(SettingsConcurrencyTest, ContextsGetOneRootEachWhoeverAsksFirst) {
     constexpr foundation::core::context::ContextId context = 7100;
     std::vector<std::shared_ptr<Settings>> seen(8);
     std::vector<std::thread> threads;
+    threads.reserve(8);
     for (auto& place : seen)
         threads.emplace_back([&place] { place = getSettingsRoot(context); });
     for (auto& thread : threads)
