@@ -3,9 +3,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <ios>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 namespace reference::docset {
 namespace {
@@ -14,6 +15,38 @@ namespace fs = std::filesystem;
 
 bool isWithin(const fs::path& root, const fs::path& file) {
     return std::mismatch(root.begin(), root.end(), file.begin(), file.end()).first == root.end();
+}
+
+// A file descriptor that closes itself; negative, with errno set, when the file cannot be opened.
+class Descriptor {
+  public:
+    Descriptor(const fs::path& file, int flags)
+        : m_number(::open(file.c_str(), flags | O_CLOEXEC)) {}
+    Descriptor(const Descriptor&) = delete;  // one owner closes
+    Descriptor& operator=(const Descriptor&) = delete;
+    ~Descriptor() {
+        if (m_number >= 0)
+            ::close(m_number);
+    }
+
+    [[nodiscard]] int number() const noexcept { return m_number; }
+
+  private:
+    int m_number;
+};
+
+// Fills `bytes` from the file; false when there are fewer or the reading fails.
+bool readWhole(int descriptor, std::string& bytes) {
+    std::size_t done = 0;
+    while (done < bytes.size()) {
+        const ::ssize_t count = ::read(descriptor, bytes.data() + done, bytes.size() - done);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count <= 0)
+            return false;
+        done += static_cast<std::size_t>(count);
+    }
+    return true;
 }
 
 }  // namespace
@@ -64,21 +97,26 @@ std::optional<std::string> readContainedFile(const fs::path& root, std::string_v
     if (!isWithin(realRoot, realFile))
         return fail("The file is a link that leads out of the documentation root.");
 
-    if (!fs::is_regular_file(realFile, error))
+    // Without waiting for the other end of a pipe.
+    const Descriptor descriptor(realFile, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+    if (descriptor.number() < 0 && errno == ENOENT)
+        return fail("The file does not exist.");
+    if (descriptor.number() < 0)
+        return fail(std::string("The file cannot be opened: ") + std::strerror(errno) + ".");
+
+    // Asked of what was opened: the name may lead to a later edition by now.
+    struct ::stat status = {};
+    if (::fstat(descriptor.number(), &status) != 0)
+        return fail(std::string("The file cannot be read: ") + std::strerror(errno) + ".");
+    if (!S_ISREG(status.st_mode))
         return fail("This is not a regular file.");
-    const auto size = fs::file_size(realFile, error);
-    if (error)
-        return fail("The file cannot be read: " + error.message() + ".");
+    const auto size = static_cast<std::size_t>(status.st_size);
     if (size > largestFile)
         return fail("The file has " + std::to_string(size) + " bytes; at most " +
                     std::to_string(largestFile) + " are read.");
 
-    std::ifstream stream(realFile, std::ios::binary);
-    if (!stream)
-        return fail(std::string("The file cannot be opened: ") + std::strerror(errno) + ".");
-    std::string bytes(static_cast<std::size_t>(size), '\0');
-    stream.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    if (stream.gcount() != static_cast<std::streamsize>(bytes.size()))
+    std::string bytes(size, '\0');
+    if (!readWhole(descriptor.number(), bytes))
         return fail("The file could not be read to its end.");
     return bytes;
 }

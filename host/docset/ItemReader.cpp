@@ -140,25 +140,28 @@ RefItem readItem(const JsonNode& node, std::u16string href) {
     if (!node.isObjectOf({"entities", "packageName", "purpose", "introduced", "description",
                           "appThumbnail", "deprecationStatus", "syntaxGroups", "inputs",
                           "inputGroups", "outputs", "classPropertyGroups", "seeAlso", "examples",
-                          "parameters"}))
+                          "parameters", "replacements"}))
         return {};
     static_cast<void>(node.require("entities"));
-    return {std::move(href),
-            listOf(node, "entities", readEntity),
-            node.textOf("packageName"),
-            node.textOf("purpose"),
-            node.textOf("introduced"),
-            node.textOf("description"),
-            readThumbnail(node),
-            readDeprecationStatus(node),
-            listOf(node, "syntaxGroups", readSyntaxGroup),
-            listOf(node, "inputs", readObjectInfo<Input>),
-            listOf(node, "inputGroups", readInputGroup),
-            listOf(node, "outputs", readObjectInfo<Output>),
-            listOf(node, "classPropertyGroups", readPropertyGroup),
-            listOf(node, "seeAlso", readSeeAlso),
-            listOf(node, "examples", readExample),
-            listOf(node, "parameters", readParameter)};
+    // In braces, whose elements are read in their order: so are their faults reported.
+    RefItem item{std::move(href),
+                 listOf(node, "entities", readEntity),
+                 node.textOf("packageName"),
+                 node.textOf("purpose"),
+                 node.textOf("introduced"),
+                 node.textOf("description"),
+                 readThumbnail(node),
+                 readDeprecationStatus(node),
+                 listOf(node, "syntaxGroups", readSyntaxGroup),
+                 listOf(node, "inputs", readObjectInfo<Input>),
+                 listOf(node, "inputGroups", readInputGroup),
+                 listOf(node, "outputs", readObjectInfo<Output>),
+                 listOf(node, "classPropertyGroups", readPropertyGroup),
+                 listOf(node, "seeAlso", readSeeAlso),
+                 listOf(node, "examples", readExample),
+                 listOf(node, "parameters", readParameter)};
+    item.setReplacements(listOf(node, "replacements", readSeeAlso));
+    return item;
 }
 
 }  // namespace reference::docset

@@ -105,6 +105,12 @@ class ItemWriter {
 
   private:
     [[nodiscard]] json::object listsOf(const RefItem& item) const {
+        const auto pointer = [this](const SeeAlso& seeAlso) {
+            return Members(m_form)
+                .text("page", seeAlso.getPage())
+                .always("name", fl::i18n::toUtf8(seeAlso.getName()))
+                .take();
+        };
         const auto info = [this](const ObjectInfo& i) { return objectInfo(i); };
         return Members(m_form)
             .list("syntaxGroups", item.getSyntaxGroups(),
@@ -130,13 +136,7 @@ class ItemWriter {
                           .list("properties", group.getClassProperties(), info)
                           .take();
                   })
-            .list("seeAlso", item.getSeeAlsoInfo(),
-                  [this](const SeeAlso& seeAlso) {
-                      return Members(m_form)
-                          .text("page", seeAlso.getPage())
-                          .always("name", fl::i18n::toUtf8(seeAlso.getName()))
-                          .take();
-                  })
+            .list("seeAlso", item.getSeeAlsoInfo(), pointer)
             .list("examples", item.getExamples(),
                   [this](const Example& example) {
                       return Members(m_form)
@@ -152,6 +152,7 @@ class ItemWriter {
                           .text("defaultValue", parameter.getDefaultValue())
                           .take();
                   })
+            .list("replacements", item.getReplacements(), pointer)
             .take();
     }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "foundation/core/export.hpp"
@@ -72,6 +73,15 @@ class VELTRA_HOST_API RefItem {
         return m_parameters;
     }
 
+    // What the documentation names for use instead of a deprecated entity; mostly empty. Set apart
+    // from the constructor, as few items have any.
+    [[nodiscard]] const std::vector<SeeAlso>& getReplacements() const noexcept {
+        return m_replacements;
+    }
+    void setReplacements(std::vector<SeeAlso> replacements) {
+        m_replacements = std::move(replacements);
+    }
+
     // A deep copy, sharing no storage with this object.
     [[nodiscard]] RefItem copy() const { return *this; }
 
@@ -94,6 +104,7 @@ class VELTRA_HOST_API RefItem {
     std::vector<SeeAlso> m_seeAlsoInfo;
     std::vector<Example> m_examples;
     std::vector<Parameter> m_parameters;
+    std::vector<SeeAlso> m_replacements;
 };
 
 }  // namespace reference::property

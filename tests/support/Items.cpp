@@ -7,22 +7,14 @@ namespace reference::tests {
 using namespace property;
 
 RefItem makeItem(ItemFields f) {
-    return {std::move(f.href),
-            std::move(f.entities),
-            std::move(f.packageName),
-            std::move(f.purpose),
-            std::move(f.introduced),
-            std::move(f.description),
-            std::move(f.appThumbnail),
-            f.deprecationStatus,
-            std::move(f.syntaxGroups),
-            std::move(f.inputs),
-            std::move(f.inputGroups),
-            std::move(f.outputs),
-            std::move(f.classPropertyGroups),
-            std::move(f.seeAlso),
-            std::move(f.examples),
-            std::move(f.parameters)};
+    RefItem item(std::move(f.href), std::move(f.entities), std::move(f.packageName),
+                 std::move(f.purpose), std::move(f.introduced), std::move(f.description),
+                 std::move(f.appThumbnail), f.deprecationStatus, std::move(f.syntaxGroups),
+                 std::move(f.inputs), std::move(f.inputGroups), std::move(f.outputs),
+                 std::move(f.classPropertyGroups), std::move(f.seeAlso), std::move(f.examples),
+                 std::move(f.parameters));
+    item.setReplacements(std::move(f.replacements));
+    return item;
 }
 
 RefItem makeFullItem(std::u16string href) {
@@ -47,7 +39,8 @@ RefItem makeFullItem(std::u16string href) {
                                  ClassPropertyGroup(u"", {ClassProperty(u"Name", u"", u"", {})})},
          .seeAlso = {SeeAlso(u"ref/gauge.html", u"pkg.Gauge")},
          .examples = {Example(u"Measure once", u"p = Probe\nread(p)")},
-         .parameters = {Parameter(u"Gain", u"Amplification", u"1")}});
+         .parameters = {Parameter(u"Gain", u"Amplification", u"1")},
+         .replacements = {SeeAlso(u"ref/sensor.html", u"pkg.Sensor")}});
 }
 
 }  // namespace reference::tests

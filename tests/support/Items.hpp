@@ -25,6 +25,7 @@ struct ItemFields {
     std::vector<property::SeeAlso> seeAlso;
     std::vector<property::Example> examples;
     std::vector<property::Parameter> parameters;
+    std::vector<property::SeeAlso> replacements;
 };
 
 [[nodiscard]] property::RefItem makeItem(ItemFields fields);

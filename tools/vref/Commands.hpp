@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "vref/Documentation.hpp"
 #include "vref/ExitStatus.hpp"
@@ -16,12 +17,15 @@ namespace reference::tools {
 struct FindOptions {
     DocumentationOptions documentation;
     QueryOptions query;
+    // Keys of the order (see Ordering::parse); without any, a person's order.
+    std::vector<std::string> order;
     std::optional<std::size_t> limit;
     bool json = false;
     bool hrefs = false;
+    bool explain = false;
 };
 
-// Prints the entries that bear a name.
+// Prints the entries that a search finds, in order.
 ExitStatus find(const FindOptions& options);
 
 struct ShowOptions {

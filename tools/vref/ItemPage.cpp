@@ -57,6 +57,8 @@ class PageWriter {
         m_out << m_terminal.styled(Style::Name, namesOf(result)) << '\n';
         if (item.getDeprecationStatus() != DeprecationStatus::Current)
             prose(1, DeprecationStatus::enumToString(item.getDeprecationStatus()), Style::Warning);
+        if (const std::string replacements = replacementsOf(result); !replacements.empty())
+            prose(1, "use " + replacements, Style::Warning);
         prose(1, shown(item.getPurpose()));
         m_out << '\n';
 

@@ -1,24 +1,22 @@
 #include "vref/Query.hpp"
 
-#include <stdexcept>
+#include <algorithm>
+#include <string_view>
 #include <utility>
 
-#include "fl/i18n/utf.hpp"
 #include "property/RefEntityType.hpp"
+#include "reference/api/AllTextDataRetriever.hpp"
+#include "reference/api/ClassEntityDataRetriever.hpp"
+#include "reference/api/EntityPurposeDataRetriever.hpp"
+#include "reference/api/PageNameDataRetriever.hpp"
+#include "reference/api/ReferenceDataRetriever.hpp"
+#include "vref/CommandLineText.hpp"
 #include "vref/ExitStatus.hpp"
 
 namespace reference::tools {
 namespace {
 
 using property::RefEntityType;
-
-std::u16string fromCommandLine(const std::string& text) {
-    try {
-        return fl::i18n::toUtf16(text);
-    } catch (const std::invalid_argument&) {
-        throw UnusableError("The command line holds text that is not UTF-8.");
-    }
-}
 
 RefEntityType::Value toType(const std::string& text) {
     if (const auto type = RefEntityType::fromString(text))
@@ -30,6 +28,34 @@ RefEntityType::Value toType(const std::string& text) {
                         ", or a number.");
 }
 
+const char* nameOf(Search search) {
+    switch (search) {
+        case Search::Class:
+            return "class";
+        case Search::Purpose:
+            return "purpose";
+        case Search::Text:
+            return "text";
+        case Search::Page:
+            return "page";
+        case Search::Entity:
+            break;
+    }
+    return "entity";
+}
+
+// A word as a shell takes it.
+std::string quoted(const std::string& word) {
+    constexpr std::string_view plain =
+        "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-/:@%+,";
+    if (!word.empty() && word.find_first_not_of(plain) == std::string::npos)
+        return word;
+    std::string result = "'";
+    for (const char unit : word)
+        result += unit == '\'' ? std::string("'\\''") : std::string(1, unit);
+    return result + "'";
+}
+
 }  // namespace
 
 api::ReferenceRequest toRequest(const QueryOptions& options, const Documentation& documentation) {
@@ -39,23 +65,54 @@ api::ReferenceRequest toRequest(const QueryOptions& options, const Documentation
         throw UnusableError("A name to look for is missing; --all lists everything.");
 
     std::vector<RefEntityType::Value> types;
-    for (const auto& text : options.types)
-        types.push_back(toType(text));
+    std::ranges::transform(options.types, std::back_inserter(types), toType);
     std::vector<std::u16string> products;
     for (const auto& text : options.products) {
         products.push_back(fromCommandLine(text));
         documentation.requireInstalled(products.back());
     }
-    if (options.all)
-        return api::ReferenceRequest::createMatchAllTextRequest(std::move(types),
-                                                                std::move(products));
-    api::ReferenceRequest request(fromCommandLine(options.name), std::move(types),
-                                  std::move(products));
+    auto request = options.all ? api::ReferenceRequest::createMatchAllTextRequest(
+                                     std::move(types), std::move(products))
+                               : api::ReferenceRequest(fromCommandLine(options.name),
+                                                       std::move(types), std::move(products));
     if (options.ignoreCase)
         request.setEntityCaseSensitivity(api::EntityCaseSensitivity::Insensitive);
     if (options.ignorePackage)
         request.setEntityPrecision(api::EntityPrecision::Ignore_Package);
     return request;
+}
+
+std::vector<api::ReferenceData> retrieve(Search search, const api::ReferenceRequest& request) {
+    switch (search) {
+        case Search::Class:
+            return api::ClassEntityDataRetriever(request).getReferenceData();
+        case Search::Purpose:
+            return api::EntityPurposeDataRetriever(request).getReferenceData();
+        case Search::Text:
+            return api::AllTextDataRetriever(request).getReferenceData();
+        case Search::Page:
+            return api::PageNameDataRetriever(request).getReferenceData();
+        case Search::Entity:
+            break;
+    }
+    return api::ReferenceDataRetriever(request).getReferenceData();
+}
+
+std::string toCommand(const QueryOptions& options) {
+    std::string command = "vref find";
+    if (options.search != Search::Entity)
+        command += std::string(" --search ") + nameOf(options.search);
+    if (options.ignoreCase)
+        command += " --ignore-case";
+    if (options.ignorePackage)
+        command += " --ignore-package";
+    for (const auto& type : options.types)
+        command += " --type " + quoted(type);
+    for (const auto& product : options.products)
+        command += " --product " + quoted(product);
+    if (options.all)
+        return command + " --all";
+    return command + " " + quoted(options.name);
 }
 
 }  // namespace reference::tools

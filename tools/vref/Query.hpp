@@ -3,14 +3,25 @@
 #include <string>
 #include <vector>
 
+#include "reference/api/ReferenceData.hpp"
 #include "reference/api/ReferenceRequest.hpp"
 #include "vref/Documentation.hpp"
 
 namespace reference::tools {
 
+// What a search compares the text with.
+enum class Search {
+    Entity,   // names
+    Class,    // names of classes; a class comes with its properties
+    Purpose,  // parts of names and purposes
+    Text,     // parts of everything that is said in prose
+    Page,     // hrefs
+};
+
 // What the command line says of a search, as it was typed. UTF-8.
 struct QueryOptions {
     std::string name;
+    Search search = Search::Entity;
     std::vector<std::string> types;
     std::vector<std::string> products;
     bool ignoreCase = false;
@@ -18,9 +29,17 @@ struct QueryOptions {
     bool all = false;
 };
 
-// The request that the options ask for. Throws UnusableError for a type or product that is not
-// known, text that is not UTF-8, and for a name together with, or neither of a name and, `all`.
+// The request that the options ask for, to be ordered as it is found. Throws UnusableError for a
+// type or product that is not known, text that is not UTF-8, and for a name together with, or
+// neither of a name and, `all`.
 [[nodiscard]] api::ReferenceRequest toRequest(const QueryOptions& options,
                                               const Documentation& documentation);
+
+// What the library finds for a request.
+[[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,
+                                                       const api::ReferenceRequest& request);
+
+// The command that asks for the same: "vref find NAME --type class". UTF-8.
+[[nodiscard]] std::string toCommand(const QueryOptions& options);
 
 }  // namespace reference::tools

@@ -1,5 +1,6 @@
 #include "vref/ResultJson.hpp"
 
+#include <cstddef>
 #include <ostream>
 #include <string_view>
 #include <utility>
@@ -19,9 +20,9 @@ namespace json = boost::json;
 
 // The members in the order that readers are promised; a result's place and summary come first.
 constexpr std::string_view memberOrder[] = {
-    "packageName",  "purpose",    "introduced",  "description", "deprecationStatus",   "entities",
-    "syntaxGroups", "inputs",     "inputGroups", "outputs",     "classPropertyGroups", "seeAlso",
-    "examples",     "parameters", "appThumbnail"};
+    "packageName",  "purpose",    "introduced",   "description", "deprecationStatus",   "entities",
+    "syntaxGroups", "inputs",     "inputGroups",  "outputs",     "classPropertyGroups", "seeAlso",
+    "examples",     "parameters", "replacements", "appThumbnail"};
 
 json::object toJson(const api::ReferenceData& result) {
     const auto& header = result.getHeaderInfo();
@@ -38,11 +39,16 @@ json::object toJson(const api::ReferenceData& result) {
 
 }  // namespace
 
-void writeJson(std::ostream& out, std::span<const api::ReferenceData> results) {
+void writeJson(std::ostream& out, std::span<const api::ReferenceData> results,
+               std::span<const std::string> notes) {
     json::array array;
     array.reserve(results.size());
-    for (const auto& result : results)
-        array.push_back(toJson(result));
+    for (std::size_t at = 0; at < results.size(); ++at) {
+        json::object element = toJson(results[at]);
+        if (!notes.empty())
+            element.emplace("note", notes[at]);
+        array.push_back(std::move(element));
+    }
     docset::writeJson(out, array);
     out << '\n';
 }

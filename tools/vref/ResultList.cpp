@@ -26,6 +26,7 @@ struct Row {
     std::string status;  // empty for what is current
     std::string purpose;
     std::string href;
+    std::string replacements;  // names, for what is deprecated
 };
 
 std::string shown(const std::u16string& text) {
@@ -47,7 +48,8 @@ Row toRow(const api::ReferenceData& result) {
             .product = shown(result.getHeaderInfo().getShortName()),
             .status = statusText(item.getDeprecationStatus()),
             .purpose = std::move(purpose),
-            .href = shown(item.getHref())};
+            .href = shown(item.getHref()),
+            .replacements = replacementsOf(result)};
 }
 
 std::size_t columnWidth(const std::vector<Row>& rows, std::string Row::*column) {
@@ -73,6 +75,13 @@ std::string namesOf(const api::ReferenceData& result) {
     return names.empty() ? shown(result.getRefItem().getHref()) : joined(names);
 }
 
+std::string replacementsOf(const api::ReferenceData& result) {
+    std::vector<std::string> names;
+    for (const auto& replacement : result.getRefItem().getReplacements())
+        names.push_back(shown(replacement.getName()));
+    return joined(names);
+}
+
 std::string kindsOf(const api::ReferenceData& result) {
     std::vector<std::string> kinds;
     for (const auto& entity : result.getRefItem().getRefEntities()) {
@@ -84,7 +93,7 @@ std::string kindsOf(const api::ReferenceData& result) {
 }
 
 void writeList(std::ostream& out, const Terminal& terminal,
-               std::span<const api::ReferenceData> results, bool hrefs) {
+               std::span<const api::ReferenceData> results, const ListDetails& details) {
     std::vector<Row> rows;
     rows.reserve(results.size());
     std::ranges::transform(results, std::back_inserter(rows), toRow);
@@ -92,7 +101,8 @@ void writeList(std::ostream& out, const Terminal& terminal,
     const std::size_t kindsWidth = columnWidth(rows, &Row::kinds);
     const std::size_t productWidth = columnWidth(rows, &Row::product);
 
-    for (const Row& row : rows) {
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        const Row& row = rows[at];
         const std::string names = padToWidth(row.names, namesWidth);
         const std::string middle =
             "  " + padToWidth(row.kinds, kindsWidth) + "  " + padToWidth(row.product, productWidth);
@@ -109,8 +119,13 @@ void writeList(std::ostream& out, const Terminal& terminal,
         if (!end.empty())
             end.insert(0, "  ");
         out << terminal.styled(Style::Name, names) << middle << end << '\n';
-        if (hrefs)
+        if (details.hrefs)
             out << "    " << terminal.styled(Style::Faint, row.href) << '\n';
+        if (!row.replacements.empty())
+            out << "    use " << terminal.styled(Style::Name, row.replacements) << '\n';
+        if (!details.notes.empty())
+            out << "    " << terminal.styled(Style::Faint, withoutControls(details.notes[at]))
+                << '\n';
     }
 }
 

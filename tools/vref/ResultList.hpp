@@ -15,10 +15,22 @@ namespace reference::tools {
 // The kinds of a result's entities, each once ("class", "function, method"). UTF-8.
 [[nodiscard]] std::string kindsOf(const api::ReferenceData& result);
 
+// The names of what is to be used instead of a deprecated result, divided by commas; mostly empty.
+// UTF-8.
+[[nodiscard]] std::string replacementsOf(const api::ReferenceData& result);
+
+// What a list tells besides.
+struct ListDetails {
+    // A line with the page of each result.
+    bool hrefs = false;
+    // A line with a note on each result; empty, or as many as there are results.
+    std::span<const std::string> notes;
+};
+
 // Writes a line for each result: names, kind, product, whether it is deprecated or removed, and
 // purpose; names, kinds and products stand under each other. On a terminal a line is cut to its
-// width, elsewhere it is whole. With `hrefs`, a second line has the page.
+// width, elsewhere it is whole.
 void writeList(std::ostream& out, const Terminal& terminal,
-               std::span<const api::ReferenceData> results, bool hrefs);
+               std::span<const api::ReferenceData> results, const ListDetails& details);
 
 }  // namespace reference::tools

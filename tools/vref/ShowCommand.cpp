@@ -8,7 +8,6 @@
 #include "docparser/DocParserException.hpp"
 #include "fl/i18n/utf.hpp"
 #include "property/RefEntityType.hpp"
-#include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "vref/Commands.hpp"
 #include "vref/ItemPage.hpp"
@@ -23,10 +22,6 @@ using api::ReferenceData;
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
 using property::RefEntityType;
-
-std::vector<ReferenceData> retrieve(const ReferenceRequest& request) {
-    return api::ReferenceDataRetriever(request).getReferenceData();
-}
 
 // Whether what the user typed is this page: its href, with or without the help folder before it.
 bool isPage(const std::u16string& typed, const std::u16string& helpFolder,
@@ -64,8 +59,8 @@ std::vector<ReferenceData> entriesOfPage(const ReferenceRequest& request) {
 // The class properties that are documented on the page that the request's text names: they are
 // filed under their class's page, not under their own.
 std::vector<ReferenceData> propertiesOfPage(const ReferenceRequest& request) {
-    auto found = retrieve(ReferenceRequest::createMatchAllTextRequest({RefEntityType::Property},
-                                                                      request.getProducts()));
+    auto found = retrieve(Search::Entity, ReferenceRequest::createMatchAllTextRequest(
+                                              {RefEntityType::Property}, request.getProducts()));
     std::erase_if(found, [&](const ReferenceData& result) {
         return !isPage(request.getEntityText(), result.getHeaderInfo().getHelpFolder(),
                        result.getRefItem().getHref());
@@ -81,8 +76,10 @@ std::vector<ReferenceData> resolve(const ReferenceRequest& request) {
     ReferenceRequest loosest = loose;
     loosest.setEntityCaseSensitivity(api::EntityCaseSensitivity::Insensitive);
     const std::function<std::vector<ReferenceData>()> readings[] = {
-        [&] { return retrieve(request); },         [&] { return entriesOfPage(request); },
-        [&] { return retrieve(loose); },           [&] { return retrieve(loosest); },
+        [&] { return retrieve(Search::Entity, request); },
+        [&] { return entriesOfPage(request); },
+        [&] { return retrieve(Search::Entity, loose); },
+        [&] { return retrieve(Search::Entity, loosest); },
         [&] { return propertiesOfPage(request); },
     };
     for (const auto& reading : readings)
@@ -104,14 +101,15 @@ ExitStatus show(const ShowOptions& options) {
         return NothingFound;
     }
     if (options.json)
-        writeJson(std::cout, std::span(found).first(1));
+        writeJson(std::cout, std::span(found).first(1), {});
     else
         writePage(std::cout, Terminal::ofStandardOutput(), found.front());
     std::cout.flush();
     if (found.size() > 1) {
         std::cerr << "\nvref: " << found.size() - 1
                   << " more by this name; --product, --type or the page tell them apart:\n";
-        writeList(std::cerr, Terminal::ofStandardError(), std::span(found).subspan(1), true);
+        writeList(std::cerr, Terminal::ofStandardError(), std::span(found).subspan(1),
+                  {.hrefs = true});
     }
     return Success;
 }

@@ -2,11 +2,13 @@
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <map>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "vref/Commands.hpp"
+#include "vref/Ordering.hpp"
 
 namespace {
 
@@ -71,9 +73,32 @@ class CommandLine {
 
   private:
     void addFind() {
-        CLI::App* command = m_app.add_subcommand("find", "Lists the entries that bear a name");
+        CLI::App* command =
+            m_app.add_subcommand("find", "Lists the entries that bear a name, or hold it");
         command->add_option("NAME", m_find.query.name, "The entity's qualified name");
+        command
+            ->add_option(
+                "--search", m_find.query.search,
+                "What the name is compared with: entity names (the default), classes, each "
+                "with its properties, parts of names and purposes, parts of all text, or "
+                "pages")
+            ->transform(
+                CLI::CheckedTransformer(std::map<std::string, Search>{{"entity", Search::Entity},
+                                                                      {"class", Search::Class},
+                                                                      {"purpose", Search::Purpose},
+                                                                      {"text", Search::Text},
+                                                                      {"page", Search::Page}}))
+            ->type_name("entity|class|purpose|text|page");
         addQueryOptions(*command, m_find.query);
+        command
+            ->add_option(
+                "--order", m_find.order,
+                "What to order by, one key or several divided by commas: " + Ordering::knownKeys() +
+                    ". Without it: the very name first, then preferred, then depth")
+            ->type_name("KEY[,KEY...]")
+            ->allow_extra_args(false);
+        command->add_flag("--explain", m_find.explain,
+                          "Tell which key put each entry before the next");
         command->add_flag("--all", m_find.query.all,
                           "Everything of the given types and products, whatever its name");
         command->add_option("--limit", m_find.limit, "At most this many entries")->type_name("N");

@@ -56,18 +56,17 @@ TEST(FileDocSourceConcurrencyTest, ReadersSeeWholeEditionsWhileOthersPublishAndC
 
     auto readers = startThreads(3, [&](int) {
         while (!done) {
-            for (const auto& [name, lookup] : source.getResourceLookupFiles().installed)
-                mixed += isOfOneEdition(lookup) ? 0 : 1;
-            for (const char16_t* product : {u"core", u"extra"}) {
-                try {
+            try {
+                for (const auto& [name, lookup] : source.getResourceLookupFiles().installed)
+                    mixed += isOfOneEdition(lookup) ? 0 : 1;
+                for (const char16_t* product : {u"core", u"extra"})
                     for (const auto& [name, resource] : source.getResourceFile(product))
                         mixed += isOfOneEdition(resource) ? 0 : 1;
-                } catch (const docparser::DocParserException& exception) {
-                    // The file went with the second update after the manifest was read: it may
-                    // be missed, but what is read of it is sound.
-                    const docset::Fault& fault = exception.getFault();
-                    broken += fault.file.empty() || fault.line != 0 ? 1 : 0;
-                }
+            } catch (const docparser::DocParserException& exception) {
+                // The file went with the second update after the manifest was read: it may be
+                // missed, but what is read of it is sound.
+                const docset::Fault& fault = exception.getFault();
+                broken += fault.file.empty() || fault.line != 0 ? 1 : 0;
             }
             static_cast<void>(source.isProductInstalled(u"extra"));
             static_cast<void>(source.getSupportedDocLocales());

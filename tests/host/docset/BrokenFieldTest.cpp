@@ -173,6 +173,7 @@ TEST(BrokenFieldTest, ARequiredMemberThatIsMissingIsNamedAtItsOwner) {
         {referencePath, below(item, in("outputs")), "name"},
         {referencePath, below(item, in("seeAlso")), "name"},
         {referencePath, below(item, in("parameters")), "name"},
+        {referencePath, below(item, in("replacements")), "name"},
         {referencePath, below(below(box, in("classPropertyGroups")), in("properties")), "name"},
     };
     for (const auto& row : rows) {

@@ -112,7 +112,7 @@ TEST(ItemJsonTest, TheCompleteFormHasEveryMemberButAThumbnailThatThereIsNot) {
         return names;
     };
     std::vector<std::string> expected = membersOf(makeFullItem(u"ref/a.html"));
-    EXPECT_EQ(expected.size(), 15U);
+    EXPECT_EQ(expected.size(), 16U);
     EXPECT_EQ(std::erase(expected, "appThumbnail"), 1U);
     EXPECT_EQ(membersOf(makeItem({})), expected);
 }

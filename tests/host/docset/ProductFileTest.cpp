@@ -69,7 +69,8 @@ TEST(ProductFileTest, AReferenceFileIsReadWhole) {
          .outputs = {Output(u"y", u"Its double", u"", {})},
          .seeAlso = {SeeAlso(u"ref/box.html", u"Box")},
          .examples = {Example(u"Four", u"twice(2)")},
-         .parameters = {Parameter(u"Gain", u"Of old", u"2")}});
+         .parameters = {Parameter(u"Gain", u"Of old", u"2")},
+         .replacements = {SeeAlso(u"ref/box.html", u"Box")}});
     const RefItem box =
         makeItem({.href = u"ref/box.html",
                   .entities = {RefEntity(RefEntityType::Class, u"Box", FunctionType::NotCallable)},

@@ -1,4 +1,5 @@
 // What a set is after its publisher was stopped, and after several published at once.
+#include <atomic>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
@@ -156,6 +157,33 @@ TEST(PublishConcurrencyTest, ProcessesThatPublishDifferentProductsAllSucceed) {
             EXPECT_FALSE(wasKilled(child));
         expectAllThere(root.path(), count);
     }
+}
+
+TEST(PublishConcurrencyTest, AReaderFindsEachManifestWholeWhileTheSetGrows) {
+    const TempFolder root;
+    publishProduct(root.path(), "en_US", makeProduct(productName(0)));
+    std::atomic<bool> done{false};
+    std::atomic<int> broken{0};
+    std::vector<std::thread> readers;
+    readers.reserve(2);
+    for (int reader = 0; reader < 2; ++reader)
+        readers.emplace_back([&] {
+            std::size_t before = 1;
+            while (!done) {
+                const auto manifest =
+                    docset::readManifest(root.path(), [&](const docset::Fault&) { ++broken; });
+                if (!manifest || manifest->products.size() < before)
+                    ++broken;
+                else
+                    before = manifest->products.size();
+            }
+        });
+    for (int number = 1; number < 80; ++number)
+        publishProduct(root.path(), "en_US", makeProduct(productName(number), u"last", 0));
+    done = true;
+    for (auto& reader : readers)
+        reader.join();
+    EXPECT_EQ(broken, 0);
 }
 
 TEST(PublishConcurrencyTest, AReaderNeverSeesASetInTheMaking) {

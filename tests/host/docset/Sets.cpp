@@ -64,7 +64,8 @@ SetTexts soundSet() {
         "outputs": [{"name": "y", "purpose": "Its double"}],
         "seeAlso": [{"page": "ref/box.html", "name": "Box"}],
         "examples": [{"title": "Four", "code": "twice(2)"}],
-        "parameters": [{"name": "Gain", "purpose": "Of old", "defaultValue": "2"}]
+        "parameters": [{"name": "Gain", "purpose": "Of old", "defaultValue": "2"}],
+        "replacements": [{"page": "ref/box.html", "name": "Box"}]
       }],
       "ref/box.html": [{
         "entities": [{"name": "Box", "type": "class", "functionType": "not-callable"}],

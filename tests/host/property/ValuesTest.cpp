@@ -179,6 +179,7 @@ TEST(ValuesTest, EqualityOfItemsComparesEveryField) {
         makeItem({.seeAlso = {SeeAlso()}}),
         makeItem({.examples = {Example()}}),
         makeItem({.parameters = {Parameter()}}),
+        makeItem({.replacements = {SeeAlso()}}),
     });
 }
 

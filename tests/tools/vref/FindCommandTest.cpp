@@ -48,10 +48,11 @@ TEST(FindCommandTest, JsonHasEveryMemberInAFixedOrder) {
     std::vector<std::string> members;
     for (const auto& member : elements.at(0).as_object())
         members.emplace_back(member.key());
-    EXPECT_THAT(members, ElementsAre("product", "helpFolder", "href", "packageName", "purpose",
-                                     "introduced", "description", "deprecationStatus", "entities",
-                                     "syntaxGroups", "inputs", "inputGroups", "outputs",
-                                     "classPropertyGroups", "seeAlso", "examples", "parameters"));
+    EXPECT_THAT(members,
+                ElementsAre("product", "helpFolder", "href", "packageName", "purpose", "introduced",
+                            "description", "deprecationStatus", "entities", "syntaxGroups",
+                            "inputs", "inputGroups", "outputs", "classPropertyGroups", "seeAlso",
+                            "examples", "parameters", "replacements"));
     EXPECT_EQ(elements.at(0).at("entities").at(0).at("type").as_string(), "function");
     EXPECT_EQ(elements.at(0).at("deprecationStatus").as_string(), "current");
 }
@@ -64,7 +65,7 @@ TEST(FindCommandTest, OptionsNarrowAndWiden) {
     const Case cases[] = {
         {{"table"}, {"veltra:table"}},
         {{"Table"}, {"veltra:Table"}},
-        {{"TABLE", "-i"}, {"veltra:Table", "veltra:table"}},
+        {{"TABLE", "-i"}, {"veltra:table", "veltra:Table"}},
         {{"TABLE", "--ignore-case", "--type", "class"}, {"veltra:Table"}},
         {{"TABLE", "-i", "--type", "1"}, {"veltra:Table"}},
         {{"filter", "--product", "brisk", "--product", "qix"}, {"brisk:filter", "qix:filter"}},
@@ -78,6 +79,79 @@ TEST(FindCommandTest, OptionsNarrowAndWiden) {
         ASSERT_EQ(run.status, 0) << ::testing::PrintToString(c.arguments) << run.messages;
         EXPECT_EQ(namesIn(run), c.expected) << ::testing::PrintToString(c.arguments);
     }
+}
+
+TEST(FindCommandTest, SearchPicksWhatTheNameIsComparedWith) {
+    const auto find = [](const std::string& search, const std::string& name) {
+        return namesIn(runTool({"find", "--json", "--search", search, "--product", "veltra", name,
+                                "--ignore-package"}));
+    };
+    EXPECT_THAT(find("entity", "Table"), ElementsAre("veltra:Table", "veltra:Table.Table"));
+    EXPECT_THAT(find("class", "Table"),
+                ::testing::IsSupersetOf({"veltra:Table", "veltra:Table.rowCount"}));
+    EXPECT_THAT(find("purpose", "Columns of equal"), ElementsAre("veltra:Table"));
+    EXPECT_THAT(find("text", "A scalar is repeated to the length"), ElementsAre("veltra:table"));
+    EXPECT_THAT(find("page", "table-class.html"), ElementsAre("veltra:Table"));
+    EXPECT_EQ(runTool({"find", "--search", "bogus", "x"}).status, 2);
+}
+
+TEST(FindCommandTest, OrderIsAPersonsUntilKeysAreGiven) {
+    const auto find = [](std::vector<std::string> order) {
+        std::vector<std::string> arguments = {"find", "--json", "TABLE", "-i"};
+        arguments.insert(arguments.end(), order.begin(), order.end());
+        return namesIn(runTool(arguments));
+    };
+    EXPECT_THAT(find({}), ElementsAre("veltra:table", "veltra:Table"));
+    EXPECT_THAT(find({"--order", "index"}), ElementsAre("veltra:Table", "veltra:table"));
+    EXPECT_THAT(find({"--order", "type=class"}), ElementsAre("veltra:Table", "veltra:table"));
+    EXPECT_THAT(find({"--order", "depth,type"}), ElementsAre("veltra:table", "veltra:Table"));
+    EXPECT_THAT(find({"--order", "depth", "--order", "type=class,type"}),
+                ElementsAre("veltra:Table", "veltra:table"));
+    const ToolRun run = runTool({"find", "x", "--order", "depth,bogus"});
+    EXPECT_EQ(run.status, 2);
+    EXPECT_THAT(run.messages, HasSubstr("function-type, name=NAME"));
+}
+
+TEST(FindCommandTest, ExplainTellsTheKeyThatPutEachBeforeTheNext) {
+    const ToolRun run = runTool({"find", "TABLE", "-i", "--explain"});
+    EXPECT_THAT(run.output, HasSubstr("before the next by preferred, by type: function before "
+                                      "class"));
+    EXPECT_THAT(run.output, HasSubstr("the last"));
+    const auto elements = runTool({"find", "filter", "--explain", "--json"}).json();
+    EXPECT_EQ(elements.at(0).at("note").as_string(), "tied with the next: as they were found");
+}
+
+TEST(FindCommandTest, PastedCallIsTakenForItsName) {
+    const ToolRun run = runTool({"find", "t := table(run: [1, 2], ", "--json"});
+    EXPECT_EQ(run.status, 0);
+    EXPECT_THAT(namesIn(run), ElementsAre("veltra:table"));
+    EXPECT_THAT(run.messages, HasSubstr("for the name \"table\""));
+}
+
+TEST(FindCommandTest, NothingFoundTeachesTheNarrowestSearchThatFinds) {
+    struct Case {
+        std::string name;
+        std::string step;
+        std::string command;
+    };
+    const Case cases[] = {
+        {"FILTER", "in any case there is: filter, filter, filter", "--ignore-case FILTER"},
+        {"Tile.RESAMPLE", "without its package there is: geo.raster.Tile.resample",
+         "--ignore-case --ignore-package Tile.RESAMPLE"},
+        {"maps.resample", "without the package \"maps.\" there is: geo.raster.Tile.resample",
+         "--ignore-case --ignore-package resample"},
+        {"columns of equal", "as a part of a name or purpose there is: Table",
+         "--search purpose --ignore-case 'columns of equal'"},
+    };
+    for (const auto& c : cases) {
+        const ToolRun run = runTool({"find", c.name});
+        EXPECT_EQ(run.status, 1) << c.name;
+        EXPECT_THAT(run.output, IsEmpty()) << c.name;
+        EXPECT_THAT(run.messages, HasSubstr(c.step)) << c.name;
+        EXPECT_THAT(run.messages, HasSubstr("vref find " + c.command)) << c.name;
+    }
+    EXPECT_THAT(runTool({"find", "no.such.name"}).messages, ::testing::Not(HasSubstr("there is")));
+    EXPECT_EQ(runTool({"find", "FILTER", "--json"}).output, "[]\n");
 }
 
 TEST(FindCommandTest, LimitCutsAfterOrderingAndSaysHowManyMoreThereAre) {

@@ -21,6 +21,7 @@ TEST(ItemPageTest, ShowsEverythingThatTheItemSays) {
         tests::makeFullItem(u"ref/probe.html"));
     EXPECT_EQ(page(result), R"(pkg.Probe, pkg.probe
     deprecated
+    use pkg.Sensor
     Measures a "quantity" \ Größe 測定.
 
     class, function, package pkg, The Tools 2.0, since 9.1

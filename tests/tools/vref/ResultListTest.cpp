@@ -39,7 +39,7 @@ std::vector<ReferenceData> results() {
 
 std::string listed(const Terminal& terminal, bool hrefs = false) {
     std::ostringstream out;
-    writeList(out, terminal, results(), hrefs);
+    writeList(out, terminal, results(), {.hrefs = hrefs, .notes = {}});
     return out.str();
 }
 

@@ -1,6 +1,7 @@
 #include "sphinx/DescriptionBody.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -325,9 +326,10 @@ class BodyReader : public BlockReader {
         for (const VersionBox& box : m_boxes) {
             if (box.change == VersionChange::Changed || concernsPart(box.explanation, owner))
                 continue;
-            if (box.change == VersionChange::Deprecated)
+            if (box.change == VersionChange::Deprecated) {
                 m_facts.isDeprecated = true;
-            else if (m_facts.introduced.empty())
+                std::ranges::copy(box.links, std::back_inserter(m_facts.replacements));
+            } else if (m_facts.introduced.empty())
                 m_facts.introduced = box.version;
         }
     }

@@ -81,6 +81,8 @@ struct DescriptionFacts {
     // The version that brought it; empty: unknown.
     std::string introduced;
     bool isDeprecated = false;
+    // What the box that says so refers to, for use instead.
+    std::vector<LinkFacts> replacements;
 };
 
 // What was read from one page.

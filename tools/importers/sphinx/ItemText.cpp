@@ -83,6 +83,20 @@ std::string descriptionOf(const DescriptionFacts& facts, const std::string& purp
     return text;
 }
 
+// The targets of links as the product's records name them, each once.
+std::vector<property::SeeAlso> pointersOf(const std::vector<LinkFacts>& links,
+                                          const ItemSource& source) {
+    std::vector<property::SeeAlso> pointers;
+    for (const LinkFacts& link : links) {
+        property::SeeAlso entry(
+            toUtf16(link.href.empty() ? std::string() : source.recordHref(link.href)),
+            toUtf16(link.name));
+        if (std::ranges::find(pointers, entry) == pointers.end())
+            pointers.push_back(std::move(entry));
+    }
+    return pointers;
+}
+
 }  // namespace
 
 std::string itemPurpose(const DescriptionFacts& facts, const std::string& summary) {
@@ -108,35 +122,24 @@ property::RefItem toItem(const ItemSource& source) {
     std::vector<property::Input> inputs;
     for (const property::InputGroup& group : inputGroups)
         std::ranges::copy(group.getInputs(), std::back_inserter(inputs));
-    std::vector<property::SeeAlso> seeAlso;
-    for (const LinkFacts& link : facts.seeAlso) {
-        property::SeeAlso entry(
-            toUtf16(link.href.empty() ? std::string() : source.recordHref(link.href)),
-            toUtf16(link.name));
-        if (std::ranges::find(seeAlso, entry) == seeAlso.end())
-            seeAlso.push_back(std::move(entry));
-    }
     std::vector<property::Example> examples;
     for (const ExampleFacts& example : facts.examples)
         examples.emplace_back(toUtf16(example.title), toUtf16(example.code));
 
-    return {toUtf16(source.href),
-            source.entities,
-            toUtf16(source.packageName),
-            toUtf16(purpose),
-            toUtf16(facts.introduced),
-            toUtf16(descriptionOf(facts, purpose)),
-            {},
-            facts.isDeprecated ? property::DeprecationStatus::Deprecated
-                               : property::DeprecationStatus::Current,
-            syntaxGroupsOf(facts),
-            std::move(inputs),
-            std::move(inputGroups),
-            outputsOf(facts),
-            source.properties,
-            std::move(seeAlso),
-            std::move(examples),
-            {}};
+    property::RefItem item(
+        toUtf16(source.href), source.entities, toUtf16(source.packageName), toUtf16(purpose),
+        toUtf16(facts.introduced), toUtf16(descriptionOf(facts, purpose)), {},
+        facts.isDeprecated ? property::DeprecationStatus::Deprecated
+                           : property::DeprecationStatus::Current,
+        syntaxGroupsOf(facts), std::move(inputs), std::move(inputGroups), outputsOf(facts),
+        source.properties, pointersOf(facts.seeAlso, source), std::move(examples), {});
+    // The box may refer to the deprecated object itself, too.
+    auto replacements = pointersOf(facts.replacements, source);
+    std::erase_if(replacements, [&item](const property::SeeAlso& each) {
+        return each.getPage() == item.getHref();
+    });
+    item.setReplacements(std::move(replacements));
+    return item;
 }
 
 }  // namespace reference::importers::sphinx

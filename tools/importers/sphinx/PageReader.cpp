@@ -172,9 +172,10 @@ DescriptionFacts readModule(Node target, std::size_t object) {
 }
 
 void resolveLinks(DescriptionFacts& facts, std::string_view page) {
-    for (LinkFacts& link : facts.seeAlso)
-        if (!link.href.empty())
-            link.href = resolvedHref(page, link.href);
+    for (std::vector<LinkFacts>* const links : {&facts.seeAlso, &facts.replacements})
+        for (LinkFacts& link : *links)
+            if (!link.href.empty())
+                link.href = resolvedHref(page, link.href);
 }
 
 std::vector<DescriptionFacts> readDescriptions(Node root, const std::vector<WantedObject>& wanted) {

@@ -130,6 +130,21 @@ std::string versionIn(std::string_view text) {
     return version;
 }
 
+// Cross-references are set as code; other links lead to proposals, bug reports and prose.
+std::vector<LinkFacts> entityLinks(Node box) {
+    std::vector<LinkFacts> links;
+    for (Node node = box.next(box); node; node = node.next(box)) {
+        if (node.tag() != "a" || isPageFurniture(node) || !node.findTag("code"))
+            continue;
+        std::string name = inlineText(node);
+        if (name.ends_with("()"))
+            name.resize(name.size() - 2);
+        links.push_back(
+            {std::string(node.attribute("href").value_or(std::string_view())), std::move(name)});
+    }
+    return links;
+}
+
 }  // namespace
 
 bool isVersionBox(Node node) {
@@ -145,6 +160,7 @@ VersionBox readVersionBox(Node box) {
     else if (box.hasAnyClass({"deprecated", "deprecated-removed"}))
         result.change = VersionChange::Deprecated;
     result.text = inlineText(box);
+    result.links = entityLinks(box);
     std::string lead;
     if (const Node span = box.findClass("versionmodified"))
         lead = inlineText(span);

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "sphinx/Facts.hpp"
 #include "sphinx/Node.hpp"
 
 namespace reference::importers::sphinx {
@@ -24,6 +25,8 @@ struct VersionBox {
     std::string explanation;
     // The whole as displayed.
     std::string text;
+    // The entities that it refers to by a link.
+    std::vector<LinkFacts> links;
 };
 
 // Reads a node that `isVersionBox` accepts.

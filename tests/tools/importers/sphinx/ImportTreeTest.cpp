@@ -222,5 +222,29 @@ TEST(ImportTreeTest, ReadsTheIndexPagesOfFolders) {
     EXPECT_EQ(recordOf(result, u"m.f").getPurpose(), u"F.");
 }
 
+TEST(ImportTreeTest, KeepsTheReplacementsThatTheObjectsOwnDeprecationNames) {
+    BuiltTree tree;
+    const std::string own =
+        "<div class=\"deprecated\"><p><span class=\"versionmodified\">Deprecated since version "
+        "2: </span><code class=\"xref\">old()</code> goes; use <a class=\"reference internal\" "
+        "href=\"new.html#n.old\"><code class=\"xref\">n.old()</code></a> as <a "
+        "href=\"why.html\">told</a>, not <a href=\"#m.old\"><code>old</code></a>.</p></div>";
+    const std::string ofParameter =
+        "<dl class=\"field-list\"><dt>Parameters</dt><dd><p><strong>x</strong> – The x.</p><div "
+        "class=\"deprecated\"><p><span class=\"versionmodified\">Deprecated since version 3: "
+        "</span>Use <a href=\"#m.f\"><code>f</code></a>.</p></div></dd></dl>";
+    tree.object("m.old", "py:function", "m.html#$")
+        .object("m.f", "py:function", "m.html#$")
+        .object("n.old", "py:function", "new.html#$")
+        .page("m.html", described("py", "function", "m.old", "old(x)", "<p>Old.</p>" + own) +
+                            described("py", "function", "m.f", "f(x)", "<p>F.</p>" + ofParameter))
+        .page("new.html", described("py", "function", "n.old", "old(x)", "<p>New.</p>"));
+    const ImportResult result = tree.import();
+    EXPECT_THAT(itemAt(result, u"m.html#m.old").getReplacements(),
+                ::testing::ElementsAre(property::SeeAlso(u"new.html", u"n.old")));
+    EXPECT_THAT(itemAt(result, u"m.html#m.f").getReplacements(), ::testing::IsEmpty());
+    EXPECT_EQ(itemAt(result, u"m.html#m.f").getDeprecationStatus(), DeprecationStatus::Current);
+}
+
 }  // namespace
 }  // namespace reference::importers::sphinx

@@ -1,0 +1,51 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "support/Generator.hpp"
+#include "support/OrderingLaws.hpp"
+#include "vref/ExitStatus.hpp"
+#include "vref/Ordering.hpp"
+
+namespace reference::tools {
+namespace {
+
+using api::EntityCaseSensitivity;
+
+TEST(OrderingTest, KnowsEveryKeyAndRefusesOthers) {
+    for (const char* text :
+         {"index", "preferred", "deprecated", "depth", "type", "function-type", "name=a.b",
+          "entity=class:A", "entity=1:A", "type=method", "type=40", "page=plot", "product=veltra",
+          "depth,type,name=x", "entity=class:ns::A"})
+        EXPECT_NO_THROW(
+            static_cast<void>(Ordering::parse({text}, EntityCaseSensitivity::Sensitive)))
+            << text;
+    for (const char* text : {"", "bogus", "depth,", "depth=1", "type=bogus", "entity=A",
+                             "entity=bogus:A", "name", "DEPTH"})
+        EXPECT_THROW(static_cast<void>(Ordering::parse({text}, EntityCaseSensitivity::Sensitive)),
+                     UnusableError)
+            << text;
+}
+
+TEST(OrderingTest, IsAStrictWeakOrderingAndExplainsEveryDecision) {
+    for (std::uint32_t seed = 1; seed <= 20; ++seed) {
+        tests::Generator generator(seed);
+        auto results = generator.results(20);
+        const auto ordering =
+            Ordering::forPerson(generator.name(), EntityCaseSensitivity::Insensitive);
+        const auto comparator = ordering.comparator();
+        ASSERT_EQ(tests::brokenOrderingLaw(comparator, results), "") << "seed " << seed;
+        std::stable_sort(results.begin(), results.end(), comparator);
+        for (std::size_t at = 0; at + 1 < results.size(); ++at) {
+            const bool decided = comparator(results[at], results[at + 1]);
+            const std::string text = ordering.explain(results[at], results[at + 1]);
+            EXPECT_EQ(text.starts_with("before the next by "), decided) << text;
+            EXPECT_EQ(text.starts_with("tied with the next"), !decided) << text;
+        }
+    }
+}
+
+}  // namespace
+}  // namespace reference::tools

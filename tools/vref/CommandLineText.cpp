@@ -1,0 +1,47 @@
+#include "vref/CommandLineText.hpp"
+
+#include <stdexcept>
+#include <string_view>
+
+#include "fl/i18n/utf.hpp"
+#include "vref/ExitStatus.hpp"
+
+namespace reference::tools {
+namespace {
+
+constexpr std::string_view whiteSpace = " \t\r\n";
+
+std::string_view trimmed(std::string_view text, std::string_view around) {
+    const auto begin = text.find_first_not_of(around);
+    if (begin == std::string_view::npos)
+        return {};
+    return text.substr(begin, text.find_last_not_of(around) - begin + 1);
+}
+
+}  // namespace
+
+std::u16string fromCommandLine(const std::string& text) {
+    try {
+        return fl::i18n::toUtf16(text);
+    } catch (const std::invalid_argument&) {
+        throw UnusableError("The command line holds text that is not UTF-8.");
+    }
+}
+
+std::string nameInPastedCode(const std::string& text) {
+    std::string_view name = trimmed(text, whiteSpace);
+    for (const std::string_view prompt : {">>>", "..."})
+        if (name.starts_with(prompt))
+            name = trimmed(name.substr(prompt.size()), whiteSpace);
+    name = name.substr(0, name.find('('));
+    if (const auto assignment = name.rfind('='); assignment != std::string_view::npos)
+        name = name.substr(assignment + 1);
+    name = trimmed(name, " \t\r\n.,;:\"'`)");
+    // What is left of it: "return f", "new Table", "x + f". Words without any code are words.
+    const bool isCode = text.find_first_of("(=") != std::string::npos;
+    if (const auto space = name.find_last_of(whiteSpace); isCode && space != std::string_view::npos)
+        name = name.substr(space + 1);
+    return name.empty() ? text : std::string(name);
+}
+
+}  // namespace reference::tools
