@@ -50,6 +50,11 @@ class Members {
     Members& list(json::string_view name, const std::vector<Element>& elements, Write write) {
         if (m_form == JsonForm::Set && elements.empty())
             return *this;
+        return always(name, elements, write);
+    }
+
+    template <typename Element, typename Write>
+    Members& always(json::string_view name, const std::vector<Element>& elements, Write write) {
         json::array array;
         array.reserve(elements.size());
         for (const auto& element : elements)
@@ -79,8 +84,8 @@ class ItemWriter {
     [[nodiscard]] json::object item(const RefItem& item) const {
         Members members(m_form);
         members
-            .list("entities", item.getRefEntities(),
-                  [this](const RefEntity& e) { return entity(e); })
+            .always("entities", item.getRefEntities(),
+                    [this](const RefEntity& e) { return entity(e); })
             .text("packageName", item.getPackageName())
             .text("purpose", item.getPurpose())
             .text("introduced", item.getIntroduced())

@@ -16,6 +16,8 @@ namespace {
 
 namespace json = boost::json;
 
+constexpr std::size_t mostPlacedFaults = 100;
+
 json::string_view keyView(std::string_view text) {
     return {text.data(), text.size()};
 }
@@ -125,7 +127,9 @@ void JsonDocument::fault(const JsonNode& at, std::string problem) const {
             path.emplace_back(node->m_index);
     }
     std::ranges::reverse(path);
-    const auto offset = findJsonValue(m_text, path);
+    // Each search walks the whole text: where everything is wrong, the first places will do.
+    const bool isPlaced = m_faults++ < mostPlacedFaults;
+    const auto offset = isPlaced ? findJsonValue(m_text, path) : std::nullopt;
     const TextPosition position = offset ? positionOf(m_text, *offset) : TextPosition{};
     m_onFault({.file = m_file,
                .line = position.line,

@@ -111,6 +111,7 @@ class JsonDocument {
     void fault(const JsonNode& at, std::string problem) const;
 
     std::string m_file;
+    mutable std::size_t m_faults = 0;  // that were reported so far
     std::string m_text;
     FaultHandler m_onFault;
     boost::json::monotonic_resource m_memory;

@@ -9,9 +9,10 @@ namespace reference::tests {
 
 void MemorySource::add(docset::ProductDocumentation product, bool installed) {
     const std::u16string name = product.header.shortName;
-    m_products[name] = {.documentation = std::move(product),
-                        .referenceFileName = name + u".ref",
-                        .installed = installed};
+    Product& entry = m_products[name];
+    entry.documentation = std::move(product);
+    entry.referenceFileName = name + u".ref";
+    entry.installed = installed;
 }
 
 void MemorySource::shareFile(const std::u16string& product,

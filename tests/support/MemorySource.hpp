@@ -47,7 +47,7 @@ class MemorySource : public docparser::DocSource {
     struct Product {
         docset::ProductDocumentation documentation;
         std::u16string referenceFileName;
-        bool installed;
+        bool installed = true;
     };
 
     [[nodiscard]] static property::HeaderInfo headerOf(const Product& product);

@@ -1,0 +1,169 @@
+// How long the retrievers and orders take over 30,000 entities in 100 products, with warm caches.
+// Each benchmark checks its answer before it is timed.
+
+#include <algorithm>
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "ManyEntities.hpp"
+#include "docparser/DocResourceParser.hpp"
+#include "reference/api/AllTextDataRetriever.hpp"
+#include "reference/api/ClassEntityDataRetriever.hpp"
+#include "reference/api/EntityPurposeDataRetriever.hpp"
+#include "reference/api/PageNameDataRetriever.hpp"
+#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/api/comparator/CompoundReferenceComparator.hpp"
+#include "reference/api/comparator/DeprecatedOrderComparator.hpp"
+#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
+#include "reference/api/comparator/EntityMatchComparator.hpp"
+#include "reference/api/comparator/EntityNameMatchComparator.hpp"
+#include "reference/api/comparator/EntityTypeMatchComparator.hpp"
+#include "reference/api/comparator/EntityTypeOrderComparator.hpp"
+#include "reference/api/comparator/FunctionTypeOrderComparator.hpp"
+#include "reference/api/comparator/IndexOrderComparator.hpp"
+#include "reference/api/comparator/PageNameMatchComparator.hpp"
+#include "reference/api/comparator/PreferredOrderComparator.hpp"
+#include "reference/api/comparator/ProductMatchComparator.hpp"
+
+namespace reference::bench {
+namespace {
+
+using namespace api::comparator;
+using api::EntityCaseSensitivity;
+using api::EntityPrecision;
+using api::ReferenceData;
+using api::ReferenceRequest;
+using api::RefRequestComparator;
+using cache_manager::ReferenceCacheManager;
+
+ReferenceRequest loose(std::u16string text) {
+    ReferenceRequest request(std::move(text));
+    request.setEntityCaseSensitivity(EntityCaseSensitivity::Insensitive);
+    request.setEntityPrecision(EntityPrecision::Ignore_Package);
+    return request;
+}
+
+template <typename Retriever>
+void search(benchmark::State& state, const ReferenceRequest& request, std::size_t expected) {
+    const Retriever retriever(request);
+    const std::size_t found = retriever.getReferenceData().size();
+    if (found != expected) {
+        const std::string message =
+            "found " + std::to_string(found) + ", not " + std::to_string(expected);
+        state.SkipWithError(message.c_str());
+        return;
+    }
+    for (auto _ : state)
+        benchmark::DoNotOptimize(retriever.getReferenceData());
+    state.counters["found"] = static_cast<double>(found);
+}
+
+// One of each entity: 30,000 results to be ordered.
+const std::vector<ReferenceData>& everything() {
+    static const std::vector<ReferenceData> results =
+        api::AllTextDataRetriever(ReferenceRequest(u"")).getReferenceData();
+    return results;
+}
+
+// Orders pointers, so that what is timed is the comparator and not the moving of results.
+void order(benchmark::State& state, const RefRequestComparator& comparator) {
+    std::vector<const ReferenceData*> found;
+    for (const auto& result : everything())
+        found.push_back(&result);
+    const auto byComparator = [&](const ReferenceData* a, const ReferenceData* b) {
+        return comparator(*a, *b);
+    };
+    auto ordered = found;
+    std::ranges::stable_sort(ordered, byComparator);
+    if (found.size() != entityCount || !std::ranges::is_sorted(ordered, byComparator)) {
+        state.SkipWithError("not the 30,000 results, or not in order");
+        return;
+    }
+    for (auto _ : state) {
+        state.PauseTiming();
+        ordered = found;
+        state.ResumeTiming();
+        std::ranges::stable_sort(ordered, byComparator);
+        benchmark::DoNotOptimize(ordered.data());
+    }
+}
+
+void registerSearch(const char* name, std::function<void(benchmark::State&)> run) {
+    benchmark::RegisterBenchmark(name, std::move(run))->Unit(benchmark::kMillisecond);
+}
+
+void registerAll() {
+    using namespace api;
+    // A single look into each product's map.
+    registerSearch("search/entity: exact name", [](benchmark::State& state) {
+        search<ReferenceDataRetriever>(state, ReferenceRequest(u"product42.stats.fit7"), 1);
+    });
+    // A walk over all keys, each of them folded.
+    registerSearch("search/entity: any case, no package", [](benchmark::State& state) {
+        search<ReferenceDataRetriever>(state, loose(u"FIT7"), productCount);
+    });
+    registerSearch("search/class: with all properties", [](benchmark::State& state) {
+        search<ClassEntityDataRetriever>(state, ReferenceRequest(u"product42.Class3"), 9);
+    });
+    registerSearch("search/purpose: part of names", [](benchmark::State& state) {
+        search<EntityPurposeDataRetriever>(state, loose(u"Limit15"), 200);
+    });
+    registerSearch("search/page: by file name", [](benchmark::State& state) {
+        search<PageNameDataRetriever>(state, loose(u"CLASS3.html"), productCount);
+    });
+    // Reads every text of every entry, folded, and finds nothing: the dearest search there is.
+    registerSearch("search/text: nowhere, any case", [](benchmark::State& state) {
+        search<AllTextDataRetriever>(state, loose(u"no such words"), 0);
+    });
+    registerSearch("search/text: everywhere, exact case", [](benchmark::State& state) {
+        search<AllTextDataRetriever>(state, ReferenceRequest(u""), entityCount);
+    });
+
+    const std::vector<std::pair<const char*, RefRequestComparator>> orders = {
+        {"order/index", IndexOrderComparator()},
+        {"order/deprecated", DeprecatedOrderComparator()},
+        {"order/depth", EntityDepthOrderComparator()},
+        {"order/type", EntityTypeOrderComparator()},
+        {"order/function type", FunctionTypeOrderComparator()},
+        {"order/entity, any case",
+         EntityMatchComparator(u"PRODUCT42.Class3", property::RefEntityType::Class,
+                               EntityCaseSensitivity::Insensitive)},
+        {"order/name, any case",
+         EntityNameMatchComparator(u"PRODUCT42.Class3", EntityCaseSensitivity::Insensitive)},
+        {"order/type match", EntityTypeMatchComparator(property::RefEntityType::Class)},
+        {"order/page, any case",
+         PageNameMatchComparator(u"CLASS3", EntityCaseSensitivity::Insensitive)},
+        {"order/product", ProductMatchComparator(u"product42")},
+        {"order/preferred", PreferredOrderComparator()},
+        // The rival: the same order as a chain of functions.
+        {"order/preferred, as a compound",
+         CompoundReferenceComparator({DeprecatedOrderComparator(),
+                                      ProductMatchComparator(u"veltra"),
+                                      ProductMatchComparator(u"pendrake"),
+                                      EntityTypeOrderComparator(), FunctionTypeOrderComparator()})},
+    };
+    for (const auto& [name, comparator] : orders)
+        benchmark::RegisterBenchmark(name, [comparator = comparator](benchmark::State& state) {
+            order(state, comparator);
+        })->Unit(benchmark::kMillisecond);
+}
+
+}  // namespace
+}  // namespace reference::bench
+
+int main(int argc, char** argv) {
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 2;
+    reference::docparser::DocResourceParser::setSource(reference::bench::makeManyEntities());
+    reference::cache_manager::ReferenceCacheManager::PopulateAllCaches();
+    reference::bench::registerAll();
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}
