@@ -42,8 +42,6 @@ std::string resolvedHref(std::string_view page, std::string_view href) {
         begin = end + 1;
         if (part == ".." && !parts.empty() && parts.back() != "..")
             parts.pop_back();
-        else if (part == "..")
-            parts.push_back(std::move(part));
         else if (part != "." && !part.empty())
             parts.push_back(std::move(part));
     }

@@ -79,6 +79,7 @@ std::vector<PageTask> pageTasks(const std::vector<InventoryObject>& objects) {
         wanted[object.page].push_back({index, object.anchor, object.role == "module"});
     }
     std::vector<PageTask> tasks;
+    tasks.reserve(wanted.size());
     for (auto& [page, objectsOfPage] : wanted)
         tasks.push_back({page, std::move(objectsOfPage), {}});
     return tasks;

@@ -61,6 +61,7 @@ std::vector<property::Output> outputsOf(const DescriptionFacts& facts) {
             parts.push_back({.name = {}, .classifier = field.prose, .text = {}});
     }
     std::vector<property::Output> outputs;
+    outputs.reserve(parts.size());
     for (const NamedPart& part : parts)
         outputs.emplace_back(toUtf16(part.name), toUtf16(part.text), u"", valuesOf(part));
     return outputs;

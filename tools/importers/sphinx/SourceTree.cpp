@@ -43,7 +43,7 @@ fs::path SourceTree::locate(std::string_view page) const {
     if (name.empty() || name.ends_with('/'))
         name += "index.html";
     std::error_code error;
-    const fs::path file = fs::canonical(m_root / name, error);
+    fs::path file = fs::canonical(m_root / name, error);
     if (error)
         return {};
     if (!isWithin(file, m_root))
