@@ -27,6 +27,31 @@ std::string shown(const std::u16string& text) {
     return withoutControls(fl::i18n::toUtf8(text));
 }
 
+// The lines of a text in which lines that begin with a dash are the items of a list: the text of an
+// item stands under itself.
+std::vector<std::string> wrapItems(std::string_view text, std::size_t width) {
+    constexpr std::string_view mark = "- ";
+    std::vector<std::string> lines;
+    while (!text.empty()) {
+        const auto end = std::min(text.find('\n'), text.size());
+        const std::string_view line = text.substr(0, end);
+        text.remove_prefix(std::min(end + 1, text.size()));
+        if (!line.starts_with(mark)) {
+            const auto wrapped = wrapToWidth(line, width);
+            lines.insert(lines.end(), wrapped.begin(), wrapped.end());
+            if (wrapped.empty())
+                lines.emplace_back();
+            continue;
+        }
+        std::string_view before = mark;
+        for (const auto& part : wrapToWidth(line.substr(mark.size()), width - mark.size())) {
+            lines.push_back(std::string(before) + part);
+            before = "  ";
+        }
+    }
+    return lines;
+}
+
 class PageWriter {
   public:
     PageWriter(std::ostream& out, const Terminal& terminal) : m_out(out), m_terminal(terminal) {}
@@ -170,7 +195,7 @@ class PageWriter {
         const std::size_t whole = std::min(m_terminal.width(), widestProse);
         const std::size_t taken = level * indentStep;
         const std::size_t width = whole > taken + narrowestProse ? whole - taken : narrowestProse;
-        for (const auto& line : wrapToWidth(text, width)) {
+        for (const auto& line : wrapItems(text, width)) {
             if (!line.empty())
                 indent(level);
             m_out << m_terminal.styled(style, line) << '\n';

@@ -88,5 +88,18 @@ TEST(ItemPageTest, BreaksProseButNotCode) {
         << text;
 }
 
+TEST(ItemPageTest, TextOfAListsItemStandsUnderItself) {
+    const api::ReferenceData result(
+        property::HeaderInfo(),
+        tests::makeItem(
+            {.href = u"f",
+             .description = u"Either:\n\n- many words that do not fit on a line\n- few"}));
+    const std::string text = page(result, 30);
+    EXPECT_NE(
+        text.find("    Either:\n\n    - many words that do not\n      fit on a line\n    - few\n"),
+        std::string::npos)
+        << text;
+}
+
 }  // namespace
 }  // namespace reference::tools
