@@ -22,6 +22,10 @@
 #include "docset/publish.hpp"
 #include "docset/validate.hpp"
 #include "fl/i18n/utf.hpp"
+#include "reference/api/AllTextDataRetriever.hpp"
+#include "reference/api/ClassEntityDataRetriever.hpp"
+#include "reference/api/EntityPurposeDataRetriever.hpp"
+#include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "sphinx/ImportTree.hpp"
@@ -175,6 +179,53 @@ TEST_F(SciPyTest, ClassIsDescribedAsItsPageDoes) {
         inputs.push_back(input.getName());
     EXPECT_THAT(inputs, ElementsAre(u"dataset", u"bw_method", u"weights"));
     EXPECT_FALSE(item.getExamples().empty());
+}
+
+TEST_F(SciPyTest, ClassSearchYieldsTheClassAndEveryOneOfItsProperties) {
+    const auto results = api::ClassEntityDataRetriever(
+                             ReferenceRequest(u"scipy.stats.gaussian_kde",
+                                              {RefEntityType::Class, RefEntityType::Property}))
+                             .getReferenceData();
+    ASSERT_FALSE(results.empty());
+    EXPECT_EQ(dump(results.front()),
+              "scipy:scipy.stats.gaussian_kde[class]@reference/generated/"
+              "scipy.stats.gaussian_kde.html");
+    std::size_t properties = 0;
+    for (const auto& group : results.front().getRefItem().getClassPropertyGroups())
+        properties += group.getClassProperties().size();
+    EXPECT_GE(properties, 8u);
+    EXPECT_EQ(results.size(), properties + 1);
+}
+
+TEST_F(SciPyTest, PurposeAndPageSearchesFindTheClass) {
+    const auto isClass = [](const ReferenceData& result) {
+        return bearsName(result, u"scipy.stats.gaussian_kde");
+    };
+    EXPECT_TRUE(std::ranges::any_of(
+        api::EntityPurposeDataRetriever(ReferenceRequest(u"kernel-density")).getReferenceData(),
+        isClass));
+    ReferenceRequest page(u"scipy.stats.gaussian_kde.html");
+    page.setEntityPrecision(EntityPrecision::Ignore_Package);
+    const auto found = api::PageNameDataRetriever(page).getReferenceData();
+    ASSERT_EQ(found.size(), 1u);
+    EXPECT_TRUE(isClass(found.front()));
+}
+
+TEST_F(SciPyTest, TextSearchFindsWordsThatStandOnlyInAParametersDescription) {
+    const std::u16string words = u"the samples are assumed to be equally weighted";
+    const auto results = api::AllTextDataRetriever(ReferenceRequest(words)).getReferenceData();
+    ASSERT_THAT(dump(results),
+                ::testing::Contains("scipy:scipy.stats.gaussian_kde[class]@reference/generated/"
+                                    "scipy.stats.gaussian_kde.html"));
+    const auto found = std::ranges::find_if(results, [](const ReferenceData& result) {
+        return bearsName(result, u"scipy.stats.gaussian_kde");
+    });
+    const auto& item = found->getRefItem();
+    EXPECT_EQ(item.getPurpose().find(words), std::u16string::npos);
+    EXPECT_EQ(item.getDescription().find(words), std::u16string::npos);
+    EXPECT_TRUE(std::ranges::any_of(item.getInputs(), [&](const auto& input) {
+        return input.getPurpose().find(words) != std::u16string::npos;
+    }));
 }
 
 }  // namespace
