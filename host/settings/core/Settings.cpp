@@ -2,7 +2,15 @@
 
 #include <utility>
 
+#include "foundation/msg_svc/eventmgr/SubscriberList.hpp"
+#include "settings/core/SettingsValueChangeEvent.hpp"
+
 namespace settings::core {
+
+using foundation::msg_svc::eventmgr::BaseEvent;
+using foundation::msg_svc::eventmgr::Connection;
+using foundation::msg_svc::eventmgr::SubscriberList;
+
 namespace {
 
 // Parts a full name at its first dot.
@@ -16,7 +24,9 @@ std::pair<std::string_view, std::string_view> splitFirst(std::string_view fullNa
 }  // namespace
 
 Settings::Settings(std::string name, std::string fullName)
-    : m_name(std::move(name)), m_fullName(std::move(fullName)) {}
+    : m_name(std::move(name)),
+      m_fullName(std::move(fullName)),
+      m_listeners(std::make_shared<SubscriberList>()) {}
 
 std::shared_ptr<Settings> Settings::makeRoot() {
     return std::shared_ptr<Settings>(new Settings({}, {}));
@@ -67,13 +77,29 @@ SettingsValue Settings::getValue() const {
 }
 
 void Settings::setValue(SettingsValue value) {
-    const foundation::core::MutexLock lock(m_mutex);
-    if (!m_value)
-        throw SettingsException("\"" + m_fullName +
-                                "\" is a group of settings and takes no value.");
-    if (m_value->index() != value.index())
-        throwWrongType();
-    *m_value = std::move(value);
+    SettingsValue old;
+    {
+        const foundation::core::MutexLock lock(m_mutex);
+        if (!m_value)
+            throw SettingsException("\"" + m_fullName +
+                                    "\" is a group of settings and takes no value.");
+        if (m_value->index() != value.index())
+            throwWrongType();
+        if (*m_value == value)
+            return;
+        old = std::exchange(*m_value, value);
+    }
+    m_listeners->deliver(SettingsValueChangeEvent(m_fullName, std::move(old), std::move(value)));
+}
+
+std::unique_ptr<Connection> Settings::addListener(
+    std::function<void(const SettingsValueChangeEvent&)> listener) {
+    if (!listener)
+        throw std::invalid_argument("\"" + m_fullName + "\" was given an empty listener.");
+    static_cast<void>(getValue());  // throws for a group, of which nothing is ever told
+    return m_listeners->add([listener = std::move(listener)](const BaseEvent& event) {
+        listener(static_cast<const SettingsValueChangeEvent&>(event));
+    });
 }
 
 void Settings::throwWrongType() const {

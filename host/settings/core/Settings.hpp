@@ -1,22 +1,25 @@
 #pragma once
 
-#include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <variant>
-#include <vector>
 
 #include "foundation/core/Mutex.hpp"
 #include "foundation/core/export.hpp"
+#include "foundation/msg_svc/eventmgr/Connection.hpp"
+#include "settings/core/SettingsValue.hpp"
+
+namespace foundation::msg_svc::eventmgr {
+class SubscriberList;
+}
 
 namespace settings::core {
 
-// What a setting may hold. The alternative that a setting is declared with is its type for good.
-using SettingsValue =
-    std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
+class SettingsValueChangeEvent;
 
 // A setting was asked for that nobody declared, or given a value of another type. what() names the
 // setting and says what would be right.
@@ -62,9 +65,21 @@ class VELTRA_HOST_API Settings {
         throwWrongType();
     }
 
-    // Changes the value. Throws SettingsException, and changes nothing, for a group or when the
-    // value is of another type than the setting.
+    // Changes the value, then calls the setting's listeners, on this thread and outside every lock,
+    // before it returns. A value equal to the old one changes nothing and calls nobody. Throws
+    // SettingsException, and changes nothing, for a group or when the value is of another type than
+    // the setting; what a listener throws is logged (EventMgr::publish says how) and not thrown.
     void setValue(SettingsValue value);
+
+    // Calls `listener` after each change of this setting's value, until the connection that is
+    // returned is destroyed; Connection says what may be relied on then. Where several threads
+    // change the value at once, listeners may hear of the changes in another order than they
+    // happened: who needs the value in force asks for it. A listener may set values, add listeners
+    // and end connections.
+    //
+    // Throws SettingsException for a group, std::invalid_argument for an empty listener.
+    [[nodiscard]] std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(
+        std::function<void(const SettingsValueChangeEvent&)> listener);
 
   private:
     Settings(std::string name, std::string fullName);
@@ -74,6 +89,7 @@ class VELTRA_HOST_API Settings {
     // Constant after construction.
     const std::string m_name;
     const std::string m_fullName;
+    const std::shared_ptr<foundation::msg_svc::eventmgr::SubscriberList> m_listeners;
 
     mutable foundation::core::Mutex m_mutex;
     std::map<std::string, std::shared_ptr<Settings>, std::less<>> m_children

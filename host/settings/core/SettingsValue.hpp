@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace settings::core {
+
+// What a setting may hold. The alternative that a setting is declared with is its type for good.
+using SettingsValue =
+    std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
+
+}  // namespace settings::core

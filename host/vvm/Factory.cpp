@@ -1,0 +1,45 @@
+#include "vvm/Factory.hpp"
+
+#include <utility>
+
+#include <boost/smart_ptr/make_shared_object.hpp>
+
+#include "foundation/core/Mutex.hpp"
+#include "foundation/msg_svc/eventmgr/EventMgr.hpp"
+
+namespace vvm {
+namespace {
+
+using foundation::core::Mutex;
+using foundation::core::MutexLock;
+
+Mutex currentMutex;
+std::shared_ptr<VVM> current VELTRA_GUARDED_BY(currentMutex);  // null until the host makes one
+
+}  // namespace
+
+VVM::VVM() : m_eventMgr(boost::make_shared<foundation::msg_svc::eventmgr::EventMgr>()) {}
+
+VVM::~VVM() = default;
+
+std::shared_ptr<VVM> Factory::getCurrentLocalVVM(NoActiveUSMBehavior behavior) {
+    const MutexLock lock(currentMutex);
+    if (!current && behavior == Throw)
+        throw NoCurrentVVMError(
+            "This process has no virtual machine; the host makes one with Factory::makeLocalVVM.");
+    return current;
+}
+
+std::shared_ptr<VVM> Factory::makeLocalVVM() {
+    auto made = std::make_shared<VVM>();
+    setCurrentLocalVVM(made);
+    return made;
+}
+
+void Factory::setCurrentLocalVVM(std::shared_ptr<VVM> machine) {
+    // The old machine dies outside the lock: with it may die callbacks, which are foreign code.
+    const MutexLock lock(currentMutex);
+    current.swap(machine);
+}
+
+}  // namespace vvm
