@@ -7,6 +7,8 @@ function(veltra_target target)
         CXX_EXTENSIONS OFF)
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_options(${target} PRIVATE
+        # Logs name a source file from the top of the tree, wherever that was built.
+        "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
         -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
         -Woverloaded-virtual -Wcast-qual -Wold-style-cast -Wimplicit-fallthrough -Wundef
         # A designated initialiser that leaves members at their defaults does so on purpose.

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "docparser/DocParserException.hpp"
+#include "reference/api/cache_manager/LookupSnapshot.hpp"
 #include "reference/api/hostNames.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 #include "refutils/matchUnqualifiedString.hpp"
@@ -42,16 +43,17 @@ void ReferenceDataRetriever::setupRetriever() {
 }
 
 std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
-    const auto products =
-        ReferenceCacheManager::GetProductsWithEntity(m_request, getSearchMethod());
+    // One snapshot for the whole answer: the caches may be cleared, and the language changed, while
+    // it is put together.
+    const cache_manager::LookupSnapshot lookup;
+    const auto products = lookup.productsWithEntity(m_request, getSearchMethod());
     std::vector<ReferenceData> results;
     if (products.empty())
         return results;
 
     for (const auto& [product, matches] : products) {
         try {
-            const auto resource = ReferenceCacheManager::GetResourceCacheForProduct(
-                matches.referenceFileName, product);
+            const auto resource = lookup.resourceOf(product, matches.referenceFileName);
             // The product's lookup file names a reference file that does not hold the product.
             if (!resource)
                 continue;

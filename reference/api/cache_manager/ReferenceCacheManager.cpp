@@ -9,6 +9,9 @@
 #include "docparser/DocResourceParser.hpp"
 #include "foundation/core/Mutex.hpp"
 #include "reference/api/cache_manager/EntitySearch.hpp"
+#include "reference/api/cache_manager/LookupSnapshot.hpp"
+#include "reference/api/cache_manager/dataChange.hpp"
+#include "reference/api/cache_manager/resourceReading.hpp"
 
 namespace reference::cache_manager {
 namespace {
@@ -22,38 +25,58 @@ using LookupCache = ReferenceCacheManager::LookupCache;
 using ResourceCache = ReferenceCacheManager::ResourceCache;
 using LookupCachePtr = std::shared_ptr<const LookupCache>;
 
-// The place of a lookup cache's pointer; null: not loaded. Readers and clearers of a cache hold its
-// own mutex, and no thread ever holds two of these. But one load fills both lookup caches under the
-// one mutex that its caller chose, so that the place itself must be safe to share.
+// The two lookup caches; null: not loaded.
+struct LookupCaches {
+    LookupCachePtr installed;
+    LookupCachePtr uninstalled;
+
+    [[nodiscard]] bool isLoaded() const noexcept { return installed || uninstalled; }
+};
+
+// Both lookup caches as one value that is replaced in one step. A load stores only what is still to
+// be stored then: when the caches were cleared while it read, what it read may be out of date.
 //
-// std::atomic<std::shared_ptr> would say the same, but in GCC 12's library its load() is a data
-// race with a later store (it lets go of the pointer with relaxed order).
-class LookupSlot {
+// std::atomic<std::shared_ptr> would say the same as these functions, but in GCC 12's library its
+// load() is a data race with a later store (it lets go of the pointer with relaxed order).
+class LookupState {
   public:
-    [[nodiscard]] LookupCachePtr load() const { return std::atomic_load(&m_pointer); }
-    void store(LookupCachePtr pointer) { std::atomic_store(&m_pointer, std::move(pointer)); }
-    [[nodiscard]] LookupCachePtr takeOut() {
-        return std::atomic_exchange(&m_pointer, LookupCachePtr());
+    using Value = std::shared_ptr<const LookupCaches>;
+
+    // Never null. Two values are the same as long as nothing was stored or cleared between them.
+    [[nodiscard]] Value load() const { return std::atomic_load(&m_value); }
+
+    // Stores `caches`, if the value is still `expected`; else `expected` becomes what it is.
+    [[nodiscard]] bool storeInPlaceOf(Value& expected, LookupCaches caches) {
+        return std::atomic_compare_exchange_strong(
+            &m_value, &expected, Value(std::make_shared<LookupCaches>(std::move(caches))));
+    }
+
+    // Stores what `change` makes of the value, and returns the old one.
+    template <typename Change>
+    Value update(const Change& change) {
+        Value old = load();
+        while (!storeInPlaceOf(old, change(*old))) {
+        }
+        return old;
     }
 
   private:
-    LookupCachePtr m_pointer;
+    Value m_value = std::make_shared<LookupCaches>();
 };
 
+// Who reads or changes a cache holds its mutex, so that a second load waits for the first. No
+// thread ever holds two of these.
 Mutex s_lookupCacheMutex;
 Mutex s_uninstalledLookupCacheMutex;
 Mutex s_resourceCacheMutex;
-Mutex s_startupMutex;
 
-LookupSlot s_lookupCache;
-LookupSlot s_uninstalledLookupCache;
+// Not guarded by one mutex: a load fills both caches under the one that its caller chose.
+LookupState s_lookupCaches;
 const LookupCachePtr s_emptyLookupCache = std::make_shared<const LookupCache>();
 
 // Grows in place, so that a map that was handed out is always the whole cache. Never null.
 std::shared_ptr<ResourceCache> s_resourceCache VELTRA_GUARDED_BY(s_resourceCacheMutex) =
     std::make_shared<ResourceCache>();
-
-bool m_startupProcessDone VELTRA_GUARDED_BY(s_startupMutex) = false;
 
 constexpr std::array s_classLikeTypes = {RefEntityType::Class, RefEntityType::Enumeration,
                                          RefEntityType::Interface};
@@ -63,25 +86,34 @@ constexpr std::array s_classLikeTypes = {RefEntityType::Class, RefEntityType::En
 // too, so that the two always come from the same reading.
 // Requires: the caller holds one of the two lookup mutexes.
 void loadLookupCaches() {
-    if (s_lookupCache.load() || s_uninstalledLookupCache.load())
-        return;
-    docparser::ParsingResults results = DocResourceParser::getResourceLookupFiles();
-    s_lookupCache.store(std::make_shared<const LookupCache>(std::move(results.installed)));
-    s_uninstalledLookupCache.store(
-        std::make_shared<const LookupCache>(std::move(results.uninstalled)));
+    auto found = s_lookupCaches.load();
+    while (!found->isLoaded()) {
+        docparser::ParsingResults results = DocResourceParser::getResourceLookupFiles();
+        if (s_lookupCaches.storeInPlaceOf(
+                found,
+                {.installed = std::make_shared<const LookupCache>(std::move(results.installed)),
+                 .uninstalled =
+                     std::make_shared<const LookupCache>(std::move(results.uninstalled))}))
+            return;
+    }
 }
 
 LookupCachePtr orEmpty(const LookupCachePtr& cache) {
     return cache ? cache : s_emptyLookupCache;
 }
 
+// Takes the items out of `resource`.
+std::shared_ptr<const ReferenceCacheManager::Resource> toShared(
+    ReferenceCacheManager::Resource& resource) {
+    return std::make_shared<const ReferenceCacheManager::Resource>(resource.getHeaderInfo(),
+                                                                   resource.takeItems());
+}
+
 }  // namespace
 
 std::map<std::u16string, ProductMatchData> ReferenceCacheManager::GetProductsWithEntity(
     const api::ReferenceRequest& request, SearchMethod method) {
-    PopulateLookupCache();
-    const LookupCachePtr lookup = GetLookupCache();
-    return EntitySearch(request, method).run(*lookup);
+    return LookupSnapshot().productsWithEntity(request, method);
 }
 
 bool ReferenceCacheManager::IsNameAndPurposeContentMatch(const std::u16string& searchText,
@@ -97,12 +129,12 @@ bool ReferenceCacheManager::IsClassLikeType(RefEntityType::Value type) {
 
 std::shared_ptr<const LookupCache> ReferenceCacheManager::GetLookupCache() {
     const MutexLock lock(s_lookupCacheMutex);
-    return orEmpty(s_lookupCache.load());
+    return orEmpty(s_lookupCaches.load()->installed);
 }
 
 std::shared_ptr<const LookupCache> ReferenceCacheManager::GetUninstalledLookupCache() {
     const MutexLock lock(s_uninstalledLookupCacheMutex);
-    return orEmpty(s_uninstalledLookupCache.load());
+    return orEmpty(s_lookupCaches.load()->uninstalled);
 }
 
 std::shared_ptr<const ResourceCache> ReferenceCacheManager::GetResourceCache() {
@@ -121,8 +153,7 @@ ReferenceCacheManager::GetResourceCacheForProduct(const std::u16string& resource
 
     for (auto& [name, resource] : DocResourceParser::getResourceFile(resourceFile))
         if (!cache.contains(name))
-            cache.emplace(name, std::make_shared<const Resource>(resource.getHeaderInfo(),
-                                                                 resource.takeItems()));
+            cache.emplace(name, toShared(resource));
     const auto parsed = cache.find(product);
     return parsed == cache.end() ? nullptr : parsed->second;
 }
@@ -168,20 +199,27 @@ void ReferenceCacheManager::PopulateAllCaches() {
 }
 
 void ReferenceCacheManager::ClearLookupCache() {
-    LookupCachePtr dropped;  // dies after the lock is released
+    LookupState::Value dropped;  // dies after the lock is released
     const MutexLock lock(s_lookupCacheMutex);
-    dropped = s_lookupCache.takeOut();
+    dropped = s_lookupCaches.update([](const LookupCaches& caches) {
+        return LookupCaches{.installed = nullptr, .uninstalled = caches.uninstalled};
+    });
 }
 
 void ReferenceCacheManager::ClearUninstalledLookupCache() {
-    LookupCachePtr dropped;  // dies after the lock is released
+    LookupState::Value dropped;  // dies after the lock is released
     const MutexLock lock(s_uninstalledLookupCacheMutex);
-    dropped = s_uninstalledLookupCache.takeOut();
+    dropped = s_lookupCaches.update([](const LookupCaches& caches) {
+        return LookupCaches{.installed = caches.installed, .uninstalled = nullptr};
+    });
 }
 
+// Both in one step. Between two steps a search would find one cache filled, load nothing and answer
+// that there is nothing.
 void ReferenceCacheManager::ClearLookupCaches() {
-    ClearLookupCache();
-    ClearUninstalledLookupCache();
+    LookupState::Value dropped;  // dies after the lock is released
+    const MutexLock lock(s_lookupCacheMutex);
+    dropped = s_lookupCaches.update([](const LookupCaches&) { return LookupCaches(); });
 }
 
 void ReferenceCacheManager::ClearResourceCache() {
@@ -191,20 +229,37 @@ void ReferenceCacheManager::ClearResourceCache() {
 }
 
 void ReferenceCacheManager::ClearAllCaches() {
-    ClearLookupCache();
-    ClearUninstalledLookupCache();
+    ClearLookupCaches();
     ClearResourceCache();
+    publishDataChange();
     DocResourceParser::clearSupportPackageCaches();
 }
 
-bool ReferenceCacheManager::IsStartupDone() {
-    const MutexLock lock(s_startupMutex);
-    return m_startupProcessDone;
+std::shared_ptr<const LookupCache> loadedLookupCache() {
+    const MutexLock lock(s_lookupCacheMutex);
+    loadLookupCaches();
+    return orEmpty(s_lookupCaches.load()->installed);
 }
 
-void ReferenceCacheManager::SetStartupDone() {
-    const MutexLock lock(s_startupMutex);
-    m_startupProcessDone = true;
+std::shared_ptr<const ReferenceCacheManager::Resource> readResourceAgain(
+    const std::u16string& resourceFile, const std::u16string& product, bool replacesCached) {
+    std::shared_ptr<const ReferenceCacheManager::Resource> dropped;  // dies outside the lock
+    const MutexLock lock(s_resourceCacheMutex);
+    ResourceCache& cache = *s_resourceCache;
+    const auto cached = cache.find(product);
+    // Another thread may have mended the cache while this one waited.
+    if (cached != cache.end() &&
+        cached->second->getHeaderInfo().getReferenceFileName() == resourceFile)
+        return cached->second;
+
+    auto resources = DocResourceParser::getResourceFile(resourceFile);
+    const auto found = resources.find(product);
+    if (found == resources.end())
+        return nullptr;
+    auto read = toShared(found->second);
+    if (replacesCached)
+        dropped = std::exchange(cache[product], read);
+    return read;
 }
 
 }  // namespace reference::cache_manager

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+
+#include <boost/smart_ptr/shared_ptr.hpp>
 
 #include "docparser/DocResource.hpp"
 #include "property/RefEntityType.hpp"
@@ -13,7 +16,14 @@
 #include "reference/api/cache_manager/ProductMatchData.hpp"
 #include "reference/api/export.hpp"
 
+namespace foundation::msg_svc::eventmgr {
+class EventMgr;
+class ScopedConnection;
+}  // namespace foundation::msg_svc::eventmgr
+
 namespace reference::cache_manager {
+
+class ReferenceDataChangeEvent;
 
 // The process-wide caches of parsed documentation, and the search for the pages that hold an
 // entity. Static operations only; there is nothing to make an object for.
@@ -88,12 +98,45 @@ class VELTRA_REFERENCE_API ReferenceCacheManager {
     static void ClearLookupCaches();
     static void ClearResourceCache();
 
-    // Empties all caches, and makes the parser forget what it keeps of support packages.
+    // Empties all caches, then publishes one ReferenceDataChangeEvent, on this thread and holding
+    // no lock, then makes the parser forget what it keeps of support packages. Without an event
+    // manager nothing is published. Throws what the event-manager function throws, such as
+    // std::bad_function_call where it is empty; the caches are then cleared all the same.
     static void ClearAllCaches();
+
+    // Warms the library up while requests may already arrive: installs the language listener, loads
+    // the lookup caches and parses the files of the ten products that are wanted first, then counts
+    // as start-up. The host calls it once, on a thread of its choosing; calling it again does what
+    // is still to be done. Logs the seconds that it took on the channel "referenceApi::startup", at
+    // severity 8. A product that cannot be parsed is left out; what the parser throws for the
+    // lookup files is thrown.
+    static void PerformStartupOperations();
 
     // Whether the caches have been warmed once; stays true from then on.
     [[nodiscard]] static bool IsStartupDone();
     static void SetStartupDone();
+
+    // From now on, and for the life of the process, a change of the setting
+    // "veltra.desktop.help.DocLanguage" of the current context clears all caches, on the thread
+    // that makes the change; before start-up is done it does nothing. Installed once. Throws
+    // nothing: where it cannot be installed, the next call tries again.
+    static void InitializeListener();
+
+    // How the library reaches the event manager: `f` is called for each publication and each
+    // subscription, on the thread that wants it, and may return null for "there is none". Until it
+    // is set, and again after the reset, that of the process's current virtual machine.
+    // Requires: no other operation is under way; the function is read without a lock.
+    static void SetGetEventMgrFcn(
+        const std::function<boost::shared_ptr<foundation::msg_svc::eventmgr::EventMgr>()>& f);
+    static void ResetGetEventMgrFcn();
+
+    // Calls `callback` for every ReferenceDataChangeEvent, on the thread that publishes it, until
+    // `connection` is reset or destroyed. A connection that it held before ends. Without an event
+    // manager it stays as it was. Throws what the event-manager function throws, and
+    // std::invalid_argument for an empty callback.
+    static void SubscribeToDataChangeEvent(
+        foundation::msg_svc::eventmgr::ScopedConnection& connection,
+        const std::function<void(const ReferenceDataChangeEvent&)>& callback);
 };
 
 }  // namespace reference::cache_manager
