@@ -100,6 +100,8 @@ class FileDocSource::Listing {
         fs::path root;
         std::string relativePath;
         std::u16string name;
+        // Whether products are read from it now; if not, it is of an earlier edition or language.
+        bool inUse;
     };
 
     // `sets` begins with the documentation root's.
@@ -127,7 +129,8 @@ class FileDocSource::Listing {
         const auto named = std::ranges::find(m_products, resourceFile, &Product::referenceFileName);
         const Product* product = named != m_products.end() ? &*named : find(resourceFile);
         if (product != nullptr && !product->files.reference.empty())
-            return File{product->set->root, product->files.reference, product->referenceFileName};
+            return File{product->set->root, product->files.reference, product->referenceFileName,
+                        true};
         const fs::path path(fl::i18n::toUtf8(resourceFile));
         for (const auto& set : m_sets) {
             const fs::path relative =
@@ -135,7 +138,7 @@ class FileDocSource::Listing {
             std::error_code error;
             if (!relative.empty() && *relative.begin() != ".." &&
                 fs::is_regular_file(set->root / relative, error))
-                return File{set->root, relative.string(), resourceFile};
+                return File{set->root, relative.string(), resourceFile, false};
         }
         return std::nullopt;
     }
@@ -261,9 +264,12 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
     auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
     ReferenceResources resources;
     for (auto& product : *contents) {
-        // A product that an earlier root has is that root's, whatever else lies in this file.
+        // A product that an earlier root has is that root's, whatever else lies in this file. So is
+        // one that is read from another file now, such as that of the wanted language, while its
+        // neighbour lacks the language.
         const Listing::Product* listed = current->find(product.header.shortName);
-        if (listed != nullptr && listed->set->root != file->root)
+        if (listed != nullptr && (listed->set->root != file->root ||
+                                  (file->inUse && listed->files.reference != file->relativePath)))
             continue;
         std::u16string shortName = product.header.shortName;
         resources.emplace(std::move(shortName),

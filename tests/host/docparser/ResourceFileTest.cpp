@@ -153,6 +153,26 @@ TEST_F(ResourceFileTest, NothingOutsideTheRootsIsRead) {
     }
 }
 
+// One product of a shared file has the wanted language, its neighbour lacks it.
+TEST_F(ResourceFileTest, AProductThatIsReadFromAnotherFileIsLeftOutOfTheSharedOne) {
+    const std::string first = root.read(demoFile);
+    const std::string second = root.read("en_US/other-1.reference.json");
+    const auto list = second.find('[', second.find("\"products\"")) + 1;
+    root.write("en_US/shared.json", first.substr(0, first.rfind(']')) + "," +
+                                        second.substr(list, second.rfind(']') - list) + "]}");
+    std::string manifest = root.read(manifestPath);
+    manifest = replaced(manifest, demoFile, "en_US/shared.json");
+    manifest = replaced(manifest, "en_US/other-1.reference.json", "en_US/shared.json");
+    root.write(manifestPath, manifest);
+    publish(root, makeProduct(u"demo", u"japanese"), "ja_JP");
+
+    EXPECT_THAT(source.getResourceFile(u"other"), ElementsAre(Key(u"demo"), Key(u"other")));
+    auto japanese = sourceOf({.docRoot = root.path(), .language = "ja_JP"});
+    EXPECT_THAT(japanese.getResourceFile(u"other"), ElementsAre(Key(u"other")));
+    EXPECT_THAT(japanese.getResourceFile(u"en_US/shared.json"), ElementsAre(Key(u"other")));
+    EXPECT_EQ(pageEdition(japanese, u"demo"), u"japanese");
+}
+
 // A caller that took the lookups before an update reads the pages that belong to them.
 TEST_F(ResourceFileTest, AnEditionThatWasReplacedIsReadByThoseWhoStillNameIt) {
     const auto lookups = source.getResourceLookupFiles();

@@ -9,7 +9,7 @@
 #include "docparser/FileDocSource.hpp"
 #include "docset/publish.hpp"
 #include "host/docset/Sets.hpp"
-#include "host/support/Capture.hpp"
+#include "support/Capture.hpp"
 
 namespace reference::tests {
 

@@ -10,8 +10,8 @@
 #include <gmock/gmock.h>
 
 #include "foundation/log/basic_diagnostic_logger.hpp"
-#include "host/support/Capture.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
+#include "support/Capture.hpp"
 
 namespace reference::tests {
 namespace {

@@ -11,10 +11,10 @@
 #include <gmock/gmock.h>
 
 #include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
-#include "host/support/Capture.hpp"
 #include "settings/core/Settings.hpp"
 #include "settings/core/SettingsValueChangeEvent.hpp"
 #include "settings/in_veltra/addListener.hpp"
+#include "support/Capture.hpp"
 
 namespace reference::tests {
 namespace {

@@ -12,7 +12,7 @@
 #include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
 #include "foundation/msg_svc/eventmgr/SubscriptionCountByType.hpp"
 #include "host/foundation/msg_svc/eventmgr/Events.hpp"
-#include "host/support/Capture.hpp"
+#include "support/Capture.hpp"
 
 namespace reference::tests {
 namespace {

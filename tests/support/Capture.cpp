@@ -1,4 +1,4 @@
-#include "host/support/Capture.hpp"
+#include "support/Capture.hpp"
 
 #include <algorithm>
 #include <atomic>
