@@ -28,6 +28,10 @@ std::u16string fromCommandLine(const std::string& text) {
     }
 }
 
+std::string trimmed(const std::string& text) {
+    return std::string(trimmed(text, whiteSpace));
+}
+
 std::string nameInPastedCode(const std::string& text) {
     std::string_view name = trimmed(text, whiteSpace);
     for (const std::string_view prompt : {">>>", "..."})

@@ -8,6 +8,9 @@ namespace reference::tools {
 // is not UTF-8.
 [[nodiscard]] std::u16string fromCommandLine(const std::string& text);
 
+// The text without white space at its ends.
+[[nodiscard]] std::string trimmed(const std::string& text);
+
 // The name in what somebody pasted: without a prompt, what it is assigned to, its arguments and
 // punctuation around it ("k = scipy.stats.gaussian_kde(data, " -> "scipy.stats.gaussian_kde"). The
 // text itself where there is nothing to take off. UTF-8.

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "vref/Documentation.hpp"
 #include "vref/ExitStatus.hpp"
+#include "vref/Finding.hpp"
 #include "vref/Query.hpp"
 
 // The commands of the tool. Each writes its answer to the standard output stream and messages to
@@ -14,19 +13,8 @@
 // throws, where it cannot go on.
 namespace reference::tools {
 
-struct FindOptions {
-    DocumentationOptions documentation;
-    QueryOptions query;
-    // Keys of the order (see Ordering::parse); without any, a person's order.
-    std::vector<std::string> order;
-    std::optional<std::size_t> limit;
-    bool json = false;
-    bool hrefs = false;
-    bool explain = false;
-};
-
 // Prints the entries that a search finds, in order.
-ExitStatus find(const FindOptions& options);
+ExitStatus find(const FindOptions& options, const DocumentationOptions& where);
 
 struct ShowOptions {
     DocumentationOptions documentation;
@@ -62,5 +50,22 @@ ExitStatus importSphinx(const ImportSphinxOptions& options);
 
 // Checks a documentation set.
 ExitStatus validate(const std::string& root);
+
+struct WarmOptions {
+    DocumentationOptions documentation;
+    bool trace = false;  // also the records that tell when start-up begins and ends
+    bool json = false;
+};
+
+// Performs the library's start-up and tells what it logged and loaded.
+ExitStatus warm(const WarmOptions& options);
+
+struct WatchOptions {
+    DocumentationOptions documentation;
+    bool json = false;
+};
+
+// Answers requests from the standard input stream, one a line, until that ends.
+ExitStatus watch(const WatchOptions& options);
 
 }  // namespace reference::tools

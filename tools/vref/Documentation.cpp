@@ -29,14 +29,13 @@ std::shared_ptr<settings::core::Settings> setting(const char* name) {
 
 // Products that are left out are reported through the log, which is off unless somebody asks for
 // it. A user of the tool always wants to know.
-void showWarnings() {
+void showWarnings(const Reporter& report) {
     const char* wanted = std::getenv("VELTRA_LOG");
     if (wanted != nullptr && *wanted != '\0')
         return;
     setting(settings::in_veltra::logSetting)->setValue(std::string("docparser=4"));
-    foundation::log::setLogSink([](const foundation::log::LogRecord& record) {
-        std::cerr << "vref: " << record.text << '\n';
-    });
+    foundation::log::setLogSink(
+        [report](const foundation::log::LogRecord& record) { report(std::string(record.text)); });
 }
 
 std::string folded(std::string_view locale) {
@@ -70,6 +69,8 @@ std::string chooseLocale(const std::string& wanted, const std::vector<std::u16st
 // leaves such a product out without one.
 class Documentation::ReportingSource final : public docparser::DocSource {
   public:
+    explicit ReportingSource(Reporter report) : m_report(std::move(report)) {}
+
     docparser::ParsingResults getResourceLookupFiles() override {
         return m_files.getResourceLookupFiles();
     }
@@ -77,8 +78,11 @@ class Documentation::ReportingSource final : public docparser::DocSource {
         try {
             return m_files.getResourceFile(resourceFile);
         } catch (const DocParserException& exception) {
+            // No file is named where there is none: start-up asks for products that may be absent.
+            if (exception.getFault().file.empty())
+                throw;
             ++m_unreadable;
-            std::cerr << "vref: left out: " << exception.what() << '\n';
+            m_report(std::string("left out: ") + exception.what());
             throw;
         }
     }
@@ -100,19 +104,23 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     [[nodiscard]] std::size_t unreadable() const noexcept { return m_unreadable; }
 
   private:
+    const Reporter m_report;
     FileDocSource m_files;
     std::atomic<std::size_t> m_unreadable{0};
 };
 
-Documentation::Documentation(const DocumentationOptions& options)
-    : m_source(std::make_shared<ReportingSource>()) {
-    showWarnings();
+void reportToStandardError(const std::string& message) {
+    std::cerr << "vref: " << message << '\n';
+}
+
+Documentation::Documentation(const DocumentationOptions& options, Reporter report)
+    : m_source(std::make_shared<ReportingSource>(report)) {
+    showWarnings(report);
     if (!options.docRoot.empty())
         setting(settings::in_veltra::docRootSetting)->setValue(options.docRoot);
     try {
         if (!options.language.empty())
-            setting(settings::in_veltra::docLanguageSetting)
-                ->setValue(chooseLocale(options.language, m_source->getSupportedDocLocales()));
+            setLanguage(options.language);
         else
             static_cast<void>(m_source->getSupportedDocLocales());
     } catch (const DocParserException& exception) {
@@ -130,6 +138,27 @@ Documentation::~Documentation() {
 
 std::size_t Documentation::unreadableFiles() const {
     return m_source->unreadable();
+}
+
+std::string Documentation::language() const {
+    auto wanted = setting(settings::in_veltra::docLanguageSetting)->get<std::string>();
+    if (!wanted.empty())
+        return wanted;
+    const auto locales = m_source->getSupportedDocLocales();
+    return locales.empty() ? std::string() : fl::i18n::toUtf8(locales.front());
+}
+
+void Documentation::setLanguage(const std::string& wanted) {
+    setting(settings::in_veltra::docLanguageSetting)
+        ->setValue(chooseLocale(wanted, m_source->getSupportedDocLocales()));
+}
+
+std::vector<std::filesystem::path> Documentation::roots() const {
+    const auto names = m_source->getReferenceRoots();
+    std::vector<std::filesystem::path> roots{fl::i18n::toUtf8(names.docRoot)};
+    for (const auto& name : names.supportPackageRoots)
+        roots.emplace_back(fl::i18n::toUtf8(name));
+    return roots;
 }
 
 std::vector<docparser::ListedProduct> Documentation::products() const {

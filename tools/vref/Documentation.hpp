@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -16,13 +18,21 @@ struct DocumentationOptions {
     std::string language;
 };
 
-// The installed documentation as the tool's commands use it: the library's, with a message on the
-// standard error stream for everything that cannot be read. One in a process.
+// Told of what the user should know: a sentence without the tool's name and a line end. UTF-8.
+using Reporter = std::function<void(const std::string& message)>;
+
+// Writes the message to the standard error stream, after the tool's name.
+void reportToStandardError(const std::string& message);
+
+// The installed documentation as the tool's commands use it: the library's, with a message for
+// everything that cannot be read. One in a process.
 class Documentation {
   public:
     // Makes the library read what `options` say. Throws UnusableError when there is no readable
     // documentation set, or none in the wanted language; the message lists the languages there are.
-    explicit Documentation(const DocumentationOptions& options);
+    // `report` is called on the thread that reads, while the library holds its locks.
+    explicit Documentation(const DocumentationOptions& options,
+                           Reporter report = &reportToStandardError);
 
     // Gives the library its own source back.
     ~Documentation();
@@ -31,6 +41,16 @@ class Documentation {
 
     // How many reference files could not be read so far.
     [[nodiscard]] std::size_t unreadableFiles() const;
+
+    // The language that is asked for, or the set's first: "ja_JP".
+    [[nodiscard]] std::string language() const;
+
+    // Changes the language for what is asked from now on. Throws UnusableError, and changes
+    // nothing, for a language that there is not.
+    void setLanguage(const std::string& wanted);
+
+    // The folders in force: the documentation root, then the support packages.
+    [[nodiscard]] std::vector<std::filesystem::path> roots() const;
 
     // All products that the roots list, in their order.
     [[nodiscard]] std::vector<docparser::ListedProduct> products() const;

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <iostream>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -14,6 +13,8 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "vref/Commands.hpp"
 #include "vref/DisplayText.hpp"
+#include "vref/ProductFigures.hpp"
+#include "vref/Table.hpp"
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
@@ -32,14 +33,6 @@ struct Row {
     std::size_t pages = 0;
 };
 
-std::size_t countPages(const ReferenceCacheManager::LookupCache::mapped_type& resource) {
-    std::set<std::u16string> pages;
-    for (const auto& [name, records] : resource.getItems())
-        for (const auto& record : records)
-            pages.insert(record.getHref().substr(0, record.getHref().find(u'#')));
-    return pages.size();
-}
-
 Row toRow(const docparser::ListedProduct& product) {
     Row row{.product = fl::i18n::toUtf8(product.shortName),
             .state = product.installed ? "installed" : "not installed",
@@ -53,8 +46,7 @@ Row toRow(const docparser::ListedProduct& product) {
     }
     row.displayName = fl::i18n::toUtf8(found->second.getHeaderInfo().getDisplayName());
     row.version = fl::i18n::toUtf8(found->second.getHeaderInfo().getVersion());
-    for (const auto& [name, records] : found->second.getItems())
-        row.entities += records.size();
+    row.entities = countEntities(found->second);
     row.pages = countPages(found->second);
     return row;
 }
@@ -73,37 +65,24 @@ void writeJson(std::ostream& out, const std::vector<Row>& rows) {
     out << '\n';
 }
 
-std::string rightAligned(const std::string& text, std::size_t width) {
-    return std::string(text.size() < width ? width - text.size() : 0, ' ') + text;
-}
-
 void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<Row>& rows) {
-    const auto widest = [&](const std::string& heading, auto textOf) {
-        std::size_t width = heading.size();
-        for (const Row& row : rows)
-            width = std::max(width, displayWidth(textOf(row)));
-        return width;
-    };
-    const auto product = widest("PRODUCT", [](const Row& row) { return row.product; });
-    const auto version = widest("VERSION", [](const Row& row) { return row.version; });
-    const auto locale = widest("LOCALE", [](const Row& row) { return row.locale; });
-    const auto state = widest("STATE", [](const Row& row) { return row.state; });
-    constexpr std::size_t numbers = 8;
-    out << terminal.styled(Style::Heading, padToWidth("PRODUCT", product) + "  " +
-                                               padToWidth("VERSION", version) + "  " +
-                                               padToWidth("LOCALE", locale) + "  " +
-                                               padToWidth("STATE", state) + "  " +
-                                               rightAligned("ENTITIES", numbers) + "  " +
-                                               rightAligned("PAGES", numbers) + "  NAME")
-        << '\n';
+    using enum Table::Align;
+    Table table({{"PRODUCT", Left},
+                 {"VERSION", Left},
+                 {"LOCALE", Left},
+                 {"STATE", Left},
+                 {"ENTITIES", Right},
+                 {"PAGES", Right},
+                 {"NAME", Left}});
     for (const Row& row : rows)
-        out << terminal.styled(Style::Name, padToWidth(row.product, product)) << "  "
-            << padToWidth(row.version, version) << "  " << padToWidth(row.locale, locale) << "  "
-            << terminal.styled(row.state == "installed" ? Style::Plain : Style::Warning,
-                               padToWidth(row.state, state))
-            << "  " << rightAligned(std::to_string(row.entities), numbers) << "  "
-            << rightAligned(std::to_string(row.pages), numbers) << "  "
-            << withoutControls(row.displayName) << '\n';
+        table.add({{row.product, Style::Name},
+                   {row.version},
+                   {row.locale},
+                   {row.state, row.state == "installed" ? Style::Plain : Style::Warning},
+                   {std::to_string(row.entities)},
+                   {std::to_string(row.pages)},
+                   {withoutControls(row.displayName)}});
+    table.write(out, terminal);
 }
 
 }  // namespace

@@ -98,21 +98,19 @@ std::vector<api::ReferenceData> retrieve(Search search, const api::ReferenceRequ
     return api::ReferenceDataRetriever(request).getReferenceData();
 }
 
-std::string toCommand(const QueryOptions& options) {
-    std::string command = "vref find";
+std::string toArguments(const QueryOptions& options) {
+    std::string arguments;
     if (options.search != Search::Entity)
-        command += std::string(" --search ") + nameOf(options.search);
+        arguments += std::string("--search ") + nameOf(options.search) + " ";
     if (options.ignoreCase)
-        command += " --ignore-case";
+        arguments += "--ignore-case ";
     if (options.ignorePackage)
-        command += " --ignore-package";
+        arguments += "--ignore-package ";
     for (const auto& type : options.types)
-        command += " --type " + quoted(type);
+        arguments += "--type " + quoted(type) + " ";
     for (const auto& product : options.products)
-        command += " --product " + quoted(product);
-    if (options.all)
-        return command + " --all";
-    return command + " " + quoted(options.name);
+        arguments += "--product " + quoted(product) + " ";
+    return arguments + (options.all ? "--all" : quoted(options.name));
 }
 
 }  // namespace reference::tools

@@ -39,7 +39,8 @@ struct QueryOptions {
 [[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,
                                                        const api::ReferenceRequest& request);
 
-// The command that asks for the same: "vref find NAME --type class". UTF-8.
-[[nodiscard]] std::string toCommand(const QueryOptions& options);
+// The arguments of "vref find" that ask for the same: "--type class NAME", as a shell takes them.
+// UTF-8.
+[[nodiscard]] std::string toArguments(const QueryOptions& options);
 
 }  // namespace reference::tools

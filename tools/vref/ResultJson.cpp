@@ -5,7 +5,6 @@
 #include <string_view>
 #include <utility>
 
-#include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
 #include <boost/json/value.hpp>
 
@@ -39,8 +38,8 @@ json::object toJson(const api::ReferenceData& result) {
 
 }  // namespace
 
-void writeJson(std::ostream& out, std::span<const api::ReferenceData> results,
-               std::span<const std::string> notes) {
+json::array toJson(std::span<const api::ReferenceData> results,
+                   std::span<const std::string> notes) {
     json::array array;
     array.reserve(results.size());
     for (std::size_t at = 0; at < results.size(); ++at) {
@@ -49,7 +48,12 @@ void writeJson(std::ostream& out, std::span<const api::ReferenceData> results,
             element.emplace("note", notes[at]);
         array.push_back(std::move(element));
     }
-    docset::writeJson(out, array);
+    return array;
+}
+
+void writeJson(std::ostream& out, std::span<const api::ReferenceData> results,
+               std::span<const std::string> notes) {
+    docset::writeJson(out, toJson(results, notes));
     out << '\n';
 }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "vref/Ordering.hpp"
@@ -51,8 +51,8 @@ std::string firstNames(const std::vector<api::ReferenceData>& results) {
 
 }  // namespace
 
-void teach(std::ostream& out, const QueryOptions& options, const Documentation& documentation) {
-    for (const auto& wider : widerSearches(options)) {
+std::optional<Lesson> teach(const QueryOptions& asked, const Documentation& documentation) {
+    for (auto& wider : widerSearches(asked)) {
         if (wider.options.name.empty())
             continue;
         api::ReferenceRequest request = toRequest(wider.options, documentation);
@@ -60,12 +60,11 @@ void teach(std::ostream& out, const QueryOptions& options, const Documentation& 
             Ordering::forPerson(request.getEntityText(), request.getEntityCaseSensitivity())
                 .comparator());
         const auto results = retrieve(wider.options.search, request);
-        if (results.empty())
-            continue;
-        out << "vref: " << wider.description << " there is: " << firstNames(results) << "\n"
-            << "      " << toCommand(wider.options) << '\n';
-        return;
+        if (!results.empty())
+            return Lesson{.text = wider.description + " there is: " + firstNames(results),
+                          .query = std::move(wider.options)};
     }
+    return std::nullopt;
 }
 
 }  // namespace reference::tools

@@ -1,16 +1,24 @@
 #pragma once
 
-#include <iosfwd>
+#include <optional>
+#include <string>
 
 #include "vref/Documentation.hpp"
 #include "vref/Query.hpp"
 
 namespace reference::tools {
 
-// Tells on `out`, for a search by name that found nothing, which wider search would have found
-// something: the same name in any case, then without its package, then as a part of a name or
-// purpose. Of the first of these that finds something it names at most five results and the
-// command. Says nothing when none does.
-void teach(std::ostream& out, const QueryOptions& options, const Documentation& documentation);
+// A wider search that finds something where the one that was asked for found nothing.
+struct Lesson {
+    // What it found: "in any case there is: A, B". UTF-8.
+    std::string text;
+    QueryOptions query;
+};
+
+// For a search by name that found nothing: the first that finds something of the same name in any
+// case, then without its package, then as a part of a name or purpose. At most five results are
+// named. Nothing when none finds anything.
+[[nodiscard]] std::optional<Lesson> teach(const QueryOptions& asked,
+                                          const Documentation& documentation);
 
 }  // namespace reference::tools

@@ -2,13 +2,12 @@
 #include <exception>
 #include <functional>
 #include <iostream>
-#include <map>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 #include "vref/Commands.hpp"
-#include "vref/Ordering.hpp"
+#include "vref/FindCommandLine.hpp"
 
 namespace {
 
@@ -26,23 +25,6 @@ void addDocumentationOptions(CLI::App& command, DocumentationOptions& options) {
         ->type_name("LOCALE");
 }
 
-void addQueryOptions(CLI::App& command, QueryOptions& options) {
-    command
-        .add_option("--type", options.types,
-                    "Only entities of this type, by name or number; may be repeated")
-        ->type_name("TYPE")
-        ->allow_extra_args(false);
-    command
-        .add_option("--product", options.products,
-                    "Only this product, by its short name; may be repeated")
-        ->type_name("PRODUCT")
-        ->allow_extra_args(false);
-    command.add_flag("-i,--ignore-case", options.ignoreCase, "Upper and lower case are the same");
-    command.add_flag("--ignore-package", options.ignorePackage,
-                     "The name may lack its qualification: gaussian_kde for "
-                     "scipy.stats.gaussian_kde");
-}
-
 // The command line of the tool, and what its commands were told.
 class CommandLine {
   public:
@@ -56,6 +38,8 @@ class CommandLine {
         addProducts();
         addImport();
         addValidate();
+        addWarm();
+        addWatch();
     }
 
     int run(int argc, char** argv) {
@@ -66,8 +50,8 @@ class CommandLine {
         }
         if (!m_command)
             throw UnusableError(
-                "A command is missing: find, show, products, import sphinx or validate; "
-                "\"vref --help\" tells more.");
+                "A command is missing: find, show, products, import sphinx, validate, warm or "
+                "watch; \"vref --help\" tells more.");
         return m_command();
     }
 
@@ -75,37 +59,9 @@ class CommandLine {
     void addFind() {
         CLI::App* command =
             m_app.add_subcommand("find", "Lists the entries that bear a name, or hold it");
-        command->add_option("NAME", m_find.query.name, "The entity's qualified name");
-        command
-            ->add_option(
-                "--search", m_find.query.search,
-                "What the name is compared with: entity names (the default), classes, each "
-                "with its properties, parts of names and purposes, parts of all text, or "
-                "pages")
-            ->transform(
-                CLI::CheckedTransformer(std::map<std::string, Search>{{"entity", Search::Entity},
-                                                                      {"class", Search::Class},
-                                                                      {"purpose", Search::Purpose},
-                                                                      {"text", Search::Text},
-                                                                      {"page", Search::Page}}))
-            ->type_name("entity|class|purpose|text|page");
-        addQueryOptions(*command, m_find.query);
-        command
-            ->add_option(
-                "--order", m_find.order,
-                "What to order by, one key or several divided by commas: " + Ordering::knownKeys() +
-                    ". Without it: the very name first, then preferred, then depth")
-            ->type_name("KEY[,KEY...]")
-            ->allow_extra_args(false);
-        command->add_flag("--explain", m_find.explain,
-                          "Tell which key put each entry before the next");
-        command->add_flag("--all", m_find.query.all,
-                          "Everything of the given types and products, whatever its name");
-        command->add_option("--limit", m_find.limit, "At most this many entries")->type_name("N");
-        command->add_flag("--long", m_find.hrefs, "Also show each entry's page");
-        command->add_flag("--json", m_find.json, "Print the whole entries as a JSON array");
-        addDocumentationOptions(*command, m_find.documentation);
-        command->callback([this] { m_command = [this] { return find(m_find); }; });
+        addFindOptions(*command, m_find);
+        addDocumentationOptions(*command, m_findWhere);
+        command->callback([this] { m_command = [this] { return find(m_find, m_findWhere); }; });
     }
 
     void addShow() {
@@ -158,11 +114,33 @@ class CommandLine {
         command->callback([this] { m_command = [this] { return validate(m_root); }; });
     }
 
+    void addWarm() {
+        CLI::App* command = m_app.add_subcommand(
+            "warm", "Performs the library's start-up and tells what it logged and loaded");
+        command->add_flag("--trace", m_warm.trace, "Also tell when start-up begins and ends");
+        command->add_flag("--json", m_warm.json, "Print one JSON object");
+        addDocumentationOptions(*command, m_warm.documentation);
+        command->callback([this] { m_command = [this] { return warm(m_warm); }; });
+    }
+
+    void addWatch() {
+        CLI::App* command = m_app.add_subcommand(
+            "watch",
+            "Answers a request a line from the standard input, until that ends: the arguments of "
+            "\"find\", or \":help\" for the rest. Takes notice when the documentation changes");
+        command->add_flag("--json", m_watch.json, "Print one JSON value a line, for a program");
+        addDocumentationOptions(*command, m_watch.documentation);
+        command->callback([this] { m_command = [this] { return watch(m_watch); }; });
+    }
+
     CLI::App m_app;
     FindOptions m_find;
+    DocumentationOptions m_findWhere;
     ShowOptions m_show;
     ProductsOptions m_products;
     ImportSphinxOptions m_import;
+    WarmOptions m_warm;
+    WatchOptions m_watch;
     std::string m_root;
     std::function<ExitStatus()> m_command;
 };

@@ -1,0 +1,71 @@
+#include "vref/FindCommandLine.hpp"
+
+#include <map>
+#include <string>
+
+#include <CLI/CLI.hpp>
+
+#include "vref/Ordering.hpp"
+
+namespace reference::tools {
+namespace {
+
+Search toSearch(const std::string& name) {
+    static const std::map<std::string, Search> searches = {{"entity", Search::Entity},
+                                                           {"class", Search::Class},
+                                                           {"purpose", Search::Purpose},
+                                                           {"text", Search::Text},
+                                                           {"page", Search::Page}};
+    const auto found = searches.find(name);
+    if (found == searches.end())
+        throw CLI::ValidationError("--search", "There is no search \"" + name +
+                                                   "\"; there is: entity, class, purpose, text, "
+                                                   "page.");
+    return found->second;
+}
+
+}  // namespace
+
+void addQueryOptions(CLI::App& command, QueryOptions& options) {
+    command
+        .add_option("--type", options.types,
+                    "Only entities of this type, by name or number; may be repeated")
+        ->type_name("TYPE")
+        ->allow_extra_args(false);
+    command
+        .add_option("--product", options.products,
+                    "Only this product, by its short name; may be repeated")
+        ->type_name("PRODUCT")
+        ->allow_extra_args(false);
+    command.add_flag("-i,--ignore-case", options.ignoreCase, "Upper and lower case are the same");
+    command.add_flag("--ignore-package", options.ignorePackage,
+                     "The name may lack its qualification: gaussian_kde for "
+                     "scipy.stats.gaussian_kde");
+}
+
+void addFindOptions(CLI::App& command, FindOptions& options) {
+    command.add_option("NAME", options.query.name, "The entity's qualified name");
+    command
+        .add_option_function<std::string>(
+            "--search",
+            [&options](const std::string& name) { options.query.search = toSearch(name); },
+            "What the name is compared with: entity names (the default), classes, each with its "
+            "properties, parts of names and purposes, parts of all text, or pages")
+        ->type_name("entity|class|purpose|text|page");
+    addQueryOptions(command, options.query);
+    command
+        .add_option(
+            "--order", options.order,
+            "What to order by, one key or several divided by commas: " + Ordering::knownKeys() +
+                ". Without it: the very name first, then preferred, then depth")
+        ->type_name("KEY[,KEY...]")
+        ->allow_extra_args(false);
+    command.add_flag("--explain", options.explain, "Tell which key put each entry before the next");
+    command.add_flag("--all", options.query.all,
+                     "Everything of the given types and products, whatever its name");
+    command.add_option("--limit", options.limit, "At most this many entries")->type_name("N");
+    command.add_flag("--long", options.hrefs, "Also show each entry's page");
+    command.add_flag("--json", options.json, "Print the whole entries as a JSON array");
+}
+
+}  // namespace reference::tools

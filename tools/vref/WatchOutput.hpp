@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+
+#include "vref/Finding.hpp"
+
+namespace reference::tools {
+
+// The documentation as a session has it loaded.
+struct LoadedDocumentation {
+    std::string language;
+    std::size_t products = 0;
+    std::size_t entities = 0;
+};
+
+// How a session speaks to its client. docs/watch-protocol.md has the contract. Each operation
+// writes at once. Texts may be any bytes.
+class WatchOutput {
+  public:
+    // For a person: lists to the standard output stream, each with an empty line after it, and all
+    // else to the standard error stream.
+    [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson();
+
+    // For a program: one JSON value a line to the standard output stream, and nothing elsewhere.
+    [[nodiscard]] static std::unique_ptr<WatchOutput> forProgram();
+
+    WatchOutput() = default;
+    WatchOutput(const WatchOutput&) = delete;  // there is one client
+    WatchOutput& operator=(const WatchOutput&) = delete;
+    virtual ~WatchOutput();
+
+    // Asks for a line, where a person waits at a terminal.
+    virtual void prompt() = 0;
+
+    // The answers to line number `line`; each line that is not blank has one.
+    virtual void answer(std::size_t line, const FindOptions& options, const Finding& finding) = 0;
+    virtual void answerError(std::size_t line, const std::string& problem) = 0;
+    virtual void answerHelp(std::size_t line, const std::string& text) = 0;
+    virtual void answerDone(std::size_t line) = 0;
+
+    // What nobody asked for: that the documentation was loaded, and `why` ("ready", "language",
+    // "documentation", "request"), and what the client should know.
+    virtual void loaded(const std::string& why, const LoadedDocumentation& documentation) = 0;
+    virtual void warning(const std::string& message) = 0;
+};
+
+}  // namespace reference::tools
