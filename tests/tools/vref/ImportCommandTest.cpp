@@ -4,8 +4,8 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <zlib.h>
 
+#include "BuiltGadgets.hpp"
 #include "RunningTool.hpp"
 #include "support/TempFolder.hpp"
 
@@ -15,29 +15,13 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-// The bytes of an inventory with these lines.
-std::string inventory(std::string_view lines) {
-    std::vector<Bytef> packed(compressBound(lines.size()));
-    uLongf length = packed.size();
-    compress(packed.data(), &length, reinterpret_cast<const Bytef*>(lines.data()), lines.size());
-    return "# Sphinx inventory version 2\n# Project: Gadgets\n# Version: 2.5\n"
-           "# The remainder of this file is compressed using zlib.\n" +
-           std::string(packed.begin(), packed.begin() + static_cast<std::ptrdiff_t>(length));
-}
-
-std::string pageOf(std::string_view name, std::string_view purpose) {
-    return "<!DOCTYPE html><html><body><dl class=\"py function\"><dt class=\"sig\" id=\"" +
-           std::string(name) + "\"><span class=\"sig-name descname\">" + std::string(name) +
-           "</span>(x)</dt><dd><p>" + std::string(purpose) + "</p></dd></dl></body></html>";
-}
-
 class ImportCommandTest : public ::testing::Test {
   protected:
     ImportCommandTest() {
-        m_tree.write("objects.inv", inventory("turn py:function 1 turn.html#$ -\n"
-                                              "push py:function 1 push.html#$ -\n"));
-        m_tree.write("turn.html", pageOf("turn", "Turn the gadget."));
-        m_tree.write("push.html", pageOf("push", "Push the gadget."));
+        m_tree.write("objects.inv", gadgetInventory("turn py:function 1 turn.html#$ -\n"
+                                                    "push py:function 1 push.html#$ -\n"));
+        m_tree.write("turn.html", gadgetPage("turn", "Turn the gadget."));
+        m_tree.write("push.html", gadgetPage("push", "Push the gadget."));
     }
 
     [[nodiscard]] ToolRun import() const {
@@ -66,7 +50,7 @@ TEST_F(ImportCommandTest, ReplacesTheProductAndKeepsTheOthers) {
     ASSERT_EQ(
         runTool({"import", "sphinx", m_tree.path(), "--product", "other", "--into", root()}).status,
         0);
-    m_tree.write("turn.html", pageOf("turn", "Turn it around."));
+    m_tree.write("turn.html", gadgetPage("turn", "Turn it around."));
     ASSERT_EQ(import().status, 0);
     EXPECT_THAT(runTool({"find", "turn", "--doc-root", root()}).output,
                 ::testing::AllOf(HasSubstr("gadgets  Turn it around."),
@@ -75,8 +59,8 @@ TEST_F(ImportCommandTest, ReplacesTheProductAndKeepsTheOthers) {
 }
 
 TEST_F(ImportCommandTest, MissingPageIsReportedPassedOverAndToldByTheStatus) {
-    m_tree.write("objects.inv", inventory("turn py:function 1 turn.html#$ -\n"
-                                          "lost py:function 1 lost.html#$ -\n"));
+    m_tree.write("objects.inv", gadgetInventory("turn py:function 1 turn.html#$ -\n"
+                                                "lost py:function 1 lost.html#$ -\n"));
     const ToolRun run = import();
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.messages, HasSubstr("lost.html"));
