@@ -2,7 +2,9 @@
 
 #include <string>
 #include <utility>
+#include <vector>
 
+#include "docset/publish.hpp"
 #include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/MemorySource.hpp"
@@ -42,9 +44,9 @@ void addEntity(ProductBuilder& product, RefEntityType::Value type, const std::u1
          .outputs = {Output(u"y", u"The quantity", u"", {u"scalar"})}}));
 }
 
-ProductBuilder makeProduct(std::size_t number) {
+ProductBuilder makeProduct(std::size_t number, const std::u16string& shortName) {
     const std::u16string package = u"product" + digits(number);
-    ProductBuilder product(package);
+    ProductBuilder product(shortName);
     for (std::size_t n = 0; n < entitiesOfProduct; ++n) {
         if (n % 10 == 0)
             product.classWith(package + u".Class" + digits(n / 10), package,
@@ -66,8 +68,25 @@ ProductBuilder makeProduct(std::size_t number) {
 std::shared_ptr<docparser::DocSource> makeManyEntities() {
     auto source = std::make_shared<tests::MemorySource>();
     for (std::size_t number = 0; number < productCount; ++number)
-        source->add(makeProduct(number).build());
+        source->add(makeProduct(number, u"product" + digits(number)).build());
     return source;
+}
+
+std::size_t publishManyEntities(const std::filesystem::path& root) {
+    const std::vector<std::u16string> startupProducts = {
+        u"veltra", u"brisk",  u"caldera", u"lumora", u"qix",
+        u"tarvel", u"merisk", u"dornel",  u"yarl",   u"pendrake"};
+    for (std::size_t number = 0; number < productCount; ++number)
+        docset::publishProduct(
+            root, "en_US",
+            makeProduct(number, number < startupProducts.size() ? startupProducts[number]
+                                                                : u"product" + digits(number))
+                .build());
+    std::size_t size = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(root))
+        if (entry.is_regular_file())
+            size += entry.file_size();
+    return size;
 }
 
 }  // namespace reference::bench

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 
 #include "docparser/DocSource.hpp"
@@ -16,5 +17,9 @@ inline constexpr std::size_t entityCount = productCount * entitiesOfProduct;
 // of the length that real ones have. Names share components, as real ones do: every product has a
 // function "product<n>.stats.fit7" and a class "product<n>.Class3".
 [[nodiscard]] std::shared_ptr<docparser::DocSource> makeManyEntities();
+
+// The same as a documentation set in an empty folder; ten of the products bear the names that
+// start-up looks for. Returns the size of all its files, in bytes.
+std::size_t publishManyEntities(const std::filesystem::path& root);
 
 }  // namespace reference::bench

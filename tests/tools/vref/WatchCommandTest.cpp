@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
@@ -58,6 +59,31 @@ TEST(WatchCommandTest, SaysThatItIsReadyAndWhatIsLoaded) {
     EXPECT_EQ(text(ready, "language"), "ja_JP");
     EXPECT_EQ(ready.at("products"), 10);
     EXPECT_EQ(ready.at("entities"), 190);
+    EXPECT_EQ(session.end(), 0);
+}
+
+// The indented lines of the page on the protocol that follow a line.
+std::vector<std::string> exampleAfter(const std::string& heading) {
+    std::ifstream page(VELTRA_PROTOCOL_PAGE);
+    std::string line;
+    while (std::getline(page, line) && line != heading) {
+    }
+    std::vector<std::string> lines;
+    while (std::getline(page, line) && (line.empty() || line.starts_with("    ")))
+        if (!line.empty())
+            lines.push_back(line.substr(4));
+    return lines;
+}
+
+TEST(WatchCommandTest, TheExampleOfTheDocumentationHolds) {
+    const auto sent = exampleAfter("Sent:");
+    const auto received = exampleAfter("Received:");
+    ASSERT_FALSE(sent.empty());
+    RunningSession session;
+    for (const auto& line : sent)
+        session.send(line + "\n");
+    for (const auto& line : received)
+        EXPECT_EQ(json::serialize(session.read()), line);
     EXPECT_EQ(session.end(), 0);
 }
 
