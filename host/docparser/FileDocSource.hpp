@@ -63,7 +63,8 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
     ParsingResults getResourceLookupFiles() override;
 
     // `resourceFile` may be any file below one of the roots, also one that the manifest no longer
-    // names. Throws DocParserException when there is neither such a file nor such a product.
+    // names. Of a file that products are read from now, those that are read from another file are
+    // left out. Throws DocParserException when there is neither such a file nor such a product.
     ReferenceResources getResourceFile(const std::u16string& resourceFile) override;
 
     ReferenceRoots getReferenceRoots() override;

@@ -31,6 +31,12 @@ ScopedEnvironment::~ScopedEnvironment() {
         ::unsetenv(m_name.c_str());
 }
 
+void setSetting(const char* fullName, settings::core::SettingsValue value) {
+    settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
+        ->getSettingsByFullName(fullName)
+        ->setValue(std::move(value));
+}
+
 ScopedContext::ScopedContext() : m_before(ContextRegistry::getCurrentContextId()) {
     static std::atomic<foundation::core::context::ContextId> next{100'000};
     ContextRegistry::setCurrentContextId(next++);
@@ -40,14 +46,8 @@ ScopedContext::~ScopedContext() {
     ContextRegistry::setCurrentContextId(m_before);
 }
 
-void ScopedContext::set(const char* setting, settings::core::SettingsValue value) const {
-    settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
-        ->getSettingsByFullName(setting)
-        ->setValue(std::move(value));
-}
-
 LogCapture::LogCapture(const std::string& levels) {
-    m_context.set(settings::in_veltra::logSetting, levels);
+    setSetting(settings::in_veltra::logSetting, levels);
     foundation::log::setLogSink([this](const foundation::log::LogRecord& record) {
         const std::lock_guard lock(m_mutex);
         m_records.push_back({.channel = std::string(record.channel),

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "foundation/core/context/ContextRegistry.hpp"
@@ -25,6 +26,9 @@ class ScopedEnvironment {
     std::optional<std::string> m_before;
 };
 
+// Sets a setting of the current context.
+void setSetting(const char* fullName, settings::core::SettingsValue value);
+
 // Makes a context that nobody used before the current one, and puts the old one back.
 class ScopedContext {
   public:
@@ -33,7 +37,10 @@ class ScopedContext {
     ScopedContext(const ScopedContext&) = delete;  // bound to its scope
     ScopedContext& operator=(const ScopedContext&) = delete;
 
-    void set(const char* setting, settings::core::SettingsValue value) const;
+    // Sets a setting of this context. Requires: it is the current one.
+    void set(const char* fullName, settings::core::SettingsValue value) const {
+        setSetting(fullName, std::move(value));
+    }
 
   private:
     foundation::core::context::ContextId m_before;

@@ -15,7 +15,6 @@
 
 #include "docset/publish.hpp"
 #include "fl/i18n/utf.hpp"
-#include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/msg_svc/eventmgr/EventMgr.hpp"
 #include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
 #include "foundation/msg_svc/eventmgr/SubscriptionCountByType.hpp"
@@ -28,6 +27,7 @@
 #include "reference/api/cache_manager/ReferenceDataChangeEvent.hpp"
 #include "reference/stress/LiveAllocations.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
+#include "support/Capture.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/Print.hpp"
 #include "support/TempFolder.hpp"
@@ -69,13 +69,6 @@ docset::ProductDocumentation makeProduct(const std::u16string& name, const std::
         .classWith(name + u".Table", name, u"table.html",
                    {{u"Size " + locale, {u"Width", u"Height"}}, {u"Look", {locale + u"Colour"}}})
         .build();
-}
-
-void set(const char* setting, settings::core::SettingsValue value) {
-    using foundation::core::context::ContextRegistry;
-    settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
-        ->getSettingsByFullName(setting)
-        ->setValue(std::move(value));
 }
 
 // What one product contributes to an answer: every result with all that differs by language.
@@ -135,11 +128,11 @@ class CacheStressConcurrencyTest : public testing::Test {
             for (const char* language : languages)
                 publish(name, language);
         publish(untranslated, "en_US");
-        set(settings::in_veltra::docRootSetting, m_root.path().string());
+        setSetting(settings::in_veltra::docRootSetting, m_root.path().string());
         vvm::Factory::makeLocalVVM();
         ReferenceCacheManager::PerformStartupOperations();
         for (std::size_t at = 0; at < languages.size(); ++at) {
-            set(settings::in_veltra::docLanguageSetting, std::string(languages[at]));
+            setSetting(settings::in_veltra::docLanguageSetting, std::string(languages[at]));
             for (const auto& one : questions())
                 m_expected[at].push_back(one.ask());
         }
@@ -149,8 +142,8 @@ class CacheStressConcurrencyTest : public testing::Test {
     ~CacheStressConcurrencyTest() override {
         m_connection.reset();
         vvm::Factory::setCurrentLocalVVM(nullptr);
-        set(settings::in_veltra::docRootSetting, std::string());
-        set(settings::in_veltra::docLanguageSetting, std::string());
+        setSetting(settings::in_veltra::docRootSetting, std::string());
+        setSetting(settings::in_veltra::docLanguageSetting, std::string());
         ReferenceCacheManager::ClearAllCaches();
     }
 
@@ -174,7 +167,7 @@ class CacheStressConcurrencyTest : public testing::Test {
 
     // What is left when everybody has gone home.
     static void putAway() {
-        set(settings::in_veltra::docLanguageSetting, std::string(languages.front()));
+        setSetting(settings::in_veltra::docLanguageSetting, std::string(languages.front()));
         ReferenceCacheManager::ClearAllCaches();
     }
 
@@ -209,8 +202,8 @@ class CacheStressConcurrencyTest : public testing::Test {
     }
 
     void flipLanguage(int round) {
-        set(settings::in_veltra::docLanguageSetting,
-            std::string(languages[static_cast<std::size_t>(round) % 2]));
+        setSetting(settings::in_veltra::docLanguageSetting,
+                   std::string(languages[static_cast<std::size_t>(round) % 2]));
         // The first may have been in force already.
         if (round > 0)
             ++m_published;
@@ -277,7 +270,7 @@ TEST_F(CacheStressConcurrencyTest, AnswersEventsAndMemoryAreRightUnderEverything
     forgetEvents();
     const LiveAllocations before = LiveAllocations::now();
 
-    set(settings::in_veltra::docLanguageSetting, std::string(languages.front()));
+    setSetting(settings::in_veltra::docLanguageSetting, std::string(languages.front()));
     runEverything(rounds);
     EXPECT_EQ(wrongAnswers(), 0) << "the first: " << firstWrong();
     EXPECT_EQ(heard(), published());

@@ -1,8 +1,5 @@
 #include <atomic>
-#include <functional>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,6 +8,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/Print.hpp"
+#include "support/Threads.hpp"
 
 namespace reference::tests {
 namespace {
@@ -31,22 +29,6 @@ class ConcurrencyTest : public LibraryTest {
         source().shareFile(u"a", u"shared");
         source().shareFile(u"b", u"shared");
     }
-
-    // Runs each piece of work in a thread of its own, `rounds` times.
-    static void runTogether(const std::vector<std::function<void()>>& work) {
-        std::vector<std::thread> threads;
-        std::atomic<bool> start{false};
-        for (const auto& piece : work)
-            threads.emplace_back([&piece, &start] {
-                start.wait(false);
-                for (int round = 0; round < rounds; ++round)
-                    piece();
-            });
-        start = true;
-        start.notify_all();
-        for (auto& thread : threads)
-            thread.join();
-    }
 };
 
 // While a cache is being cleared a search may find it empty; it may never find a part of a product.
@@ -58,21 +40,23 @@ TEST_F(ConcurrencyTest, ReadersPopulatorsAndClearersDoNotDisturbEachOther) {
             if (dump(result).substr(1) != expected)
                 ++wrong;
     };
-    runTogether({
-        [&] { search(u"f", ":f[function]@f.html"); },
-        [&] { search(u"geo.Shape", ":geo.Shape[class]@shape.html"); },
-        [&] { search(u"geo.Shape.Width", ":geo.Shape.Width[property]@shape.html#Width"); },
-        [] { ReferenceCacheManager::PopulateLookupCaches(); },
-        [] { ReferenceCacheManager::PopulateUninstalledLookupCache(); },
-        [] { ReferenceCacheManager::PopulateResourceCache(); },
-        [] { ReferenceCacheManager::ClearLookupCaches(); },
-        [] { ReferenceCacheManager::ClearAllCaches(); },
-        [] {
-            static_cast<void>(ReferenceCacheManager::GetLookupCache()->size());
-            static_cast<void>(ReferenceCacheManager::GetUninstalledLookupCache()->size());
-            static_cast<void>(ReferenceCacheManager::GetResourceCache());
+    runTogether(
+        {
+            [&] { search(u"f", ":f[function]@f.html"); },
+            [&] { search(u"geo.Shape", ":geo.Shape[class]@shape.html"); },
+            [&] { search(u"geo.Shape.Width", ":geo.Shape.Width[property]@shape.html#Width"); },
+            [] { ReferenceCacheManager::PopulateLookupCaches(); },
+            [] { ReferenceCacheManager::PopulateUninstalledLookupCache(); },
+            [] { ReferenceCacheManager::PopulateResourceCache(); },
+            [] { ReferenceCacheManager::ClearLookupCaches(); },
+            [] { ReferenceCacheManager::ClearAllCaches(); },
+            [] {
+                static_cast<void>(ReferenceCacheManager::GetLookupCache()->size());
+                static_cast<void>(ReferenceCacheManager::GetUninstalledLookupCache()->size());
+                static_cast<void>(ReferenceCacheManager::GetResourceCache());
+            },
         },
-    });
+        rounds);
     EXPECT_EQ(wrong, 0);
 
     ReferenceCacheManager::ClearAllCaches();
@@ -86,7 +70,7 @@ TEST_F(ConcurrencyTest, OneFileIsParsedOnceForAllThatAskAtOnce) {
         static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(u"shared", u"a"));
         static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(u"shared", u"b"));
     };
-    runTogether({fetch, fetch, fetch, fetch});
+    runTogether({fetch, fetch, fetch, fetch}, rounds);
     EXPECT_EQ(source().resourceCalls(), 1);
 }
 
@@ -96,7 +80,7 @@ TEST_F(ConcurrencyTest, SearchesWithoutClearingAllAnswerAlike) {
         if (retrieve(ReferenceRequest(u"f")).size() != 3)
             ++wrong;
     };
-    runTogether({search, search, search, search});
+    runTogether({search, search, search, search}, rounds);
     EXPECT_EQ(wrong, 0);
     EXPECT_EQ(source().lookupCalls(), 1);
 }

@@ -11,14 +11,13 @@
 #include <gmock/gmock.h>
 
 #include "docparser/DocResourceParser.hpp"
-#include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/msg_svc/eventmgr/EventMgr.hpp"
 #include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
 #include "foundation/msg_svc/eventmgr/SubscriptionCountByType.hpp"
 #include "foundation/msg_svc/eventmgr/detail/DerivedTypeInformation.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/api/cache_manager/ReferenceDataChangeEvent.hpp"
-#include "settings/in_veltra/settingsRoot.hpp"
+#include "support/Capture.hpp"
 #include "support/LibraryTest.hpp"
 #include "vvm/Factory.hpp"
 
@@ -28,7 +27,6 @@ namespace {
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
 using cache_manager::ReferenceDataChangeEvent;
-using foundation::core::context::ContextRegistry;
 using foundation::msg_svc::eventmgr::EventMgr;
 using foundation::msg_svc::eventmgr::ScopedConnection;
 using foundation::msg_svc::eventmgr::SubscriptionCountByType;
@@ -38,9 +36,7 @@ using testing::IsEmpty;
 using vvm::Factory;
 
 void setLanguage(const std::string& locale) {
-    settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
-        ->getSettingsByFullName("veltra.desktop.help.DocLanguage")
-        ->setValue(locale);
+    setSetting("veltra.desktop.help.DocLanguage", locale);
 }
 
 // The library over one product, in a process with a virtual machine.

@@ -8,7 +8,6 @@
 
 #include "docset/publish.hpp"
 #include "fl/i18n/utf.hpp"
-#include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
 #include "reference/api/EntityPurposeDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
@@ -26,37 +25,30 @@ namespace {
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
 using cache_manager::ReferenceDataChangeEvent;
-using foundation::core::context::ContextRegistry;
 using foundation::msg_svc::eventmgr::ScopedConnection;
 using property::RefEntityType;
 using testing::ElementsAre;
 using testing::Pair;
 
-void set(const char* setting, settings::core::SettingsValue value) {
-    settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId())
-        ->getSettingsByFullName(setting)
-        ->setValue(std::move(value));
-}
-
 // The library over documentation on disk, started up and in English.
 class LanguageTest : public testing::Test {
   protected:
     LanguageTest() {
-        set(settings::in_veltra::docRootSetting, std::string(VELTRA_SHIPPED_SET));
+        setSetting(settings::in_veltra::docRootSetting, std::string(VELTRA_SHIPPED_SET));
         setLanguage("en_US");
         ReferenceCacheManager::ClearAllCaches();
         ReferenceCacheManager::PerformStartupOperations();
     }
     ~LanguageTest() override {
         vvm::Factory::setCurrentLocalVVM(nullptr);
-        set(settings::in_veltra::supportPackageRootsSetting, std::vector<std::string>());
-        set(settings::in_veltra::docRootSetting, std::string());
+        setSetting(settings::in_veltra::supportPackageRootsSetting, std::vector<std::string>());
+        setSetting(settings::in_veltra::docRootSetting, std::string());
         setLanguage("");
         ReferenceCacheManager::ClearAllCaches();
     }
 
     static void setLanguage(const std::string& locale) {
-        set(settings::in_veltra::docLanguageSetting, locale);
+        setSetting(settings::in_veltra::docLanguageSetting, locale);
     }
 
     // The purposes of what a request finds, by product. UTF-8.
@@ -129,8 +121,8 @@ TEST_F(LanguageTest, ASecondRootsProductsAreFoundOnceTheCachesAreCleared) {
             .build());
     const ReferenceRequest request(u"addon.fit");
     EXPECT_EQ(purposes(request).size(), 0U);
-    set(settings::in_veltra::supportPackageRootsSetting,
-        std::vector<std::string>{root.path().string()});
+    setSetting(settings::in_veltra::supportPackageRootsSetting,
+               std::vector<std::string>{root.path().string()});
     EXPECT_EQ(purposes(request).size(), 0U) << "what is cached stays until it is cleared";
     ReferenceCacheManager::ClearAllCaches();
     EXPECT_THAT(purposes(request), ElementsAre(Pair("addon", "Fit it")));
@@ -144,7 +136,7 @@ TEST_F(LanguageTest, ASecondRootsProductsAreFoundOnceTheCachesAreCleared) {
     ReferenceCacheManager::ClearAllCaches();
     EXPECT_EQ(purposes(ReferenceRequest(u"g")).size(), 1U);
 
-    set(settings::in_veltra::supportPackageRootsSetting, std::vector<std::string>());
+    setSetting(settings::in_veltra::supportPackageRootsSetting, std::vector<std::string>());
     ReferenceCacheManager::ClearAllCaches();
     EXPECT_EQ(purposes(request).size(), 0U);
 }
@@ -154,9 +146,9 @@ TEST_F(LanguageTest, ASecondRootsProductsAreFoundOnceTheCachesAreCleared) {
 // clears the caches.
 class MixedCachesTest : public LanguageTest {
   protected:
-    static void speakJapaneseUnheard(const ScopedContext& context) {
-        context.set(settings::in_veltra::docRootSetting, std::string(VELTRA_SHIPPED_SET));
-        context.set(settings::in_veltra::docLanguageSetting, std::string("ja_JP"));
+    static void speakJapaneseUnheard() {
+        setSetting(settings::in_veltra::docRootSetting, std::string(VELTRA_SHIPPED_SET));
+        setSetting(settings::in_veltra::docLanguageSetting, std::string("ja_JP"));
     }
 
     static std::string cachedFileOf(const std::u16string& product) {
@@ -173,7 +165,7 @@ TEST_F(MixedCachesTest, NewLookupsAreNotAnsweredWithOldPages) {
     ASSERT_EQ(cachedFileOf(u"lumora"), "en_US/lumora.reference.json");
 
     const ScopedContext context;
-    speakJapaneseUnheard(context);
+    speakJapaneseUnheard();
     ReferenceCacheManager::ClearLookupCaches();
     EXPECT_THAT(purposes(request),
                 ElementsAre(Pair("brisk", "有理伝達関数による信号のフィルター処理"),
@@ -188,7 +180,7 @@ TEST_F(MixedCachesTest, OldLookupsAreNotAnsweredWithNewPages) {
     };
     ReferenceCacheManager::ClearResourceCache();
     const ScopedContext context;
-    speakJapaneseUnheard(context);
+    speakJapaneseUnheard();
     static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(u"lumora", u"lumora"));
     ASSERT_EQ(cachedFileOf(u"lumora"), "ja_JP/lumora.reference.json");
 

@@ -1,15 +1,13 @@
 // What an event manager promises where several threads use it.
 #include <atomic>
-#include <functional>
 #include <memory>
-#include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "foundation/msg_svc/eventmgr/EventMgr.hpp"
 #include "foundation/msg_svc/eventmgr/SubscriptionCountByType.hpp"
 #include "host/foundation/msg_svc/eventmgr/Events.hpp"
+#include "support/Threads.hpp"
 
 namespace reference::tests {
 namespace {
@@ -17,15 +15,6 @@ namespace {
 using namespace foundation::msg_svc::eventmgr;
 
 constexpr int rounds = 2000;
-
-void runTogether(const std::vector<std::function<void()>>& work) {
-    std::vector<std::thread> threads;
-    threads.reserve(work.size());
-    for (const auto& piece : work)
-        threads.emplace_back(piece);
-    for (auto& thread : threads)
-        thread.join();
-}
 
 TEST(EventMgrConcurrencyTest, EverySubscriberHearsEveryEventOfEveryThreadOnce) {
     EventMgr manager;
