@@ -113,7 +113,7 @@ void reportToStandardError(const std::string& message) {
     std::cerr << "vref: " << message << '\n';
 }
 
-Documentation::Documentation(const DocumentationOptions& options, Reporter report)
+Documentation::Documentation(const DocumentationOptions& options, const Reporter& report)
     : m_source(std::make_shared<ReportingSource>(report)) {
     showWarnings(report);
     if (!options.docRoot.empty())

@@ -32,7 +32,7 @@ class Documentation {
     // documentation set, or none in the wanted language; the message lists the languages there are.
     // `report` is called on the thread that reads, while the library holds its locks.
     explicit Documentation(const DocumentationOptions& options,
-                           Reporter report = &reportToStandardError);
+                           const Reporter& report = &reportToStandardError);
 
     // Gives the library its own source back.
     ~Documentation();
