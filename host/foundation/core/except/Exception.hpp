@@ -1,0 +1,57 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <boost/exception/exception.hpp>
+
+#include "foundation/core/except/IMsgIDException.hpp"
+#include "foundation/core/except/MessageCatalog.hpp"
+
+namespace foundation::core::except {
+
+// The error behind one message identifier. Key names it:
+//
+//     struct RequireScalar {
+//         static constexpr const char* catalog = "VELTRA:class";
+//         static constexpr const char* key = "RequireScalar";
+//     };
+//     throw Exception<RequireScalar, std::exception, void>();
+//
+// Standard is the standard exception that it also is; Extension is void, or one more base. what()
+// is the catalogue's text with the arguments filled in. It can be captured by
+// boost::current_exception() and thrown again on another thread, as what it was.
+template <typename Key, typename Standard, typename Extension = void>
+class Exception;
+
+template <typename Key, typename Standard>
+class Exception<Key, Standard, void>
+    : public IMsgIDException, public Standard, public virtual boost::exception_detail::clone_base {
+  public:
+    // `arguments` in UTF-8, for the places of the catalogue's text.
+    explicit Exception(std::vector<std::string> arguments = {})
+        : m_identifier(std::string(Key::catalog) + ":" + Key::key),
+          m_arguments(std::move(arguments)),
+          m_text(MessageCatalog::getText(m_identifier, m_arguments)) {}
+
+    [[nodiscard]] const char* what() const noexcept override { return m_text.c_str(); }
+    [[nodiscard]] const char* getMessage() const noexcept override { return what(); }
+    [[nodiscard]] const std::string& getIdentifier() const noexcept override {
+        return m_identifier;
+    }
+    [[nodiscard]] const std::vector<std::string>& getArguments() const noexcept override {
+        return m_arguments;
+    }
+
+    // For Boost.Exception: a copy on the heap, and throwing this again.
+    [[nodiscard]] const clone_base* clone() const override { return new Exception(*this); }
+    void rethrow() const override { throw *this; }
+
+  private:
+    std::string m_identifier;
+    std::vector<std::string> m_arguments;
+    std::string m_text;
+};
+
+}  // namespace foundation::core::except

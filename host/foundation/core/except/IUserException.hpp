@@ -1,0 +1,18 @@
+#pragma once
+
+#include "foundation/core/except/IException.hpp"
+
+namespace foundation::core::except {
+
+// An error that the user of the scripting language made and is to be told of.
+class VELTRA_HOST_API IUserException : public IException {
+  public:
+    ~IUserException() override;
+
+  protected:
+    IUserException() = default;
+    IUserException(const IUserException&) = default;
+    IUserException& operator=(const IUserException&) = default;
+};
+
+}  // namespace foundation::core::except
