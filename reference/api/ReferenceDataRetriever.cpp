@@ -9,6 +9,8 @@
 #include "reference/api/hostNames.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 #include "refutils/matchUnqualifiedString.hpp"
+#include "zorb/ClassDescription.hpp"
+#include "zorb/om.hpp"
 
 namespace reference::api {
 
@@ -68,6 +70,24 @@ std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
     const RefRequestComparator comparator = m_request.getRefRequestComparator();
     std::stable_sort(results.begin(), results.end(), comparator);
     return results;
+}
+
+const vqArray* ReferenceDataRetriever::getReferenceRequestProperty() const {
+    if (!m_requestCache)
+        m_requestCache = zorb::wrap(m_request);
+    return m_requestCache.get();
+}
+
+// What is kept is a new object, not the given one: a script that goes on changing its request must
+// not see those changes here, where they have no effect.
+void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
+    if (value == nullptr)
+        return;
+    auto request = omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy();
+    auto cache = zorb::wrap(request);
+    m_request = std::move(request);
+    m_requestCache = std::move(cache);
+    setupRetriever();
 }
 
 bool ReferenceDataRetriever::isTypeMatch(RefEntityType::Value type) const {

@@ -15,6 +15,7 @@
 #include "reference/api/ReferenceRequest.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
 
 namespace reference::api {
 
@@ -48,6 +49,16 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     // the lookup files, what the comparator throws, and std::bad_function_call when the request
     // carries an empty comparator and there are results to compare.
     [[nodiscard]] virtual std::vector<ReferenceData> getReferenceData() const;
+
+    // The request as an object of the scripting language, in a 1-by-1 array that lives as long as
+    // this object is neither changed nor gone. What is set on the object later does not reach this
+    // retriever; set the property again for that. Counts as a use by one thread, as a search does.
+    [[nodiscard]] const vqArray* getReferenceRequestProperty() const;
+
+    // Takes a copy of the request that the first element of `value` wraps, and searches by that
+    // from now on. Null is ignored. Throws "VELTRA:class:RequireClass" for anything that is no
+    // ReferenceRequest, and std::out_of_range for an empty array; the request stays as it was then.
+    void setReferenceRequestProperty(const vqArray* value);
 
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
@@ -110,6 +121,9 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     // What the last successful property match made, on its way to addPropertyMatches(). The reason
     // why a const search is for one thread at a time.
     mutable std::optional<std::vector<property::RefItem>> m_pendingPropertyEntities;
+
+    // The request as the scripting language sees it; null until it is first asked for, or set.
+    mutable vqArrayPtr m_requestCache;
 };
 
 }  // namespace reference::api

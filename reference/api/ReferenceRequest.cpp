@@ -1,10 +1,18 @@
 #include "reference/api/ReferenceRequest.hpp"
 
+#include <cstddef>
 #include <iterator>
+#include <memory>
 #include <utility>
 
 #include "reference/api/comparator/IndexOrderComparator.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/enumerationProperty.hpp"
+#include "reference/utils/errors.hpp"
+#include "reference/utils/getComparatorFromVq.hpp"
+#include "refutils/hostTexts.hpp"
+#include "zorb/ClassDescription.hpp"
+#include "zorb/om.hpp"
 
 namespace reference::api {
 
@@ -49,6 +57,70 @@ void ReferenceRequest::addProducts(std::vector<std::u16string> products) {
 
 void ReferenceRequest::addReferenceTypes(std::vector<RefEntityType::Value> types) {
     m_types.insert(m_types.end(), types.begin(), types.end());
+}
+
+void ReferenceRequest::setEntityTextProperty(const std::u16string* text) {
+    utils::setStringProperty(m_entityText, text);
+}
+
+// What is kept is a row of the same members, not the given array: a script sees the types in one
+// shape, however it gave them. For the same reason null is not ignored here but means no types.
+void ReferenceRequest::setTypesProperty(const vqArray* types) {
+    const auto typeClass = zorb::HostName<RefEntityType>::id();
+    const std::size_t count = omGetNumberOfElementsInUnderlyingArray(types);
+    const std::unique_ptr<vqArray, void (*)(vqArray*)> row(
+        omCreateZORBEnumerationMatrix(1, count, typeClass), &matrix::destroyArray);
+    std::vector<RefEntityType::Value> values;
+    values.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        const auto member = omGetEnumerationID(types, i);
+        omSetEnumerationElement(row.get(), i, member);
+        const auto object = matrix::from_veltra(omGetEnumeration(typeClass, member));
+        values.push_back(static_cast<RefEntityType::Value>(
+            omGetUInt32(omGetUnderlyingArray(object.get()).get(), 0)));
+    }
+    m_typesCache = utils::copyVqArrayToSharedVqArrayPtr(row.get());
+    m_types = std::move(values);
+}
+
+const vqArray* ReferenceRequest::getProductsProperty() const {
+    return utils::accessStringVectorCache(m_productsCache, m_products);
+}
+
+void ReferenceRequest::setProductsProperty(const vqArray* products) {
+    utils::setStringVectorAndCache(products, m_productsCache, m_products);
+}
+
+const vqArray* ReferenceRequest::getEntityCaseSensitivityProperty() const {
+    return utils::getEnumerationProperty(m_caseSensitivityCache, m_caseSensitivity);
+}
+
+void ReferenceRequest::setEntityCaseSensitivityProperty(const vqArray* value) {
+    utils::setEnumerationProperty(value, m_caseSensitivityCache, m_caseSensitivity);
+}
+
+const vqArray* ReferenceRequest::getEntityPrecisionProperty() const {
+    return utils::getEnumerationProperty(m_precisionCache, m_precision);
+}
+
+void ReferenceRequest::setEntityPrecisionProperty(const vqArray* value) {
+    utils::setEnumerationProperty(value, m_precisionCache, m_precision);
+}
+
+const vqArray* ReferenceRequest::getComparatorProperty() const {
+    if (!m_comparatorCache)
+        m_comparatorCache = zorb::wrap(comparator::IndexOrderComparator());
+    return m_comparatorCache.get();
+}
+
+void ReferenceRequest::setComparatorProperty(const vqArray* value) {
+    if (value == nullptr)
+        return;
+    if (omGetNumberOfElementsInUnderlyingArray(value) != 1)
+        throw utils::ExpectedScalarComparatorError();
+    auto comparator = utils::getComparatorFromVq(value);
+    m_comparatorCache = utils::copyVqArrayToSharedVqArrayPtr(value);
+    m_comparator = std::move(comparator);
 }
 
 const char* ReferenceRequest::getZORBClassName() noexcept {

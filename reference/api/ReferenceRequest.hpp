@@ -9,14 +9,17 @@
 #include "reference/api/EntityPrecision.hpp"
 #include "reference/api/RefRequestComparator.hpp"
 #include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
 
 namespace reference::api {
 
 // What a caller asks the reference library for: the text to look for, which kinds of entity and
 // which products to consider, how to match the text and how to order the results.
 //
-// A plain value, copied into every retriever. One thread at a time may change an object, many may
-// read it. Nothing here fails but for want of memory.
+// A plain value, copied into every retriever. Beside its native fields it keeps, for the scripting
+// language, the host values that stand for them; copies share these. One thread at a time may
+// change an object or call a get…Property() function, which fills such a value in; many may read
+// the native fields. Native operations fail only for want of memory.
 class VELTRA_REFERENCE_API ReferenceRequest {
   public:
     // Empty text, any type, any product, case and package count, results as they are found.
@@ -32,8 +35,8 @@ class VELTRA_REFERENCE_API ReferenceRequest {
 
     ReferenceRequest(const ReferenceRequest& other);
     ReferenceRequest& operator=(const ReferenceRequest& other);
-    // The source is left with an empty text, no types and no products; before it is searched with
-    // again it needs a comparator.
+    // The source is left with an empty text, no types, no products and no host values; before it is
+    // searched with again it needs a comparator.
     ReferenceRequest(ReferenceRequest&& other) noexcept;
     ReferenceRequest& operator=(ReferenceRequest&& other) noexcept;
     ~ReferenceRequest();
@@ -88,6 +91,43 @@ class VELTRA_REFERENCE_API ReferenceRequest {
         m_comparator = std::move(comparator);
     }
 
+    // The properties as the scripting language sees them. A getter returns what lives as long as
+    // this object is neither changed nor gone, and is a host value that is made once and then stays
+    // the same: native setters leave it alone, so that a property that was read or set from a
+    // script shows that value until a script sets another. Setters ignore null, except that of
+    // Types; one that throws changes nothing.
+    [[nodiscard]] const std::u16string* getEntityTextProperty() const noexcept {
+        return &m_entityText;
+    }
+    void setEntityTextProperty(const std::u16string* text);
+
+    // A row of members of the enumeration RefEntityType, null until a script set the types: those
+    // that were given natively are not shown. The setter takes an enumeration array of any shape;
+    // null and an empty array clear the types. Throws "VELTRA:class:RequireEnumeration" and, for
+    // members of another enumeration, "VELTRA:class:RequireClass".
+    [[nodiscard]] const vqArray* getTypesProperty() const noexcept { return m_typesCache.get(); }
+    void setTypesProperty(const vqArray* types);
+
+    // An array of texts. Unlike the types, products that were given natively are shown. The setter
+    // throws "VELTRA:class:RequireStringArray".
+    [[nodiscard]] const vqArray* getProductsProperty() const;
+    void setProductsProperty(const vqArray* products);
+
+    // One enumeration member. The setters throw "VELTRA:class:RequireScalar" and, for an element
+    // that is no number, "VELTRA:class:RequireNumeric"; they take any number.
+    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
+    void setEntityCaseSensitivityProperty(const vqArray* value);
+    [[nodiscard]] const vqArray* getEntityPrecisionProperty() const;
+    void setEntityPrecisionProperty(const vqArray* value);
+
+    // One comparator object, of which the setter takes a copy. A native function cannot be turned
+    // back into an object: until a script set one, the property shows an IndexOrderComparator,
+    // whatever setRefRequestComparator() was given. The setter throws
+    // "VELTRA:referenceapi:ExpectedScalarComparator" for any other count than one, and
+    // "VELTRA:referenceapi:InvalidComparator".
+    [[nodiscard]] const vqArray* getComparatorProperty() const;
+    void setComparatorProperty(const vqArray* value);
+
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
@@ -99,6 +139,13 @@ class VELTRA_REFERENCE_API ReferenceRequest {
     RefRequestComparator m_comparator;
     EntityCaseSensitivity::Value m_caseSensitivity = EntityCaseSensitivity::Sensitive;
     EntityPrecision::Value m_precision = EntityPrecision::Exact_Match;
+
+    // What the scripting language sees; null until it is first asked for, or set.
+    vqArrayPtr m_typesCache;
+    mutable vqArrayPtr m_productsCache;
+    mutable vqArrayPtr m_comparatorCache;
+    mutable vqArrayPtr m_caseSensitivityCache;
+    mutable vqArrayPtr m_precisionCache;
 };
 
 }  // namespace reference::api

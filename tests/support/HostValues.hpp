@@ -49,7 +49,7 @@ template <typename T>
 
 // How an operation ended: "" when it returned, the identifier of an error that has one, "invalid
 // argument: …" or "out of range: …" with the text of these, else the text alone.
-[[nodiscard]] std::string outcomeOf(const std::function<void()>& operation);
+std::string outcomeOf(const std::function<void()>& operation);
 
 // The numbers of the members, or of the plain numbers, that a value holds.
 [[nodiscard]] std::vector<std::uint32_t> numbersOf(const vqArray* value);

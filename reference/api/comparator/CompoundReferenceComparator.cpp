@@ -1,8 +1,13 @@
 #include "reference/api/comparator/CompoundReferenceComparator.hpp"
 
+#include <cstddef>
 #include <utility>
 
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/errors.hpp"
+#include "reference/utils/getComparatorFromVq.hpp"
+#include "refutils/hostTexts.hpp"
+#include "vq/CellArray.hpp"
 
 namespace reference::api::comparator {
 
@@ -23,6 +28,20 @@ bool CompoundReferenceComparator::operator()(const ReferenceData& a, const Refer
             return true;
     }
     return false;
+}
+
+void CompoundReferenceComparator::setComparatorsProperty(const vqArray* value) {
+    if (value == nullptr)
+        return;
+    if (value->getClass() != vqClass::Cell)
+        throw utils::ExpectedComparatorCellArrayError();
+    const CellArray cells(value);
+    std::vector<RefRequestComparator> comparators;
+    comparators.reserve(cells.size());
+    for (std::size_t i = 0; i < cells.size(); ++i)
+        comparators.push_back(utils::getComparatorFromVq(cells.read(i).get()));
+    m_comparatorsCache = utils::copyVqArrayToSharedVqArrayPtr(value);
+    m_comparators = std::move(comparators);
 }
 
 const char* CompoundReferenceComparator::getZORBClassName() noexcept {

@@ -5,6 +5,7 @@
 #include "reference/api/RefRequestComparator.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
 
 namespace reference::api::comparator {
 
@@ -24,11 +25,22 @@ class VELTRA_REFERENCE_API CompoundReferenceComparator {
     // function, and what the comparators throw.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
+    // The chain as the scripting language sees it: the cell array that a script last set, null
+    // before; a chain that was given natively is not shown. Lives as long as this object is neither
+    // changed nor gone. The setter ignores null, and takes copies of the comparators, one from each
+    // cell; it throws "VELTRA:referenceapi:ExpectedComparatorCellArray" and
+    // "VELTRA:referenceapi:InvalidComparator", and changes nothing then. By one thread at a time.
+    [[nodiscard]] const vqArray* getComparatorsProperty() const noexcept {
+        return m_comparatorsCache.get();
+    }
+    void setComparatorsProperty(const vqArray* value);
+
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
   private:
     std::vector<RefRequestComparator> m_comparators;
+    vqArrayPtr m_comparatorsCache;
 };
 
 }  // namespace reference::api::comparator

@@ -5,6 +5,7 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/enumerationProperty.hpp"
 
 namespace reference::api::comparator {
 
@@ -42,6 +43,23 @@ void EntityMatchComparator::setEntityNameProperty(const std::u16string* entityNa
 void EntityMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
     m_entityCaseSensitivity = value;
     generateCompareName();
+}
+
+const vqArray* EntityMatchComparator::getRefEntityTypeProperty() const {
+    return utils::getEnumerationProperty(m_refEntityTypeCache, m_refEntityType);
+}
+
+void EntityMatchComparator::setRefEntityTypeProperty(const vqArray* value) {
+    utils::setEnumerationProperty(value, m_refEntityTypeCache, m_refEntityType);
+}
+
+const vqArray* EntityMatchComparator::getEntityCaseSensitivityProperty() const {
+    return utils::getEnumerationProperty(m_entityCaseSensitivityCache, m_entityCaseSensitivity);
+}
+
+void EntityMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
+    if (utils::setEnumerationProperty(value, m_entityCaseSensitivityCache, m_entityCaseSensitivity))
+        generateCompareName();
 }
 
 const char* EntityMatchComparator::getZORBClassName() noexcept {

@@ -6,6 +6,7 @@
 #include "reference/api/EntityCaseSensitivity.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
 
 namespace reference::api::comparator {
 
@@ -37,11 +38,27 @@ class VELTRA_REFERENCE_API EntityMatchComparator {
     }
     void setRefEntityType(property::RefEntityType::Value type) noexcept { m_refEntityType = type; }
 
+    // The same as an enumeration member of the scripting language, which lives as long as this
+    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
+    // shows what a script last read or set. The setter ignores null, takes any number, and throws
+    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
+    // one thread at a time, the getter too.
+    [[nodiscard]] const vqArray* getRefEntityTypeProperty() const;
+    void setRefEntityTypeProperty(const vqArray* value);
+
     // Any 32-bit number is stored as it is; only Sensitive makes case count.
     [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
         return m_entityCaseSensitivity;
     }
     void setEntityCaseSensitivity(EntityCaseSensitivity::Value value);
+
+    // The same as an enumeration member of the scripting language, which lives as long as this
+    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
+    // shows what a script last read or set. The setter ignores null, takes any number, and throws
+    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
+    // one thread at a time, the getter too.
+    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
+    void setEntityCaseSensitivityProperty(const vqArray* value);
 
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
@@ -54,6 +71,10 @@ class VELTRA_REFERENCE_API EntityMatchComparator {
     std::u16string m_compareName;  // the name in the form that is compared
     property::RefEntityType::Value m_refEntityType = property::RefEntityType::Unknown;
     EntityCaseSensitivity::Value m_entityCaseSensitivity = EntityCaseSensitivity::Sensitive;
+
+    // What the scripting language sees; null until it is first asked for, or set.
+    mutable vqArrayPtr m_refEntityTypeCache;
+    mutable vqArrayPtr m_entityCaseSensitivityCache;
 };
 
 }  // namespace reference::api::comparator

@@ -5,6 +5,7 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/enumerationProperty.hpp"
 
 namespace reference::api::comparator {
 
@@ -38,6 +39,15 @@ void EntityNameMatchComparator::setEntityNameProperty(const std::u16string* enti
 void EntityNameMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
     m_entityCaseSensitivity = value;
     generateCompareName();
+}
+
+const vqArray* EntityNameMatchComparator::getEntityCaseSensitivityProperty() const {
+    return utils::getEnumerationProperty(m_entityCaseSensitivityCache, m_entityCaseSensitivity);
+}
+
+void EntityNameMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
+    if (utils::setEnumerationProperty(value, m_entityCaseSensitivityCache, m_entityCaseSensitivity))
+        generateCompareName();
 }
 
 const char* EntityNameMatchComparator::getZORBClassName() noexcept {

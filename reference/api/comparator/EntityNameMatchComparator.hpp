@@ -5,6 +5,7 @@
 #include "reference/api/EntityCaseSensitivity.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
 
 namespace reference::api::comparator {
 
@@ -36,6 +37,14 @@ class VELTRA_REFERENCE_API EntityNameMatchComparator {
     }
     void setEntityCaseSensitivity(EntityCaseSensitivity::Value value);
 
+    // The same as an enumeration member of the scripting language, which lives as long as this
+    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
+    // shows what a script last read or set. The setter ignores null, takes any number, and throws
+    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
+    // one thread at a time, the getter too.
+    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
+    void setEntityCaseSensitivityProperty(const vqArray* value);
+
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
@@ -46,6 +55,9 @@ class VELTRA_REFERENCE_API EntityNameMatchComparator {
     std::u16string m_entityName;
     std::u16string m_compareName;  // the name in the form that is compared
     EntityCaseSensitivity::Value m_entityCaseSensitivity = EntityCaseSensitivity::Sensitive;
+
+    // What the scripting language sees; null until it is first asked for, or set.
+    mutable vqArrayPtr m_entityCaseSensitivityCache;
 };
 
 }  // namespace reference::api::comparator

@@ -4,6 +4,7 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/enumerationProperty.hpp"
 
 namespace reference::api::comparator {
 
@@ -20,6 +21,14 @@ bool EntityTypeMatchComparator::isMatch(const ReferenceData& data) const {
     return std::ranges::any_of(data.getRefItem().getRefEntities(), [this](const auto& entity) {
         return entity.getRefEntityType() == m_refEntityType;
     });
+}
+
+const vqArray* EntityTypeMatchComparator::getRefEntityTypeProperty() const {
+    return utils::getEnumerationProperty(m_refEntityTypeCache, m_refEntityType);
+}
+
+void EntityTypeMatchComparator::setRefEntityTypeProperty(const vqArray* value) {
+    utils::setEnumerationProperty(value, m_refEntityTypeCache, m_refEntityType);
 }
 
 const char* EntityTypeMatchComparator::getZORBClassName() noexcept {

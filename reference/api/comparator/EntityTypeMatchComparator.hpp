@@ -3,6 +3,7 @@
 #include "property/RefEntityType.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
 
 namespace reference::api::comparator {
 
@@ -25,6 +26,14 @@ class VELTRA_REFERENCE_API EntityTypeMatchComparator {
     }
     void setRefEntityType(property::RefEntityType::Value type) noexcept { m_refEntityType = type; }
 
+    // The same as an enumeration member of the scripting language, which lives as long as this
+    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
+    // shows what a script last read or set. The setter ignores null, takes any number, and throws
+    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
+    // one thread at a time, the getter too.
+    [[nodiscard]] const vqArray* getRefEntityTypeProperty() const;
+    void setRefEntityTypeProperty(const vqArray* value);
+
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
@@ -32,6 +41,9 @@ class VELTRA_REFERENCE_API EntityTypeMatchComparator {
     [[nodiscard]] bool isMatch(const ReferenceData& data) const;
 
     property::RefEntityType::Value m_refEntityType = property::RefEntityType::Unknown;
+
+    // What the scripting language sees; null until it is first asked for, or set.
+    mutable vqArrayPtr m_refEntityTypeCache;
 };
 
 }  // namespace reference::api::comparator

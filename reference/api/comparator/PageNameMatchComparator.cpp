@@ -7,6 +7,7 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/enumerationProperty.hpp"
 
 namespace reference::api::comparator {
 namespace {
@@ -69,6 +70,15 @@ void PageNameMatchComparator::setPageNameProperty(const std::u16string* pageName
 void PageNameMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
     m_entityCaseSensitivity = value;
     generateCompareName();
+}
+
+const vqArray* PageNameMatchComparator::getEntityCaseSensitivityProperty() const {
+    return utils::getEnumerationProperty(m_entityCaseSensitivityCache, m_entityCaseSensitivity);
+}
+
+void PageNameMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
+    if (utils::setEnumerationProperty(value, m_entityCaseSensitivityCache, m_entityCaseSensitivity))
+        generateCompareName();
 }
 
 const char* PageNameMatchComparator::getZORBClassName() noexcept {

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "reference/api/RefRequestComparator.hpp"
+#include "reference/api/export.hpp"
+#include "vq/vqArray.hpp"
+
+namespace reference::utils {
+
+// The native form of a comparator object of the scripting language: a function that holds a copy of
+// the comparator that the first element of `value` wraps. How many elements there are is for the
+// caller to check. What is set on the object later does not reach the copy.
+//
+// Throws "VELTRA:referenceapi:InvalidComparator", with the name of the value's class ("null" for
+// null), for a value of any other class than the twelve of the package
+// "veltra.internal.reference.api.comparator". By one thread at a time for one object.
+[[nodiscard]] VELTRA_REFERENCE_API api::RefRequestComparator getComparatorFromVq(
+    const vqArray* value);
+
+}  // namespace reference::utils
