@@ -55,6 +55,16 @@ vqArrayPtr createNumberRow(std::vector<std::uint32_t> numbers) {
     return createRow(std::move(numbers));
 }
 
+vqArrayPtr createDoubleRow(std::vector<double> numbers) {
+    return createRow(std::move(numbers));
+}
+
+vqArrayPtr createEnumerationRow(zorb::Interned classId, std::vector<std::uint32_t> numbers) {
+    const std::size_t size = numbers.size();
+    return vqArrayPtr(new vqArray(
+        1, size, vqArray::Enumeration{.classId = classId, .numbers = std::move(numbers)}));
+}
+
 vqArrayPtr createStringRow(std::vector<std::u16string> texts) {
     return createRow(std::move(texts));
 }

@@ -35,7 +35,11 @@ namespace detail {
 
 // A 1-by-n array.
 [[nodiscard]] VELTRA_HOST_API vqArrayPtr createNumberRow(std::vector<std::uint32_t> numbers);
+[[nodiscard]] VELTRA_HOST_API vqArrayPtr createDoubleRow(std::vector<double> numbers);
 [[nodiscard]] VELTRA_HOST_API vqArrayPtr createStringRow(std::vector<std::u16string> texts);
+// Members of the enumeration class, by their numbers.
+[[nodiscard]] VELTRA_HOST_API vqArrayPtr createEnumerationRow(zorb::Interned classId,
+                                                              std::vector<std::uint32_t> numbers);
 [[nodiscard]] VELTRA_HOST_API vqArrayPtr createCellRow(std::vector<vqArrayPtr> cells);
 [[nodiscard]] VELTRA_HOST_API vqArrayPtr createObjectRow(std::vector<COSInterfacePtr> objects);
 

@@ -2,8 +2,6 @@
 
 #include <cstdint>
 #include <functional>
-#include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,6 +27,8 @@ struct Shape {
     // The qualified name of the class of objects or enumeration members; empty for texts, and for
     // objects of whatever class.
     std::string className;
+    // Whether null stands for a value that was never set.
+    bool mayBeNull = false;
 };
 
 // A property. The functions get a native object of the class's type.
@@ -36,7 +36,6 @@ struct Property {
     std::string name;
     std::string documentation;  // a sentence or two
     Shape shape;
-    // Null stands for a property that has no value yet.
     std::function<vqArrayPtr(void* native)> get;
     // Empty for a property that cannot be set. Throws for a value that it does not take, which
     // leaves the object as it was.

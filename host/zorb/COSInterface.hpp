@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <mutex>
 
 #include "foundation/core/export.hpp"
 #include "vq/vqArray.hpp"
@@ -11,7 +12,8 @@ namespace zorb {
 class COSClass;
 
 // An object of the scripting language: it owns the native object that it wraps. Made by
-// omWrapData(). One thread at a time may use it, as its class allows nothing else.
+// omWrapData(). One thread at a time may use the native object; a language with threads holds
+// getUseMutex() meanwhile.
 class VELTRA_HOST_API COSInterface {
   public:
     // Takes over `native`, an object of the type that `objectClass` describes.
@@ -25,12 +27,17 @@ class VELTRA_HOST_API COSInterface {
     // Of the type that the class describes; omGetNative() asks for it safely.
     [[nodiscard]] void* getNative() const noexcept { return m_native; }
 
+    // Held by a thread that uses the native object where others might too. The object system itself
+    // does not lock it.
+    [[nodiscard]] std::mutex& getUseMutex() noexcept { return m_useMutex; }
+
     // How many objects there are in this process, to find those that nobody let go of.
     [[nodiscard]] static std::size_t getNumberOfLiveObjects() noexcept;
 
   private:
     void* const m_native;
     const COSClass& m_class;
+    std::mutex m_useMutex;
 };
 
 }  // namespace zorb

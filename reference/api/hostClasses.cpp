@@ -38,14 +38,10 @@ Member memberOf(typename Enumeration::Value value) {
     return {.name = Enumeration::enumToString(value), .number = value};
 }
 
-// One member, or several, of the enumeration that Owner names.
+// One member of the enumeration that Owner names.
 template <typename Owner>
 Shape memberOfShape() {
     return {.kind = Shape::Enumeration, .className = HostName<Owner>::id().str()};
-}
-template <typename Owner>
-Shape membersOfShape() {
-    return {.kind = Shape::EnumerationArray, .className = HostName<Owner>::id().str()};
 }
 
 void registerRequest() {
@@ -64,8 +60,11 @@ void registerRequest() {
         .text("EntityText", &ReferenceRequest::getEntityTextProperty,
               &ReferenceRequest::setEntityTextProperty,
               "The name to look for (\"pkg.Class.method\"), or the words where texts are searched.")
-        .value("Types", membersOfShape<RefEntityType>(), &ReferenceRequest::getTypesProperty,
-               &ReferenceRequest::setTypesProperty,
+        .value("Types",
+               {.kind = Shape::EnumerationArray,
+                .className = HostName<RefEntityType>::id().str(),
+                .mayBeNull = true},
+               &ReferenceRequest::getTypesProperty, &ReferenceRequest::setTypesProperty,
                "The kinds of entity to consider; none admits all of them. Null until it is set.")
         .value("Products", {.kind = Shape::TextArray}, &ReferenceRequest::getProductsProperty,
                &ReferenceRequest::setProductsProperty,
@@ -154,7 +153,7 @@ void registerComparators() {
     ClassDescription<CompoundReferenceComparator>(
         "A chain of comparators: each one decides only what those before it leave undecided.")
         .constructible()
-        .value("Comparators", {.kind = Shape::CellArray},
+        .value("Comparators", {.kind = Shape::CellArray, .mayBeNull = true},
                &CompoundReferenceComparator::getComparatorsProperty,
                &CompoundReferenceComparator::setComparatorsProperty,
                "The comparators, in order of precedence. Null until it is set. They are taken as "

@@ -7,12 +7,6 @@
 
 namespace reference::tests {
 
-vqArrayPtr membersOf(zorb::Interned classId, std::vector<std::uint32_t> numbers) {
-    const std::size_t count = numbers.size();
-    return vqArrayPtr(new vqArray(
-        1, count, vqArray::Enumeration{.classId = classId, .numbers = std::move(numbers)}));
-}
-
 vqArrayPtr asColumn(const vqArrayPtr& row) {
     const std::size_t count = row->getNumberOfElements();
     if (const auto* texts = row->getIf<vqArray::Strings>())

@@ -15,13 +15,10 @@
 
 namespace reference::tests {
 
-// A row of members of an enumeration class, by their numbers.
-[[nodiscard]] vqArrayPtr membersOf(zorb::Interned classId, std::vector<std::uint32_t> numbers);
-
-// The same; Owner names the class.
+// A row of members of the enumeration class that Owner names, by their numbers.
 template <typename Owner>
 [[nodiscard]] vqArrayPtr members(std::vector<std::uint32_t> numbers) {
-    return membersOf(zorb::HostName<Owner>::id(), std::move(numbers));
+    return matrix::createEnumerationRow(zorb::HostName<Owner>::id(), std::move(numbers));
 }
 
 // The values as a single column.

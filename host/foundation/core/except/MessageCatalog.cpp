@@ -10,11 +10,8 @@ namespace {
 
 const std::map<std::string, std::string, std::less<>>& texts() {
     static const std::map<std::string, std::string, std::less<>> all = {
-        {"VELTRA:class:InvalidEnumerationMember",
-         "The enumeration {0} has no member \"{1}\"; its members are: {2}."},
         {"VELTRA:class:NoConstructor",
          "Objects of the class {0} are made by the library; a script cannot construct one."},
-        {"VELTRA:class:NoSuchMethod", "The class {0} has no method \"{1}\"; its methods are: {2}."},
         {"VELTRA:class:NoSuchProperty",
          "The class {0} has no property \"{1}\"; its properties are: {2}."},
         {"VELTRA:class:OperationFailed", "{0}"},
@@ -35,7 +32,7 @@ const std::map<std::string, std::string, std::less<>>& texts() {
          "An array of texts was expected; this value is of the class {0}."},
         {"VELTRA:class:UndefinedClass", "There is no class \"{0}\"."},
         {"VELTRA:class:UnsupportedValue",
-         "A value of the type {0} cannot be passed on. Texts, whole numbers, enumeration members, "
+         "A value of the type {0} cannot be passed on. Texts, numbers, enumeration members, "
          "objects, lists of these and None can."},
         {"VELTRA:class:WrongArgumentCount", "{0} takes {1} arguments, but {2} were given."},
         {"VELTRA:referenceapi:ExpectedComparatorCellArray",
@@ -45,7 +42,7 @@ const std::map<std::string, std::string, std::less<>>& texts() {
          "A request takes one comparator object; to order by several, put them into a "
          "CompoundReferenceComparator."},
         {"VELTRA:referenceapi:InvalidComparator",
-         "An object of the class {0} is no comparator; the classes of the package "
+         "A value of the class {0} is no comparator; objects of the classes of the package "
          "veltra.internal.reference.api.comparator are."},
     };
     return all;

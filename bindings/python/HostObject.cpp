@@ -1,0 +1,69 @@
+#include "HostObject.hpp"
+
+#include <mutex>
+#include <utility>
+
+#include "Interpreter.hpp"
+#include "values.hpp"
+#include "vq/matrix.hpp"
+#include "zorb/om.hpp"
+
+namespace veltra::python {
+namespace {
+
+// Holds an object for the calling thread. No thread ever waits for an object while it holds the
+// interpreter lock, nor for the interpreter lock while it holds an object to read or set a
+// property; so that no two can wait for each other.
+class Use {
+  public:
+    explicit Use(zorb::COSInterface& object) : m_lock(object.getUseMutex(), std::try_to_lock) {
+        while (!m_lock) {
+            withoutInterpreterLock(
+                [&object] { const std::lock_guard untilItIsFree(object.getUseMutex()); });
+            m_lock.try_lock();
+        }
+    }
+
+  private:
+    std::unique_lock<std::mutex> m_lock;
+};
+
+}  // namespace
+
+HostObject HostObject::construct(const std::string& className) {
+    const vqArrayPtr scalar = matrix::from_veltra(omConstructObjectWithClient(
+        zorb::internal::makeInterned(std::string(className)), 0, nullptr, COSGetPublicClient()));
+    return HostObject(omGetArrayElement(scalar.get(), 0));
+}
+
+pybind11::object HostObject::get(const std::string& name) const {
+    const Operation operation;
+    const auto* property = m_object->getClass().findProperty(name);
+    vqArrayPtr value;
+    {
+        const Use use(*m_object);
+        value = property->get(m_object->getNative());
+    }
+    return toPython(value, property->shape);
+}
+
+void HostObject::set(const std::string& name, const pybind11::object& value) const {
+    const Operation operation;
+    const auto* property = m_object->getClass().findProperty(name);
+    const vqArrayPtr given = toHost(value, property->shape);
+    const Use use(*m_object);
+    property->set(m_object->getNative(), given.get());
+}
+
+pybind11::object HostObject::call(const std::string& name) const {
+    const Operation operation;
+    const auto* method = m_object->getClass().findMethod(name);
+    vqArrayPtr result;
+    withoutInterpreterLock([&] {
+        const std::lock_guard use(m_object->getUseMutex());
+        result = method->call(m_object->getNative());
+    });
+    return toPython(result, method->result);
+}
+
+}  // namespace veltra::python

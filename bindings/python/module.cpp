@@ -1,0 +1,47 @@
+// The part of the package veltra that is not Python: reading the registry, and using host objects.
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+#include <string>
+#include <vector>
+
+#include "HostObject.hpp"
+#include "Interpreter.hpp"
+#include "errors.hpp"
+#include "foundation/core/except/MessageCatalog.hpp"
+#include "registry.hpp"
+#include "values.hpp"
+
+namespace py = pybind11;
+using namespace veltra::python;
+
+PYBIND11_MODULE(_veltra, module) {
+    module.doc() = "The bridge to the host's object system. Use the package veltra instead.";
+    py::class_<HostObject>(module, "HostObject")
+        .def_property_readonly("class_name", &HostObject::className)
+        .def_property_readonly("key", &HostObject::key)
+        .def("get", &HostObject::get)
+        .def("set", &HostObject::set)
+        .def("call", &HostObject::call);
+    module.def("construct", [](const std::string& className) {
+        const Operation operation;
+        return HostObject::construct(className);
+    });
+
+    module.def("package_names", &packageNames);
+    module.def("class_names", &classNames);
+    module.def("describe_class", &describeClass);
+    module.def("message", [](const std::string& identifier, const std::vector<std::string>& texts) {
+        return foundation::core::except::MessageCatalog::getText(identifier, texts);
+    });
+    module.def("live_counts", [] {
+        return py::make_tuple(vqArray::getNumberOfLiveArrays(),
+                              zorb::COSInterface::getNumberOfLiveObjects());
+    });
+
+    module.def("install", [](const py::object& makeObject, const py::object& makeMember,
+                             const py::object& errorClass) {
+        factories() = {.makeObject = makeObject, .makeMember = makeMember};
+        translateErrors(errorClass);
+    });
+    module.def("end_operations", &endOperations);
+}

@@ -1,0 +1,33 @@
+// Values of Python and of the host, turned into each other.
+#pragma once
+
+#include <pybind11/pybind11.h>
+
+#include "vq/vqArray.hpp"
+#include "zorb/COSClass.hpp"
+
+namespace veltra::python {
+
+// How Python objects stand for host objects and enumeration members; given by the package, which
+// makes their classes.
+struct Factories {
+    pybind11::object makeObject;  // (HostObject) -> the object that stands for it
+    pybind11::object makeMember;  // (class name, number) -> member
+};
+// Never destroyed, for the interpreter ends before static objects do.
+Factories& factories();
+
+// Texts become str; numbers int or float; members, objects and null (None) what they are; arrays of
+// these and cells become lists. A value of one element is a list only where `shape` says that it
+// has several.
+[[nodiscard]] pybind11::object toPython(const vqArrayPtr& value, const zorb::Shape& shape);
+
+// The reverse: a sequence becomes an array where its elements are of one kind, else a cell array.
+// Where `shape` asks for members of an enumeration, their numbers will do; where it asks for a cell
+// array, a sequence becomes one. Everything else is passed on as it is, for the setter to refuse.
+//
+// Throws "VELTRA:class:UnsupportedValue" for what has no host form, and "VELTRA:class:RequireClass"
+// for members of another enumeration than the one that `shape` names.
+[[nodiscard]] vqArrayPtr toHost(const pybind11::object& value, const zorb::Shape& shape);
+
+}  // namespace veltra::python

@@ -1,0 +1,38 @@
+"""The classes of the reference library, for scripts.
+
+Every class that is registered with the host's object system can be imported from its package:
+
+    from veltra.internal.reference.api import ReferenceDataRetriever, ReferenceRequest
+
+    retriever = ReferenceDataRetriever(ReferenceRequest=ReferenceRequest(EntityText="table"))
+    for result in retriever.getReferenceData():
+        print(result.RefItem.Purpose)
+
+The documentation that is searched is chosen by the environment variable VELTRA_DOC_ROOT; without
+it, it is what is installed with the library.
+
+Texts are str, arrays of texts and of enumeration members and cell arrays are lists, null is None.
+Objects stand for objects of the host: two that compare equal are the same one. They may be used
+from any thread, which takes its turn; a search lets other threads run.
+"""
+
+import atexit as _atexit
+
+from . import _classes, _importer, _veltra
+from ._errors import Error, PropertyError
+
+Object = _classes.Object
+Enumeration = _classes.Enumeration
+
+__all__ = ["Enumeration", "Error", "Object", "PropertyError", "live_counts"]
+
+
+def live_counts() -> tuple[int, int]:
+    """How many host values and how many host objects there are, to find what is never let go."""
+    arrays, objects = _veltra.live_counts()
+    return arrays, objects
+
+
+_veltra.install(_classes.object_of, _classes.member_of, Error)
+_atexit.register(_veltra.end_operations)
+_importer.install()

@@ -1,0 +1,202 @@
+"""Makes Python classes of those that the host's registry knows. None is named here."""
+
+from __future__ import annotations
+
+import enum
+import inspect
+import threading
+import weakref
+from typing import Any
+
+from . import _veltra
+from ._errors import PropertyError
+
+_LARGEST_NUMBER = 2**32 - 1
+
+
+class _Unset:
+    """How a signature shows a property that begins as the native class says."""
+
+    def __repr__(self) -> str:
+        return "..."
+
+
+_UNSET = _Unset()
+
+
+class Enumeration(enum.IntEnum):
+    """What the host's enumerations have in common: any 32-bit number can be a member."""
+
+    @classmethod
+    def _missing_(cls, value: object) -> Enumeration | None:
+        if not isinstance(value, int) or not 0 <= value <= _LARGEST_NUMBER:
+            return None
+        member = int.__new__(cls, value)
+        member._name_ = str(int(value))
+        member._value_ = int(value)
+        return member
+
+
+class Object:
+    """What the classes of the host's objects have in common.
+
+    A new object takes its properties as keywords. Two objects are equal when they are one and the
+    same host object.
+    """
+
+    __slots__ = ("__weakref__", "_handle")
+
+    _handle: _veltra.HostObject
+    _host_class = ""
+    _shown: tuple[str, ...] = ()
+
+    def __init__(self, *unnamed: Any, **properties: Any) -> None:
+        if unnamed:
+            name = type(self).__name__
+            raise TypeError(f"{name} takes its properties by name, as in {name}(Property=value).")
+        object.__setattr__(self, "_handle", _veltra.construct(self._host_class))
+        for name, value in properties.items():
+            setattr(self, name, value)
+        _objects[self._handle.key] = self
+
+    def __getattr__(self, name: str) -> Any:
+        raise _no_such_property(type(self), name)
+
+    def __setattr__(self, name: str, value: Any) -> None:
+        # A class that a script derives from one of the host's may have attributes of its own.
+        is_known = isinstance(getattr(type(self), name, None), property)
+        if not is_known and type(self).__dictoffset__ == 0:
+            raise _no_such_property(type(self), name)
+        object.__setattr__(self, name, value)
+
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Object):
+            return NotImplemented
+        return bool(self._handle.key == other._handle.key)
+
+    def __hash__(self) -> int:
+        return hash(self._handle.key)
+
+    def __repr__(self) -> str:
+        values = {name: getattr(self, name) for name in self._shown}
+        fields = [f"{name}={_shortened(value)}" for name, value in values.items() if value != ""]
+        return f"{type(self).__name__}({', '.join(fields)})"
+
+    def __reduce_ex__(self, protocol: object) -> Any:
+        raise TypeError(
+            f"A {type(self).__name__} can be neither copied nor pickled; make a new one and set "
+            "its properties."
+        )
+
+
+# The Python objects that stand for host objects, so that a property yields the object that it was
+# set to.
+_objects: weakref.WeakValueDictionary[int, Object] = weakref.WeakValueDictionary()
+
+_classes: dict[str, type] = {}
+_classes_lock = threading.RLock()
+
+
+def object_of(handle: _veltra.HostObject) -> Object:
+    """The Python object that stands for a host object."""
+    known = _objects.get(handle.key)
+    if known is not None:
+        return known
+    made: Object = object.__new__(class_of(handle.class_name))
+    object.__setattr__(made, "_handle", handle)
+    return _objects.setdefault(handle.key, made)
+
+
+def member_of(class_name: str, number: int) -> Enumeration:
+    """The member of an enumeration that bears a number."""
+    return class_of(class_name)(number)
+
+
+def class_of(qualified_name: str) -> Any:
+    """The Python class of a registered class; LookupError for another name."""
+    with _classes_lock:
+        if qualified_name not in _classes:
+            description = _veltra.describe_class(qualified_name)
+            if description is None:
+                raise LookupError(qualified_name)
+            make = _make_enumeration if description["isEnumeration"] else _make_class
+            _classes[qualified_name] = make(qualified_name, description)
+        return _classes[qualified_name]
+
+
+def _make_enumeration(qualified_name: str, description: dict[str, Any]) -> type[Enumeration]:
+    made = Enumeration(
+        description["name"],
+        description["members"],
+        module=description["package"],
+        qualname=description["name"],
+    )
+    made.__doc__ = description["doc"]
+    made._host_class = qualified_name  # tells the bridge whose member a number is
+    return made
+
+
+def _make_class(qualified_name: str, description: dict[str, Any]) -> type[Object]:
+    properties = description["properties"]
+    namespace: dict[str, Any] = {
+        "__slots__": (),
+        "__module__": description["package"],
+        "__qualname__": description["name"],
+        "__doc__": description["doc"],
+        "_host_class": qualified_name,
+        "_shown": tuple(
+            name
+            for name, _, shape, settable in properties
+            if settable or shape[0] in ("text", "member", "object")
+        ),
+    }
+    for name, doc, _, settable in properties:
+        namespace[name] = _make_property(qualified_name, name, doc, settable)
+    for name, doc, _ in description["methods"]:
+        namespace[name] = _make_method(qualified_name, name, doc)
+    if description["isConstructible"]:
+        keywords = [
+            inspect.Parameter(name, inspect.Parameter.KEYWORD_ONLY, default=_UNSET)
+            for name, _, _, settable in properties
+            if settable
+        ]
+        namespace["__signature__"] = inspect.Signature(keywords)
+    return type(description["name"], (Object,), namespace)
+
+
+def _make_property(class_name: str, name: str, doc: str, settable: bool) -> property:
+    def get(self: Object) -> Any:
+        return self._handle.get(name)
+
+    def put(self: Object, value: Any) -> None:
+        self._handle.set(name, value)
+
+    def refuse(self: Object, value: Any) -> None:
+        raise PropertyError("VELTRA:class:ReadOnlyProperty", (class_name, name))
+
+    return property(get, put if settable else refuse, doc=doc)
+
+
+def _make_method(class_name: str, name: str, doc: str) -> Any:
+    def method(self: Object) -> Any:
+        return self._handle.call(name)
+
+    method.__annotations__ = {}  # the stubs have the types
+    method.__name__ = name
+    method.__qualname__ = f"{class_name.rpartition('.')[2]}.{name}"
+    method.__module__ = class_name.rpartition(".")[0]
+    method.__doc__ = doc
+    return method
+
+
+def _no_such_property(of: type[Object], name: str) -> PropertyError:
+    properties = [key for key in dir(of) if isinstance(getattr(of, key), property)]
+    return PropertyError(
+        "VELTRA:class:NoSuchProperty",
+        (of._host_class, name, ", ".join(properties) or "none"),
+    )
+
+
+def _shortened(value: object) -> str:
+    text = repr(value)
+    return text if len(text) <= 80 else text[:77] + "..."

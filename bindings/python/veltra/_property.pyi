@@ -1,0 +1,13 @@
+"""A property that takes more types than it yields; for type checkers alone."""
+
+from typing import Generic, TypeVar, overload
+
+_Got = TypeVar("_Got", covariant=True)
+_Taken = TypeVar("_Taken", contravariant=True)
+
+class Property(Generic[_Got, _Taken]):
+    @overload
+    def __get__(self, instance: None, owner: type) -> property: ...
+    @overload
+    def __get__(self, instance: object, owner: type) -> _Got: ...
+    def __set__(self, instance: object, value: _Taken) -> None: ...
