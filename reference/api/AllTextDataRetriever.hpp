@@ -19,7 +19,8 @@ namespace reference::api {
 // Everything else, threads included, is as in ReferenceDataRetriever.
 class VELTRA_REFERENCE_API AllTextDataRetriever final : public ReferenceDataRetriever {
   public:
-    // A retriever that is to be given its request later. Searching with it finds nothing.
+    // A retriever that is to be given its request later. Searching with it finds every entry, for
+    // an empty text is part of any.
     AllTextDataRetriever();
     explicit AllTextDataRetriever(ReferenceRequest request);
     AllTextDataRetriever(AllTextDataRetriever&& other) noexcept;

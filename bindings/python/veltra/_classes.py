@@ -6,7 +6,7 @@ import enum
 import inspect
 import threading
 import weakref
-from typing import Any
+from typing import TYPE_CHECKING, Any
 
 from . import _veltra
 from ._errors import PropertyError
@@ -36,6 +36,9 @@ class Enumeration(enum.IntEnum):
         member._value_ = int(value)
         return member
 
+    def __reduce_ex__(self, protocol: object) -> Any:
+        return type(self), (int(self),)  # by number, for not every member has a name to go by
+
 
 class Object:
     """What the classes of the host's objects have in common.
@@ -59,15 +62,17 @@ class Object:
             setattr(self, name, value)
         _objects[self._handle.key] = self
 
-    def __getattr__(self, name: str) -> Any:
-        raise _no_such_property(type(self), name)
+    if not TYPE_CHECKING:  # for a type checker they would mean that any attribute is there
 
-    def __setattr__(self, name: str, value: Any) -> None:
-        # A class that a script derives from one of the host's may have attributes of its own.
-        is_known = isinstance(getattr(type(self), name, None), property)
-        if not is_known and type(self).__dictoffset__ == 0:
+        def __getattr__(self, name: str) -> Any:
             raise _no_such_property(type(self), name)
-        object.__setattr__(self, name, value)
+
+        def __setattr__(self, name: str, value: Any) -> None:
+            # A class that a script derives from one of the host's may have attributes of its own.
+            is_known = isinstance(getattr(type(self), name, None), property)
+            if not is_known and type(self).__dictoffset__ == 0:
+                raise _no_such_property(type(self), name)
+            object.__setattr__(self, name, value)
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Object):
@@ -109,7 +114,8 @@ def object_of(handle: _veltra.HostObject) -> Object:
 
 def member_of(class_name: str, number: int) -> Enumeration:
     """The member of an enumeration that bears a number."""
-    return class_of(class_name)(number)
+    member: Enumeration = class_of(class_name)(number)
+    return member
 
 
 def class_of(qualified_name: str) -> Any:
@@ -124,8 +130,9 @@ def class_of(qualified_name: str) -> Any:
         return _classes[qualified_name]
 
 
-def _make_enumeration(qualified_name: str, description: dict[str, Any]) -> type[Enumeration]:
-    made = Enumeration(
+def _make_enumeration(qualified_name: str, description: dict[str, Any]) -> Any:
+    base: Any = Enumeration
+    made = base(
         description["name"],
         description["members"],
         module=description["package"],
@@ -144,11 +151,7 @@ def _make_class(qualified_name: str, description: dict[str, Any]) -> type[Object
         "__qualname__": description["name"],
         "__doc__": description["doc"],
         "_host_class": qualified_name,
-        "_shown": tuple(
-            name
-            for name, _, shape, settable in properties
-            if settable or shape[0] in ("text", "member", "object")
-        ),
+        "_shown": _shown_properties(properties),
     }
     for name, doc, _, settable in properties:
         namespace[name] = _make_property(qualified_name, name, doc, settable)
@@ -162,6 +165,13 @@ def _make_class(qualified_name: str, description: dict[str, Any]) -> type[Object
         ]
         namespace["__signature__"] = inspect.Signature(keywords)
     return type(description["name"], (Object,), namespace)
+
+
+def _shown_properties(properties: list[Any]) -> tuple[str, ...]:
+    """What an object's repr() shows: what can be set, else what is short, else all."""
+    settable = tuple(name for name, _, _, is_settable in properties if is_settable)
+    short = tuple(name for name, _, shape, _ in properties if shape[0] in ("text", "member"))
+    return settable or short or tuple(name for name, _, _, _ in properties)
 
 
 def _make_property(class_name: str, name: str, doc: str, settable: bool) -> property:

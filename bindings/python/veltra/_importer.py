@@ -57,8 +57,7 @@ class _Importer(importlib.abc.MetaPathFinder, importlib.abc.Loader):
         def names() -> list[str]:
             return sorted({*vars(module), *_veltra.class_names(package), *subpackages(package)})
 
-        module.__getattr__ = get  # type: ignore[method-assign]
-        module.__dir__ = names  # type: ignore[method-assign]
+        vars(module).update(__getattr__=get, __dir__=names)
 
 
 def install() -> None:

@@ -90,9 +90,8 @@ def _class(description: dict[str, Any]) -> str:
 
 def stub(package: str) -> str:
     """The text of a package's stub."""
-    descriptions = [
-        _veltra.describe_class(f"{package}.{name}") for name in _veltra.class_names(package)
-    ]
+    names = [f"{package}.{name}" for name in _veltra.class_names(package)]
+    descriptions = [_veltra.describe_class(name) or {} for name in names]
     texts = [
         _enumeration(one) if one["isEnumeration"] else _class(one) for one in descriptions
     ]

@@ -1,0 +1,236 @@
+// For the tests of the Python package: documentation at random, kept in memory, and what native
+// code finds in it.
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <pybind11/pybind11.h>
+#include <pybind11/stl.h>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "docparser/DocResourceParser.hpp"
+#include "reference/api/AllTextDataRetriever.hpp"
+#include "reference/api/ClassEntityDataRetriever.hpp"
+#include "reference/api/EntityPurposeDataRetriever.hpp"
+#include "reference/api/PageNameDataRetriever.hpp"
+#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/api/comparator/CompoundReferenceComparator.hpp"
+#include "reference/api/comparator/DeprecatedOrderComparator.hpp"
+#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
+#include "reference/api/comparator/EntityMatchComparator.hpp"
+#include "reference/api/comparator/EntityNameMatchComparator.hpp"
+#include "reference/api/comparator/EntityTypeMatchComparator.hpp"
+#include "reference/api/comparator/EntityTypeOrderComparator.hpp"
+#include "reference/api/comparator/FunctionTypeOrderComparator.hpp"
+#include "reference/api/comparator/IndexOrderComparator.hpp"
+#include "reference/api/comparator/PageNameMatchComparator.hpp"
+#include "reference/api/comparator/PreferredOrderComparator.hpp"
+#include "reference/api/comparator/ProductMatchComparator.hpp"
+#include "support/Generator.hpp"
+#include "support/MemorySource.hpp"
+#include "zorb/ClassDescription.hpp"
+
+namespace {
+
+namespace py = pybind11;
+using namespace reference::api;
+using namespace reference::api::comparator;
+using reference::cache_manager::ReferenceCacheManager;
+using reference::docparser::DocResourceParser;
+using reference::property::RefEntityType;
+using reference::tests::Generator;
+using reference::tests::MemorySource;
+
+// Texts pass as lists of UTF-16 units, for they may hold unpaired surrogates.
+using Units = std::vector<std::uint16_t>;
+
+std::u16string toText(const Units& units) {
+    return {units.begin(), units.end()};
+}
+
+Units toUnits(const std::u16string& text) {
+    return {text.begin(), text.end()};
+}
+
+std::shared_ptr<MemorySource> useDocumentation(std::uint32_t seed) {
+    auto source = std::make_shared<MemorySource>();
+    Generator generator(seed);
+    for (const auto& name : reference::tests::productNames)
+        source->add(generator.product(name));
+    DocResourceParser::setSource(source);
+    ReferenceCacheManager::ClearAllCaches();
+    return source;
+}
+
+void useDefaultDocumentation() {
+    DocResourceParser::setSource(nullptr);
+    ReferenceCacheManager::ClearAllCaches();
+}
+
+// Documentation whose lookup files throw what a test wants: "parser", "logic" or "memory".
+void useFailingDocumentation(const std::string& kind) {
+    auto source = std::make_shared<MemorySource>();
+    source->onLookupFiles([kind] {
+        if (kind == "memory")
+            throw std::bad_alloc();
+        throw std::logic_error("The lookup files are \xFF broken.");
+    });
+    DocResourceParser::setSource(source);
+    ReferenceCacheManager::ClearAllCaches();
+}
+
+EntityCaseSensitivity::Value foldOf(const py::dict& properties) {
+    return static_cast<EntityCaseSensitivity::Value>(
+        properties["EntityCaseSensitivity"].cast<std::uint32_t>());
+}
+RefEntityType::Value typeOf(const py::dict& properties) {
+    return static_cast<RefEntityType::Value>(properties["RefEntityType"].cast<std::uint32_t>());
+}
+std::u16string textOf(const py::dict& properties, const char* name) {
+    return toText(properties[name].cast<Units>());
+}
+
+template <typename T>
+RefRequestComparator stateless(const py::dict& /*properties*/) {
+    return T();
+}
+
+// A comparator described as (class name, properties), made by native means.
+RefRequestComparator makeComparator(const py::tuple& described) {
+    using Make = std::function<RefRequestComparator(const py::dict&)>;
+    static const std::map<std::string, Make> makers = {
+        {"DeprecatedOrderComparator", stateless<DeprecatedOrderComparator>},
+        {"EntityDepthOrderComparator", stateless<EntityDepthOrderComparator>},
+        {"EntityTypeOrderComparator", stateless<EntityTypeOrderComparator>},
+        {"FunctionTypeOrderComparator", stateless<FunctionTypeOrderComparator>},
+        {"IndexOrderComparator", stateless<IndexOrderComparator>},
+        {"PreferredOrderComparator", stateless<PreferredOrderComparator>},
+        {"EntityMatchComparator",
+         [](const py::dict& p) {
+             return EntityMatchComparator(textOf(p, "EntityName"), typeOf(p), foldOf(p));
+         }},
+        {"EntityNameMatchComparator",
+         [](const py::dict& p) {
+             return EntityNameMatchComparator(textOf(p, "EntityName"), foldOf(p));
+         }},
+        {"EntityTypeMatchComparator",
+         [](const py::dict& p) { return EntityTypeMatchComparator(typeOf(p)); }},
+        {"PageNameMatchComparator",
+         [](const py::dict& p) {
+             return PageNameMatchComparator(textOf(p, "PageName"), foldOf(p));
+         }},
+        {"ProductMatchComparator",
+         [](const py::dict& p) { return ProductMatchComparator(textOf(p, "ProductName")); }},
+        {"CompoundReferenceComparator",
+         [](const py::dict& p) {
+             std::vector<RefRequestComparator> chain;
+             for (const auto& one : p["Comparators"])
+                 chain.push_back(makeComparator(one.cast<py::tuple>()));
+             return CompoundReferenceComparator(std::move(chain));
+         }},
+    };
+    return makers.at(described[0].cast<std::string>())(described[1].cast<py::dict>());
+}
+
+template <typename Retriever>
+std::vector<ReferenceData> searchWith(ReferenceRequest request) {
+    return Retriever(std::move(request)).getReferenceData();
+}
+
+// The results of a search made natively, each as (product, href, names of entities).
+py::list search(const std::string& retriever, const py::dict& asked, const py::tuple& comparator) {
+    static const std::map<std::string, std::vector<ReferenceData> (*)(ReferenceRequest)> searches =
+        {{"ReferenceDataRetriever", searchWith<ReferenceDataRetriever>},
+         {"AllTextDataRetriever", searchWith<AllTextDataRetriever>},
+         {"ClassEntityDataRetriever", searchWith<ClassEntityDataRetriever>},
+         {"EntityPurposeDataRetriever", searchWith<EntityPurposeDataRetriever>},
+         {"PageNameDataRetriever", searchWith<PageNameDataRetriever>}};
+    std::vector<RefEntityType::Value> types;
+    for (const auto& type : asked["Types"])
+        types.push_back(static_cast<RefEntityType::Value>(type.cast<std::uint32_t>()));
+    std::vector<std::u16string> products;
+    for (const auto& product : asked["Products"])
+        products.push_back(toText(product.cast<Units>()));
+    ReferenceRequest request(textOf(asked, "EntityText"), std::move(types), std::move(products));
+    request.setEntityCaseSensitivity(foldOf(asked));
+    request.setEntityPrecision(
+        static_cast<EntityPrecision::Value>(asked["EntityPrecision"].cast<std::uint32_t>()));
+    request.setRefRequestComparator(makeComparator(comparator));
+
+    py::list found;
+    for (const auto& result : searches.at(retriever)(std::move(request))) {
+        std::vector<Units> names;
+        for (const auto& entity : result.getRefItem().getRefEntities())
+            names.push_back(toUnits(entity.getName()));
+        found.append(py::make_tuple(toUnits(result.getHeaderInfo().getShortName()),
+                                    toUnits(result.getRefItem().getHref()), names));
+    }
+    return found;
+}
+
+// A request at random, as the properties to set.
+py::dict randomRequest(std::uint32_t seed) {
+    Generator generator(seed);
+    const ReferenceRequest request = generator.request();
+    std::vector<std::uint32_t> types(request.getTypes().begin(), request.getTypes().end());
+    std::vector<Units> products;
+    for (const auto& product : request.getProducts())
+        products.push_back(toUnits(product));
+    py::dict properties;
+    properties["EntityText"] = toUnits(request.getEntityText());
+    properties["Types"] = types;
+    properties["Products"] = products;
+    properties["EntityCaseSensitivity"] =
+        static_cast<std::uint32_t>(request.getEntityCaseSensitivity());
+    properties["EntityPrecision"] = static_cast<std::uint32_t>(request.getEntityPrecision());
+    return properties;
+}
+
+// A class that is registered after the package was imported, with a property of every shape.
+class Late {
+  public:
+    [[nodiscard]] const std::u16string* getTextProperty() const noexcept { return &m_text; }
+    void setTextProperty(const std::u16string* text) {
+        if (text != nullptr)
+            m_text = *text;
+    }
+    [[nodiscard]] const vqArray* getValueProperty() const noexcept { return m_value.get(); }
+    void setValueProperty(const vqArray* value) { m_value.reset(value); }
+    [[nodiscard]] std::u16string shout() const { return m_text + u"!"; }
+
+    static const char* getZORBPackageName() noexcept { return "veltra.internal.test.late"; }
+    static const char* getZORBClassName() noexcept { return "Late"; }
+
+  private:
+    std::u16string m_text;
+    vqArrayPtr m_value;
+};
+
+void registerLate() {
+    zorb::ClassDescription<Late>("Comes late.")
+        .constructible()
+        .text("Text", &Late::getTextProperty, &Late::setTextProperty, "A text.")
+        .value("Objects", {.kind = zorb::Shape::ObjectArray}, &Late::getValueProperty,
+               &Late::setValueProperty, "Objects.")
+        .value("Cells", {.kind = zorb::Shape::CellArray, .mayBeNull = true},
+               &Late::getValueProperty, &Late::setValueProperty, "Anything.")
+        .value("One", {.kind = zorb::Shape::Object, .mayBeNull = true}, &Late::getValueProperty,
+               &Late::setValueProperty, "Anything, too.")
+        .method("shout", &Late::shout, "The text, louder.")
+        .registerClass();
+}
+
+}  // namespace
+
+PYBIND11_MODULE(veltra_native, module) {
+    module.def("use_documentation",
+               [](std::uint32_t seed) { static_cast<void>(useDocumentation(seed)); });
+    module.def("use_default_documentation", &useDefaultDocumentation);
+    module.def("use_failing_documentation", &useFailingDocumentation);
+    module.def("search", &search);
+    module.def("random_request", &randomRequest);
+    module.def("register_late", &registerLate);
+}

@@ -1,0 +1,186 @@
+"""Several Python threads at once."""
+
+import subprocess
+import sys
+import threading
+import time
+
+import pytest
+
+from veltra.internal.reference.api import (
+    AllTextDataRetriever,
+    ClassEntityDataRetriever,
+    EntityPurposeDataRetriever,
+    PageNameDataRetriever,
+    ReferenceDataRetriever,
+    ReferenceRequest,
+)
+from veltra.internal.reference.api.comparator import (
+    CompoundReferenceComparator,
+    EntityNameMatchComparator,
+    PreferredOrderComparator,
+)
+
+
+def together(*work):
+    """Runs each piece of work in a thread of its own, all at once; what they raise is raised."""
+    raised = []
+    start = threading.Barrier(len(work))
+
+    def run(piece):
+        start.wait()
+        try:
+            piece()
+        except BaseException as error:
+            raised.append(error)
+
+    threads = [threading.Thread(target=run, args=(piece,)) for piece in work]
+    for thread in threads:
+        thread.start()
+    for thread in threads:
+        thread.join()
+    if raised:
+        raise raised[0]
+
+
+def found_by(retriever):
+    return [
+        (result.HeaderInfo.ShortName, result.RefItem.Href)
+        for result in retriever.getReferenceData()
+    ]
+
+
+def everything(retriever):
+    chain = [EntityNameMatchComparator(EntityName="filter"), PreferredOrderComparator()]
+    return retriever(
+        ReferenceRequest=ReferenceRequest(
+            EntityCaseSensitivity=1,
+            EntityPrecision=1,
+            Comparator=CompoundReferenceComparator(Comparators=chain),
+        )
+    )
+
+
+def test_separate_retrievers_search_at_once(counts):
+    kinds = [
+        ReferenceDataRetriever,
+        AllTextDataRetriever,
+        ClassEntityDataRetriever,
+        EntityPurposeDataRetriever,
+        PageNameDataRetriever,
+    ]
+    expected = {kind: found_by(everything(kind)) for kind in kinds}
+    assert expected[AllTextDataRetriever]
+
+    def work(kind):
+        def run():
+            for _ in range(20):
+                assert found_by(everything(kind)) == expected[kind]
+
+        return run
+
+    together(*(work(kind) for kind in kinds))
+
+
+def test_one_retriever_searched_and_set_by_all_takes_them_in_turn(counts):
+    shared = everything(AllTextDataRetriever)
+    requests = [ReferenceRequest(EntityText=text) for text in ("table", "filter")]
+    allowed = []
+    for request in requests:
+        shared.ReferenceRequest = request
+        allowed.append(found_by(shared))
+    assert allowed[0] != allowed[1]
+
+    def search():
+        for _ in range(100):
+            assert found_by(shared) in allowed
+
+    def change():
+        for i in range(300):
+            shared.ReferenceRequest = requests[i % 2]
+
+    def read():
+        for _ in range(300):
+            assert shared.ReferenceRequest.EntityText in ("table", "filter")
+
+    together(search, search, change, read)
+
+
+def test_one_request_and_comparator_set_and_read_by_all(counts):
+    request = ReferenceRequest()
+    chains = [[PreferredOrderComparator()] * count for count in range(4)]
+    compound = CompoundReferenceComparator(Comparators=chains[0])
+
+    def change():
+        for i in range(500):
+            request.Products = ["a", "b"][: i % 3]
+            request.EntityText = "x" * (i % 50)
+            request.Comparator = compound
+            compound.Comparators = chains[i % 4]
+
+    def read():
+        for _ in range(500):
+            assert request.Products in ([], ["a"], ["a", "b"])
+            assert set(request.EntityText) <= {"x"}
+            assert compound.Comparators in chains
+            repr(request)
+
+    together(change, change, read, read)
+
+
+def test_a_search_lets_other_threads_run(native):
+    native.use_documentation(1)
+    ended = threading.Event()
+    counted = 0
+
+    def count():
+        nonlocal counted
+        while not ended.is_set():
+            counted += 1
+            time.sleep(0)  # lets the search have its turn
+
+    retriever = everything(AllTextDataRetriever)
+    counter = threading.Thread(target=count)
+    interval = sys.getswitchinterval()
+    sys.setswitchinterval(60)  # nobody is made to give way: only what lets go does
+    try:
+        counter.start()
+        before = counted
+        for _ in range(50):
+            retriever.getReferenceData()
+        assert counted > before
+    finally:
+        ended.set()
+        sys.setswitchinterval(interval)
+        counter.join()
+
+
+DAEMONS = """
+import threading
+from veltra.internal.reference.api import *
+from veltra.internal.reference.api.comparator import *
+
+started = threading.Semaphore(0)
+shared = AllTextDataRetriever(ReferenceRequest=ReferenceRequest())
+
+def search(retriever):
+    started.release()
+    while True:
+        results = retriever.getReferenceData()
+        [result.RefItem.RefEntities for result in results]
+        retriever.ReferenceRequest = ReferenceRequest(
+            Comparator=CompoundReferenceComparator(Comparators=[IndexOrderComparator()]))
+
+for retriever in (shared, shared, AllTextDataRetriever(ReferenceRequest=ReferenceRequest())):
+    threading.Thread(target=search, args=(retriever,), daemon=True).start()
+for _ in range(3):
+    started.acquire()
+"""
+
+
+def test_an_interpreter_may_end_while_daemons_search():
+    for _ in range(8):
+        done = subprocess.run(
+            [sys.executable, "-c", DAEMONS], capture_output=True, text=True, timeout=120
+        )
+        assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
