@@ -1,6 +1,7 @@
 # Installs the build tree BUILD_DIR and uses the installation as others would: a program that finds
 # the package veltra_reference runs a query, and the library is built once more on the installed
 # host as on a foreign one. CXX and SOURCE_DIR are those of the build; WORK_DIR is overwritten.
+# PYTHON, where it is set, is the interpreter that the Python package in PYTHON_DIR is for.
 
 function(run)
     execute_process(COMMAND ${ARGV} COMMAND_ECHO STDOUT RESULT_VARIABLE result)
@@ -26,10 +27,20 @@ run("${CMAKE_COMMAND}" --build "${WORK_DIR}/consumer")
 run("${WORK_DIR}/consumer/consumer")
 run("${WORK_DIR}/consumer/readme")
 
+if(PYTHON)
+    set(package "${prefix}/${PYTHON_DIR}")
+    run("${CMAKE_COMMAND}" -E env "PYTHONPATH=${package}"
+        "${PYTHON}" "${SOURCE_DIR}/examples/python/look_up.py" filter)
+    if(NOT EXISTS "${package}/veltra/internal/reference/api/__init__.pyi")
+        message(FATAL_ERROR "the type stubs are not installed")
+    endif()
+endif()
+
 run("${CMAKE_COMMAND}" -S "${SOURCE_DIR}" -B "${WORK_DIR}/provider" -G Ninja
     "-DCMAKE_CXX_COMPILER=${CXX}" "-DCMAKE_CXX_FLAGS=${CXX_FLAGS}" "-DCMAKE_PREFIX_PATH=${prefix}"
     "-DCMAKE_CXX_COMPILER_LAUNCHER=${CXX_LAUNCHER}" -DVELTRA_HOST_PROVIDER=veltra_host
-    -DVELTRA_BUILD_TOOLS=OFF -DVELTRA_BUILD_TESTS=OFF)
+    -DVELTRA_BUILD_TOOLS=OFF -DVELTRA_BUILD_TESTS=OFF -DVELTRA_BUILD_EXAMPLES=OFF
+    -DVELTRA_BUILD_PYTHON=OFF)
 run("${CMAKE_COMMAND}" --build "${WORK_DIR}/provider")
 file(GLOB_RECURSE hosts "${WORK_DIR}/provider/*libveltra_host*")
 if(hosts)
