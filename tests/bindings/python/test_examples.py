@@ -1,6 +1,7 @@
 """The examples, run as they stand."""
 
 import os
+import re
 import subprocess
 import sys
 from pathlib import Path
@@ -46,6 +47,21 @@ def test_both_languages_print_the_same(name, product):
     assert without_types(python.stdout or "TYPE PURPOSE") == without_types(
         cpp.stdout or "TYPE PURPOSE"
     )
+
+
+@pytest.mark.parametrize(
+    ("page", "first_line"),
+    [
+        ("README.md", "Columns of equal length with names"),
+        ("docs/python.md", "qix Keep the rows of a table that meet a condition"),
+    ],
+)
+def test_what_the_pages_show_works(page, first_line):
+    text = (SOURCES.parent / page).read_text(encoding="utf-8")
+    (shown,) = re.findall(r"```python\n(.*?)```", text, re.DOTALL)
+    done = run([sys.executable, "-c", shown])
+    assert (done.returncode, done.stderr) == (0, "")
+    assert done.stdout.splitlines()[0] == first_line
 
 
 @pytest.mark.parametrize("command", [PYTHON, CPP])
