@@ -18,7 +18,7 @@ class HostObject {
     // A new object of the class, as the native class begins. Throws what the object system throws.
     [[nodiscard]] static HostObject construct(const std::string& className);
 
-    [[nodiscard]] const std::string& className() const noexcept {
+    [[nodiscard]] const std::string& className() const {
         return m_object->getClass().getId().str();
     }
     [[nodiscard]] const COSInterfacePtr& object() const noexcept { return m_object; }

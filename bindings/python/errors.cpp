@@ -41,7 +41,7 @@ void translateErrors(py::object wanted) {
     py::register_local_exception_translator([](std::exception_ptr thrown) {
         try {
             if (thrown)
-                std::rethrow_exception(thrown);
+                std::rethrow_exception(std::move(thrown));
         } catch (const py::builtin_exception&) {
             throw;  // pybind11's own
         } catch (const py::error_already_set&) {

@@ -57,7 +57,7 @@ COSClass::COSClass(Description description)
     : m_description(std::move(description)),
       m_id(internal::makeInterned(m_description.packageName + "." + m_description.name)) {}
 
-const COSClass* COSClass::findClass(Interned id) noexcept {
+const COSClass* COSClass::findClass(Interned id) {
     Registry& all = registry();
     const MutexLock lock(all.mutex);
     const auto found = all.classes.find(id.str());

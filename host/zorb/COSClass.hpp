@@ -80,7 +80,7 @@ class VELTRA_HOST_API COSClass {
     [[nodiscard]] static const COSClass& getClass(Interned id);
 
     // The same, or null.
-    [[nodiscard]] static const COSClass* findClass(Interned id) noexcept;
+    [[nodiscard]] static const COSClass* findClass(Interned id);
 
     // All classes, by qualified name. They live as long as the process.
     [[nodiscard]] static std::vector<const COSClass*> getClasses();

@@ -114,10 +114,10 @@ template <typename T>
 template <typename T>
 class ClassDescription {
   public:
-    explicit ClassDescription(std::string documentation) {
+    explicit ClassDescription(const char* documentation) {
         m_description.packageName = HostName<T>::package();
         m_description.name = HostName<T>::name();
-        m_description.documentation = std::move(documentation);
+        m_description.documentation = documentation;
         m_description.destroy = [](void* native) { delete static_cast<T*>(native); };
     }
 
@@ -129,12 +129,12 @@ class ClassDescription {
 
     // A native value that scripts may read; Native is T or a base of it.
     template <typename Native, typename Value>
-    ClassDescription& readOnly(std::string name, Value (Native::*get)() const noexcept,
-                               std::string documentation) {
+    ClassDescription& readOnly(const char* name, Value (Native::*get)() const noexcept,
+                               const char* documentation) {
         using Plain = std::remove_cvref_t<Value>;
         return add(
-            {.name = std::move(name),
-             .documentation = std::move(documentation),
+            {.name = name,
+             .documentation = documentation,
              .shape = detail::shapeOf<Plain>(),
              .get = [get](void* native) { return toHostValue((static_cast<T*>(native)->*get)()); },
              .set = {}});
@@ -142,10 +142,10 @@ class ClassDescription {
 
     // A text, which the native accessors pass as a pointer.
     template <typename Native, typename Getter>
-    ClassDescription& text(std::string name, Getter get, void (Native::*set)(const std::u16string*),
-                           std::string documentation) {
-        return add({.name = std::move(name),
-                    .documentation = std::move(documentation),
+    ClassDescription& text(const char* name, Getter get, void (Native::*set)(const std::u16string*),
+                           const char* documentation) {
+        return add({.name = name,
+                    .documentation = documentation,
                     .shape = {Shape::Text, {}},
                     .get =
                         [get](void* native) {
@@ -159,12 +159,12 @@ class ClassDescription {
 
     // A value that the native accessors pass as a host value.
     template <typename Native, typename Getter>
-    ClassDescription& value(std::string name, Shape shape, Getter get,
-                            void (Native::*set)(const vqArray*), std::string documentation) {
+    ClassDescription& value(const char* name, const Shape& shape, Getter get,
+                            void (Native::*set)(const vqArray*), const char* documentation) {
         return add(
-            {.name = std::move(name),
-             .documentation = std::move(documentation),
-             .shape = std::move(shape),
+            {.name = name,
+             .documentation = documentation,
+             .shape = shape,
              .get = [get](void* native) { return vqArrayPtr((static_cast<T*>(native)->*get)()); },
              .set = [set](void* native,
                           const vqArray* given) { (static_cast<T*>(native)->*set)(given); }});
@@ -172,11 +172,11 @@ class ClassDescription {
 
     // An operation that returns a native value.
     template <typename Native, typename Value>
-    ClassDescription& method(std::string name, Value (Native::*call)() const,
-                             std::string documentation) {
+    ClassDescription& method(const char* name, Value (Native::*call)() const,
+                             const char* documentation) {
         using Plain = std::remove_cvref_t<Value>;
-        m_description.methods.push_back({.name = std::move(name),
-                                         .documentation = std::move(documentation),
+        m_description.methods.push_back({.name = name,
+                                         .documentation = documentation,
                                          .result = detail::shapeOf<Plain>(),
                                          .call = [call](void* native) {
                                              return toHostValue((static_cast<T*>(native)->*call)());
@@ -197,11 +197,11 @@ class ClassDescription {
 
 // Makes an enumeration class known. Owner gives the class's name.
 template <typename Owner>
-const COSClass& registerEnumeration(std::string documentation, std::vector<Member> members) {
+const COSClass& registerEnumeration(const char* documentation, const std::vector<Member>& members) {
     return COSClass::registerClass({.packageName = HostName<Owner>::package(),
                                     .name = HostName<Owner>::name(),
-                                    .documentation = std::move(documentation),
-                                    .members = std::move(members),
+                                    .documentation = documentation,
+                                    .members = members,
                                     .isEnumeration = true});
 }
 

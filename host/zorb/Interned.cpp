@@ -21,7 +21,7 @@ class InternedTexts {
     std::set<std::string> m_names VELTRA_GUARDED_BY(m_mutex);  // addresses of elements are stable
 };
 
-const std::string& Interned::str() const noexcept {
+const std::string& Interned::str() const {
     static const auto* const none = new std::string;
     return m_text == nullptr ? *none : *m_text;
 }

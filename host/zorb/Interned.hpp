@@ -14,7 +14,7 @@ class VELTRA_HOST_API Interned {
     Interned() noexcept = default;
 
     // The text; lives as long as the process.
-    [[nodiscard]] const std::string& str() const noexcept;
+    [[nodiscard]] const std::string& str() const;
 
     [[nodiscard]] bool empty() const noexcept { return m_text == nullptr; }
 
