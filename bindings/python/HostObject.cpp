@@ -1,9 +1,12 @@
 #include "HostObject.hpp"
 
 #include <mutex>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include "Interpreter.hpp"
+#include "errors.hpp"
 #include "values.hpp"
 #include "vq/matrix.hpp"
 #include "zorb/om.hpp"
@@ -28,6 +31,29 @@ class Use {
     std::unique_lock<std::mutex> m_lock;
 };
 
+template <typename Named>
+std::string namesOf(const std::vector<Named>& all) {
+    std::string names;
+    for (const auto& one : all)
+        names += (names.empty() ? "" : ", ") + one.name;
+    return names.empty() ? "none" : names;
+}
+
+// A descriptor of one class can be called with an object of another.
+const zorb::Property& propertyOf(const COSClass& objectClass, const std::string& name) {
+    if (const auto* property = objectClass.findProperty(name))
+        return *property;
+    throw NoSuchPropertyError(
+        {objectClass.getId().str(), name, namesOf(objectClass.describe().properties)});
+}
+
+const zorb::Method& methodOf(const COSClass& objectClass, const std::string& name) {
+    if (const auto* method = objectClass.findMethod(name))
+        return *method;
+    throw NoSuchMethodError(
+        {objectClass.getId().str(), name, namesOf(objectClass.describe().methods)});
+}
+
 }  // namespace
 
 HostObject HostObject::construct(const std::string& className) {
@@ -37,33 +63,32 @@ HostObject HostObject::construct(const std::string& className) {
 }
 
 pybind11::object HostObject::get(const std::string& name) const {
-    const Operation operation;
-    const auto* property = m_object->getClass().findProperty(name);
+    const auto& property = propertyOf(m_object->getClass(), name);
     vqArrayPtr value;
     {
         const Use use(*m_object);
-        value = property->get(m_object->getNative());
+        value = property.get(m_object->getNative());
     }
-    return toPython(value, property->shape);
+    return toPython(value, property.shape);
 }
 
 void HostObject::set(const std::string& name, const pybind11::object& value) const {
-    const Operation operation;
-    const auto* property = m_object->getClass().findProperty(name);
-    const vqArrayPtr given = toHost(value, property->shape);
+    const auto& property = propertyOf(m_object->getClass(), name);
+    const vqArrayPtr given = toHost(value, property.shape);
+    // The objects within the value are read under the interpreter lock alone, as every property is;
+    // only methods run without it.
     const Use use(*m_object);
-    property->set(m_object->getNative(), given.get());
+    property.set(m_object->getNative(), given.get());
 }
 
 pybind11::object HostObject::call(const std::string& name) const {
-    const Operation operation;
-    const auto* method = m_object->getClass().findMethod(name);
+    const auto& method = methodOf(m_object->getClass(), name);
     vqArrayPtr result;
-    withoutInterpreterLock([&] {
+    withoutInterpreterLock([this, &method, &result] {
         const std::lock_guard use(m_object->getUseMutex());
-        result = method->call(m_object->getNative());
+        result = method.call(m_object->getNative());
     });
-    return toPython(result, method->result);
+    return toPython(result, method.result);
 }
 
 }  // namespace veltra::python

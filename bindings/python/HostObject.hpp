@@ -28,11 +28,13 @@ class HostObject {
         return reinterpret_cast<std::uintptr_t>(m_object.get());
     }
 
-    // A property's value as Python sees it, and setting it. Requires: the class has the property.
+    // A property's value as Python sees it, and setting it. Throws "VELTRA:class:NoSuchProperty",
+    // what the native accessor throws, and what turning the value throws.
     [[nodiscard]] pybind11::object get(const std::string& property) const;
     void set(const std::string& property, const pybind11::object& value) const;
 
-    // Calls a method, other Python threads running meanwhile. Requires: the class has the method.
+    // Calls a method, other Python threads running meanwhile. Throws "VELTRA:class:NoSuchMethod"
+    // and what the method throws.
     [[nodiscard]] pybind11::object call(const std::string& method) const;
 
   private:

@@ -1,39 +1,48 @@
 #include "Interpreter.hpp"
 
+#include <atomic>
 #include <chrono>
+#include <pthread.h>
 #include <thread>
 #include <unistd.h>
 
 namespace veltra::python {
 namespace {
 
-// Guarded by the interpreter lock.
-int running = 0;
-bool isEnding = false;
-std::thread::id mainThread;
+std::atomic<int> worksUnderWay{0};
+
+// Made when the extension is loaded, after the libraries that it is linked with; so that it goes
+// before their static objects do.
+const struct LastToLeave {
+    LastToLeave() {
+        // A forked process has but one thread, which is not at work.
+        pthread_atfork(nullptr, nullptr, [] { worksUnderWay = 0; });
+    }
+    ~LastToLeave() {
+        while (worksUnderWay > 0)
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+} lastToLeave;
 
 }  // namespace
 
-Operation::Operation() {
-    if (isEnding && std::this_thread::get_id() != mainThread) {
-        static_cast<void>(PyEval_SaveThread());
-        for (;;)
-            pause();
-    }
-    ++running;
+void waitForEver() noexcept {
+    for (;;)
+        pause();
 }
 
-Operation::~Operation() {
-    --running;
+NativeWork::NativeWork() noexcept {
+    ++worksUnderWay;
 }
 
-void endOperations() {
-    mainThread = std::this_thread::get_id();
-    isEnding = true;
-    while (running > 0) {
-        const pybind11::gil_scoped_release release;
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
+NativeWork::~NativeWork() {
+    --worksUnderWay;
+}
+
+void takeInterpreterLock(PyThreadState* state) {
+    if (_Py_IsFinalizing() != 0 || Py_IsInitialized() == 0)
+        waitForEver();
+    callPython([state] { PyEval_RestoreThread(state); });
 }
 
 }  // namespace veltra::python

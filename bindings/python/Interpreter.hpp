@@ -1,41 +1,62 @@
 // The bridge as one of several threads of an interpreter that comes to an end.
+//
+// Once it has begun to end, the interpreter ends every other thread (a daemon) that asks for its
+// lock, by unwinding the thread's stack. C++ code in the midst of that would let go of Python
+// objects without holding the lock, so that such a thread is left waiting instead, for good.
 #pragma once
 
+#include <cxxabi.h>
 #include <exception>
 #include <pybind11/pybind11.h>
 #include <utility>
 
 namespace veltra::python {
 
-// Every function of the bridge holds one for as long as it runs. Once the interpreter has begun to
-// end, a thread that outlives it (a daemon) stops here for good: it would otherwise be ended by the
-// interpreter somewhere within C++ code, which cannot survive that.
-//
-// Requires: the interpreter lock is held when it is made and when it ends.
-class Operation {
+// Waits until the process is gone.
+[[noreturn]] void waitForEver() noexcept;
+
+// Runs what calls into the interpreter, which may pass its lock to other threads meanwhile.
+template <typename Call>
+decltype(auto) callPython(Call&& call) {
+    try {
+        return std::forward<Call>(call)();
+    } catch (const abi::__forced_unwind&) {
+        waitForEver();
+    }
+}
+
+// While one exists, the process does not end: native work refers to static objects.
+class NativeWork {
   public:
-    Operation();
-    ~Operation();
-    Operation(const Operation&) = delete;  // bound to its scope
-    Operation& operator=(const Operation&) = delete;
+    NativeWork() noexcept;
+    ~NativeWork();
+    NativeWork(const NativeWork&) = delete;  // bound to its scope
+    NativeWork& operator=(const NativeWork&) = delete;
 };
 
-// Waits for the operations of other threads to end and lets no new ones begin. To be called by the
-// main thread when the interpreter begins to end.
-void endOperations();
+// Takes the interpreter lock again after PyEval_SaveThread() returned `state`; never returns once
+// the interpreter has begun to end.
+void takeInterpreterLock(PyThreadState* state);
 
 // Runs `work`, which must not touch the interpreter, while other Python threads run. What it throws
-// is thrown with the interpreter lock held again. Within an Operation.
+// is thrown with the interpreter lock held again. Requires: it is held.
 template <typename Work>
 void withoutInterpreterLock(Work&& work) {
+    if (_Py_IsFinalizing() != 0) {  // the thread that ends the interpreter; there are no others
+        std::forward<Work>(work)();
+        return;
+    }
     std::exception_ptr thrown;
     PyThreadState* const state = PyEval_SaveThread();
-    try {
-        std::forward<Work>(work)();
-    } catch (...) {
-        thrown = std::current_exception();
+    {
+        const NativeWork underWay;
+        try {
+            std::forward<Work>(work)();
+        } catch (...) {
+            thrown = std::current_exception();
+        }
     }
-    PyEval_RestoreThread(state);
+    takeInterpreterLock(state);
     if (thrown)
         std::rethrow_exception(thrown);
 }

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "HostObject.hpp"
-#include "Interpreter.hpp"
 #include "errors.hpp"
 #include "foundation/core/except/MessageCatalog.hpp"
 #include "registry.hpp"
@@ -16,16 +15,17 @@ using namespace veltra::python;
 
 PYBIND11_MODULE(_veltra, module) {
     module.doc() = "The bridge to the host's object system. Use the package veltra instead.";
-    py::class_<HostObject>(module, "HostObject")
-        .def_property_readonly("class_name", &HostObject::className)
+    py::class_<HostObject> hostObject(module, "HostObject");
+    hostObject.def_property_readonly("class_name", &HostObject::className)
         .def_property_readonly("key", &HostObject::key)
         .def("get", &HostObject::get)
         .def("set", &HostObject::set)
         .def("call", &HostObject::call);
-    module.def("construct", [](const std::string& className) {
-        const Operation operation;
-        return HostObject::construct(className);
+    // One that was allocated but not made would be a wild pointer.
+    hostObject.attr("__new__") = py::cpp_function([](const py::args&, const py::kwargs&) {
+        throw py::type_error("A HostObject is made by the bridge alone.");
     });
+    module.def("construct", &HostObject::construct);
 
     module.def("package_names", &packageNames);
     module.def("class_names", &classNames);
@@ -39,9 +39,13 @@ PYBIND11_MODULE(_veltra, module) {
     });
 
     module.def("install", [](const py::object& makeObject, const py::object& makeMember,
+                             const py::object& objectClass, const py::object& memberClass,
                              const py::object& errorClass) {
-        factories() = {.makeObject = makeObject, .makeMember = makeMember};
+        factories() = {.makeObject = makeObject,
+                       .makeMember = makeMember,
+                       .objectClass = objectClass,
+                       .memberClass = memberClass,
+                       .sequenceClass = py::module_::import("collections.abc").attr("Sequence")};
         translateErrors(errorClass);
     });
-    module.def("end_operations", &endOperations);
 }

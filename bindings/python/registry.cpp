@@ -51,8 +51,7 @@ py::list classNames(const std::string& package) {
 }
 
 py::object describeClass(const std::string& qualifiedName) {
-    const auto* found =
-        COSClass::findClass(zorb::internal::makeInterned(std::string(qualifiedName)));
+    const auto* found = COSClass::findClass(qualifiedName);
     if (found == nullptr)
         return py::none();
     const auto& description = found->describe();

@@ -1,7 +1,7 @@
 #include "values.hpp"
 
+#include <algorithm>
 #include <bit>
-#include <cmath>
 #include <cstdint>
 #include <limits>
 #include <optional>
@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "HostObject.hpp"
+#include "Interpreter.hpp"
 #include "errors.hpp"
-#include "vq/CellArray.hpp"
 #include "vq/matrix.hpp"
 #include "zorb/om.hpp"
 
@@ -50,11 +50,11 @@ std::u16string toText(const py::handle& value) {
 py::object toPython(const COSInterfacePtr& object) {
     if (!object)
         return py::none();
-    return factories().makeObject(HostObject(object));
+    return callPython([&object] { return factories().makeObject(HostObject(object)); });
 }
 
 py::object memberToPython(Interned classId, std::uint32_t number) {
-    return factories().makeMember(classId.str(), number);
+    return callPython([&] { return factories().makeMember(classId.str(), number); });
 }
 
 // Whether a value of this shape is seen as a list whatever its count.
@@ -141,15 +141,16 @@ Element toElement(const py::handle& value) {
         return {};
     if (PyUnicode_Check(value.ptr()))
         return {.kind = Element::Text, .text = toText(value)};
-    if (py::hasattr(value, "_handle") && py::isinstance<HostObject>(value.attr("_handle"))) {
-        const auto& object = value.attr("_handle").cast<const HostObject&>().object();
+    if (py::isinstance(value, factories().objectClass)) {
+        const py::object handle = value.attr("_handle");
+        const auto object = handle.cast<const HostObject&>().object();
         return {.kind = Element::Object, .classId = object->getClass().getId(), .object = object};
     }
     if (PyBool_Check(value.ptr()) != 0)
         throwUnsupported(value);
     if (PyLong_Check(value.ptr()) || PyFloat_Check(value.ptr())) {
         Element element = toNumber(value);
-        if (py::hasattr(py::type::of(value), "_host_class")) {
+        if (py::isinstance(value, factories().memberClass)) {
             element.kind = Element::Member;
             element.classId =
                 makeInterned(py::type::of(value).attr("_host_class").cast<std::string>());
@@ -160,9 +161,11 @@ Element toElement(const py::handle& value) {
 }
 
 bool isSequence(const py::handle& value) {
-    return PySequence_Check(value.ptr()) != 0 && !PyUnicode_Check(value.ptr()) &&
-           !PyBytes_Check(value.ptr()) && !PyByteArray_Check(value.ptr()) &&
-           PyDict_Check(value.ptr()) == 0;
+    if (PyList_CheckExact(value.ptr()) || PyTuple_CheckExact(value.ptr()))
+        return true;
+    return !PyUnicode_Check(value.ptr()) && PyObject_CheckBuffer(value.ptr()) == 0 &&
+           !py::isinstance(value, factories().objectClass) &&
+           py::isinstance(value, factories().sequenceClass);
 }
 
 // The elements of a sequence that has only elements; nothing where one is a sequence itself.
@@ -175,6 +178,21 @@ std::optional<std::vector<Element>> toElements(const std::vector<py::object>& it
         elements.push_back(toElement(item));
     }
     return elements;
+}
+
+bool isDouble(const Element& element) {
+    return element.kind == Element::Double;
+}
+
+// Whole numbers and others are one kind: numbers.
+void makeNumbersAlike(std::vector<Element>& elements) {
+    if (std::ranges::none_of(elements, isDouble))
+        return;
+    for (auto& element : elements)
+        if (element.kind == Element::Number) {
+            element.kind = Element::Double;
+            element.real = element.number;
+        }
 }
 
 bool areOfOneKind(const std::vector<Element>& elements) {
@@ -213,8 +231,11 @@ vqArrayPtr toRow(std::vector<Element> elements) {
     return nullptr;
 }
 
-// Numbers where members of an enumeration are asked for are its members.
+// Numbers where members of an enumeration are asked for are its members, unless there are some
+// among them that no member can have.
 void takeForMembers(std::vector<Element>& elements, const std::string& className) {
+    if (std::ranges::any_of(elements, isDouble))
+        return;
     const Interned wanted = makeInterned(std::string(className));
     for (auto& element : elements) {
         if (element.kind == Element::Number) {
@@ -271,8 +292,10 @@ vqArrayPtr convert(const py::handle& value, const Shape* shape) {
         ~Leave() { Py_LeaveRecursiveCall(); }
     } const leave;
     std::vector<py::object> items;
-    for (const auto& item : value)
-        items.push_back(py::reinterpret_borrow<py::object>(item));
+    callPython([&value, &items] {
+        for (const auto& item : value)
+            items.push_back(py::reinterpret_borrow<py::object>(item));
+    });
     if (shape != nullptr && shape->kind == Shape::CellArray)
         return toCells(items);
     if (items.empty())
@@ -282,6 +305,7 @@ vqArrayPtr convert(const py::handle& value, const Shape* shape) {
         return toCells(items);
     if (wantsMembers)
         takeForMembers(*elements, shape->className);
+    makeNumbersAlike(*elements);
     if (elements->front().kind != Element::Null && areOfOneKind(*elements))
         return toRow(std::move(*elements));
     return toCells(items);

@@ -11,8 +11,11 @@ namespace veltra::python {
 // How Python objects stand for host objects and enumeration members; given by the package, which
 // makes their classes.
 struct Factories {
-    pybind11::object makeObject;  // (HostObject) -> the object that stands for it
-    pybind11::object makeMember;  // (class name, number) -> member
+    pybind11::object makeObject;   // (HostObject) -> the object that stands for it
+    pybind11::object makeMember;   // (class name, number) -> member
+    pybind11::object objectClass;  // the base of all objects; their _handle is a HostObject
+    pybind11::object memberClass;  // the base of all enumerations; their _host_class is their name
+    pybind11::object sequenceClass;  // what has elements that are known by their places
 };
 // Never destroyed, for the interpreter ends before static objects do.
 Factories& factories();
@@ -22,7 +25,8 @@ Factories& factories();
 // has several.
 [[nodiscard]] pybind11::object toPython(const vqArrayPtr& value, const zorb::Shape& shape);
 
-// The reverse: a sequence becomes an array where its elements are of one kind, else a cell array.
+// The reverse: a sequence, unless it is an object or a buffer, becomes an array where its elements
+// are of one kind, else a cell array.
 // Where `shape` asks for members of an enumeration, their numbers will do; where it asks for a cell
 // array, a sequence becomes one. Everything else is passed on as it is, for the setter to refuse.
 //

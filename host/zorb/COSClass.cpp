@@ -57,15 +57,15 @@ COSClass::COSClass(Description description)
     : m_description(std::move(description)),
       m_id(internal::makeInterned(m_description.packageName + "." + m_description.name)) {}
 
-const COSClass* COSClass::findClass(Interned id) {
+const COSClass* COSClass::findClass(std::string_view qualifiedName) {
     Registry& all = registry();
     const MutexLock lock(all.mutex);
-    const auto found = all.classes.find(id.str());
+    const auto found = all.classes.find(qualifiedName);
     return found == all.classes.end() ? nullptr : found->second.get();
 }
 
 const COSClass& COSClass::getClass(Interned id) {
-    if (const COSClass* found = findClass(id))
+    if (const COSClass* found = findClass(id.str()))
         return *found;
     throw UndefinedClassError({id.str()});
 }

@@ -79,8 +79,8 @@ class VELTRA_HOST_API COSClass {
     // "VELTRA:class:UndefinedClass" when none is registered.
     [[nodiscard]] static const COSClass& getClass(Interned id);
 
-    // The same, or null.
-    [[nodiscard]] static const COSClass* findClass(Interned id);
+    // The class of a qualified name, or null.
+    [[nodiscard]] static const COSClass* findClass(std::string_view qualifiedName);
 
     // All classes, by qualified name. They live as long as the process.
     [[nodiscard]] static std::vector<const COSClass*> getClasses();

@@ -12,8 +12,8 @@ namespace zorb {
 class COSClass;
 
 // An object of the scripting language: it owns the native object that it wraps. Made by
-// omWrapData(). One thread at a time may use the native object; a language with threads holds
-// getUseMutex() meanwhile.
+// omWrapData(). One thread at a time may use the native object; a language with threads sees to
+// that with getUseMutex().
 class VELTRA_HOST_API COSInterface {
   public:
     // Takes over `native`, an object of the type that `objectClass` describes.

@@ -36,7 +36,7 @@ T* toHeap(const T& value) {
 }
 template <typename T>
 requires(!std::is_lvalue_reference_v<T>) T* toHeap(T&& value) {
-    return new T(std::move(value));
+    return new T(std::forward<T>(value));
 }
 
 template <typename T>

@@ -18,8 +18,10 @@ std::string classNameOf(const vqArray* array) {
 
 void requireIndex(std::size_t index, std::size_t size) {
     if (index >= size)
-        throw std::out_of_range("There is no element " + std::to_string(index) +
-                                ": the array has " + std::to_string(size) + " elements.");
+        throw std::out_of_range(
+            "There is no element " + std::to_string(index) +
+            (size == 0 ? ": the array is empty."
+                       : ": the array's last one is element " + std::to_string(size - 1) + "."));
 }
 
 const vqArray::Enumeration& requireEnumeration(const vqArray* array) {

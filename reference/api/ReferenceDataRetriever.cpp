@@ -83,11 +83,11 @@ const vqArray* ReferenceDataRetriever::getReferenceRequestProperty() const {
 void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
     if (value == nullptr)
         return;
-    auto request = omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy();
-    auto cache = zorb::wrap(request);
-    m_request = std::move(request);
-    m_requestCache = std::move(cache);
-    setupRetriever();
+    ReferenceDataRetriever prepared(
+        omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy());
+    prepared.m_requestCache = zorb::wrap(prepared.m_request);
+    // All is derived; nothing fails from here on.
+    ReferenceDataRetriever::operator=(std::move(prepared));
 }
 
 bool ReferenceDataRetriever::isTypeMatch(RefEntityType::Value type) const {

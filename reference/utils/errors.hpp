@@ -2,9 +2,7 @@
 // texts. Internal: no public header includes it, for a client catches IMsgIDException.
 #pragma once
 
-#include <exception>
-
-#include "foundation/core/except/Exception.hpp"
+#include "zorb/errors.hpp"
 
 namespace reference::utils {
 
@@ -27,14 +25,11 @@ struct ExpectedComparatorCellArray {
 
 }  // namespace keys
 
-template <typename Key>
-using Error = foundation::core::except::Exception<Key, std::exception, void>;
-
 // No arguments.
-using ExpectedScalarComparatorError = Error<keys::ExpectedScalarComparator>;
+using ExpectedScalarComparatorError = zorb::Error<keys::ExpectedScalarComparator>;
 // Arguments: the class of the value.
-using InvalidComparatorError = Error<keys::InvalidComparator>;
+using InvalidComparatorError = zorb::Error<keys::InvalidComparator>;
 // No arguments.
-using ExpectedComparatorCellArrayError = Error<keys::ExpectedComparatorCellArray>;
+using ExpectedComparatorCellArrayError = zorb::Error<keys::ExpectedComparatorCellArray>;
 
 }  // namespace reference::utils

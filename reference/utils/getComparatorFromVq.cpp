@@ -39,7 +39,8 @@ Conversion conversionOf() {
 }
 
 const auto& conversions() {
-    static const std::array all{
+    // Never destroyed: scripts may end after static objects have gone.
+    static const auto& all = *new std::array{
         conversionOf<CompoundReferenceComparator>(), conversionOf<DeprecatedOrderComparator>(),
         conversionOf<EntityMatchComparator>(),       conversionOf<EntityNameMatchComparator>(),
         conversionOf<EntityTypeMatchComparator>(),   conversionOf<EntityTypeOrderComparator>(),

@@ -16,8 +16,6 @@ Objects stand for objects of the host: two that compare equal are the same one. 
 from any thread, which takes its turn; a search lets other threads run.
 """
 
-import atexit as _atexit
-
 from . import _classes, _importer, _veltra
 from ._errors import Error, PropertyError
 
@@ -33,6 +31,5 @@ def live_counts() -> tuple[int, int]:
     return arrays, objects
 
 
-_veltra.install(_classes.object_of, _classes.member_of, Error)
-_atexit.register(_veltra.end_operations)
+_veltra.install(_classes.object_of, _classes.member_of, Object, Enumeration, Error)
 _importer.install()

@@ -6,7 +6,7 @@ import enum
 import inspect
 import threading
 import weakref
-from typing import TYPE_CHECKING, Any
+from typing import TYPE_CHECKING, Any, Self
 
 from . import _veltra
 from ._errors import PropertyError
@@ -53,23 +53,43 @@ class Object:
     _host_class = ""
     _shown: tuple[str, ...] = ()
 
+    def __new__(cls, *unnamed: Any, **properties: Any) -> Self:
+        if not cls._host_class:
+            raise TypeError("An Object is of one of the classes that the host knows.")
+        made = super().__new__(cls)
+        object.__setattr__(made, "_handle", _veltra.construct(cls._host_class))
+        _objects[made._handle.key] = made
+        return made
+
     def __init__(self, *unnamed: Any, **properties: Any) -> None:
+        name = type(self).__name__
         if unnamed:
-            name = type(self).__name__
             raise TypeError(f"{name} takes its properties by name, as in {name}(Property=value).")
-        object.__setattr__(self, "_handle", _veltra.construct(self._host_class))
-        for name, value in properties.items():
-            setattr(self, name, value)
-        _objects[self._handle.key] = self
+        for key, value in properties.items():
+            if not isinstance(getattr(type(self), key, None), property):
+                raise _no_such_property(type(self), key)
+            setattr(self, key, value)
+
+    def __init_subclass__(cls, **keywords: Any) -> None:
+        super().__init_subclass__(**keywords)
+        known = {base._host_class for base in cls.__mro__ if issubclass(base, Object)} - {""}
+        if len(known) > 1:
+            raise TypeError(
+                f"{cls.__name__} cannot be derived from several of the host's classes: "
+                + ", ".join(sorted(known))
+            )
 
     if not TYPE_CHECKING:  # for a type checker they would mean that any attribute is there
 
         def __getattr__(self, name: str) -> Any:
+            if hasattr(type(self), name):
+                # A property that a script defines failed with an AttributeError of its own.
+                return object.__getattribute__(self, name)
             raise _no_such_property(type(self), name)
 
         def __setattr__(self, name: str, value: Any) -> None:
             # A class that a script derives from one of the host's may have attributes of its own.
-            is_known = isinstance(getattr(type(self), name, None), property)
+            is_known = hasattr(getattr(type(self), name, None), "__set__")
             if not is_known and type(self).__dictoffset__ == 0:
                 raise _no_such_property(type(self), name)
             object.__setattr__(self, name, value)
@@ -83,9 +103,17 @@ class Object:
         return hash(self._handle.key)
 
     def __repr__(self) -> str:
-        values = {name: getattr(self, name) for name in self._shown}
-        fields = [f"{name}={_shortened(value)}" for name, value in values.items() if value != ""]
-        return f"{type(self).__name__}({', '.join(fields)})"
+        name = type(self).__name__
+        depth = getattr(_repr_depth, "value", 0)
+        if depth == _LARGEST_REPR_DEPTH:
+            return f"{name}(...)"
+        _repr_depth.value = depth + 1
+        try:
+            values = {key: getattr(self, key) for key in self._shown}
+            fields = [f"{key}={_shortened(value)}" for key, value in values.items() if value != ""]
+        finally:
+            _repr_depth.value = depth
+        return f"{name}({', '.join(fields)})"
 
     def __reduce_ex__(self, protocol: object) -> Any:
         raise TypeError(
@@ -93,6 +121,10 @@ class Object:
             "its properties."
         )
 
+
+# How deep repr() looks into the objects of an object; a compound comparator may hold itself.
+_LARGEST_REPR_DEPTH = 4
+_repr_depth = threading.local()
 
 # The Python objects that stand for host objects, so that a property yields the object that it was
 # set to.
@@ -105,7 +137,7 @@ _classes_lock = threading.RLock()
 def object_of(handle: _veltra.HostObject) -> Object:
     """The Python object that stands for a host object."""
     known = _objects.get(handle.key)
-    if known is not None:
+    if known is not None and known._handle.key == handle.key:
         return known
     made: Object = object.__new__(class_of(handle.class_name))
     object.__setattr__(made, "_handle", handle)
@@ -158,12 +190,7 @@ def _make_class(qualified_name: str, description: dict[str, Any]) -> type[Object
     for name, doc, _ in description["methods"]:
         namespace[name] = _make_method(qualified_name, name, doc)
     if description["isConstructible"]:
-        keywords = [
-            inspect.Parameter(name, inspect.Parameter.KEYWORD_ONLY, default=_UNSET)
-            for name, _, _, settable in properties
-            if settable
-        ]
-        namespace["__signature__"] = inspect.Signature(keywords)
+        namespace["__init__"] = _make_init([name for name, _, _, settable in properties if settable])
     return type(description["name"], (Object,), namespace)
 
 
@@ -172,6 +199,19 @@ def _shown_properties(properties: list[Any]) -> tuple[str, ...]:
     settable = tuple(name for name, _, _, is_settable in properties if is_settable)
     short = tuple(name for name, _, shape, _ in properties if shape[0] in ("text", "member"))
     return settable or short or tuple(name for name, _, _, _ in properties)
+
+
+def _make_init(names: list[str]) -> Any:
+    def __init__(self: Object, *unnamed: Any, **properties: Any) -> None:
+        Object.__init__(self, *unnamed, **properties)
+
+    by_name = [
+        inspect.Parameter(name, inspect.Parameter.KEYWORD_ONLY, default=_UNSET) for name in names
+    ]
+    own = inspect.Parameter("self", inspect.Parameter.POSITIONAL_OR_KEYWORD)
+    vars(__init__)["__signature__"] = inspect.Signature([own, *by_name])
+    __init__.__doc__ = "Makes an object and sets the properties that are given."
+    return __init__
 
 
 def _make_property(class_name: str, name: str, doc: str, settable: bool) -> property:

@@ -21,7 +21,10 @@ class Error(Exception):
         self, identifier: str, arguments: Sequence[str] = (), message: str | None = None
     ) -> None:
         self.identifier = identifier
-        self.arguments = tuple(arguments)
+        # What is said must be sayable: a name may hold unpaired surrogates.
+        self.arguments = tuple(
+            argument.encode("utf-8", "backslashreplace").decode() for argument in arguments
+        )
         self._message = (
             _veltra.message(identifier, list(self.arguments)) if message is None else message
         )

@@ -47,6 +47,8 @@ class _Importer(importlib.abc.MetaPathFinder, importlib.abc.Loader):
         def get(name: str) -> Any:
             if name == "__all__":
                 return _veltra.class_names(package)
+            if not name.isidentifier():
+                raise AttributeError(f"module {package!r} has no attribute {name!r}")
             try:
                 value = _classes.class_of(f"{package}.{name}")
             except LookupError:

@@ -34,7 +34,7 @@ def live_counts() -> tuple[int, int]: ...
 def install(
     make_object: Callable[[HostObject], object],
     make_member: Callable[[str, int], object],
+    object_class: type,
+    member_class: type,
     error_class: type[Exception],
 ) -> None: ...
-def end_operations() -> None:
-    """Waits for the other threads' operations and lets no new ones begin."""

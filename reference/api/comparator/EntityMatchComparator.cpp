@@ -36,8 +36,12 @@ void EntityMatchComparator::generateCompareName() {
 }
 
 void EntityMatchComparator::setEntityNameProperty(const std::u16string* entityName) {
-    if (takeText(m_entityName, entityName))
-        generateCompareName();
+    if (entityName == nullptr)
+        return;
+    auto taken = *this;  // nothing is changed before all is derived
+    utils::setStringProperty(taken.m_entityName, entityName);
+    taken.generateCompareName();
+    *this = std::move(taken);
 }
 
 void EntityMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
@@ -58,8 +62,12 @@ const vqArray* EntityMatchComparator::getEntityCaseSensitivityProperty() const {
 }
 
 void EntityMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
-    if (utils::setEnumerationProperty(value, m_entityCaseSensitivityCache, m_entityCaseSensitivity))
-        generateCompareName();
+    auto taken = *this;  // nothing is changed before all is derived
+    if (!utils::setEnumerationProperty(value, taken.m_entityCaseSensitivityCache,
+                                       taken.m_entityCaseSensitivity))
+        return;
+    taken.generateCompareName();
+    *this = std::move(taken);
 }
 
 const char* EntityMatchComparator::getZORBClassName() noexcept {

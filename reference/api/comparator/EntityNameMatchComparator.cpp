@@ -32,8 +32,12 @@ void EntityNameMatchComparator::generateCompareName() {
 }
 
 void EntityNameMatchComparator::setEntityNameProperty(const std::u16string* entityName) {
-    if (takeText(m_entityName, entityName))
-        generateCompareName();
+    if (entityName == nullptr)
+        return;
+    auto taken = *this;  // nothing is changed before all is derived
+    utils::setStringProperty(taken.m_entityName, entityName);
+    taken.generateCompareName();
+    *this = std::move(taken);
 }
 
 void EntityNameMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
@@ -46,8 +50,12 @@ const vqArray* EntityNameMatchComparator::getEntityCaseSensitivityProperty() con
 }
 
 void EntityNameMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
-    if (utils::setEnumerationProperty(value, m_entityCaseSensitivityCache, m_entityCaseSensitivity))
-        generateCompareName();
+    auto taken = *this;  // nothing is changed before all is derived
+    if (!utils::setEnumerationProperty(value, taken.m_entityCaseSensitivityCache,
+                                       taken.m_entityCaseSensitivity))
+        return;
+    taken.generateCompareName();
+    *this = std::move(taken);
 }
 
 const char* EntityNameMatchComparator::getZORBClassName() noexcept {

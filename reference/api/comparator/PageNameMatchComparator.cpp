@@ -63,8 +63,12 @@ void PageNameMatchComparator::generateCompareName() {
 }
 
 void PageNameMatchComparator::setPageNameProperty(const std::u16string* pageName) {
-    if (takeText(m_pageName, pageName))
-        generateCompareName();
+    if (pageName == nullptr)
+        return;
+    auto taken = *this;  // nothing is changed before all is derived
+    utils::setStringProperty(taken.m_pageName, pageName);
+    taken.generateCompareName();
+    *this = std::move(taken);
 }
 
 void PageNameMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
@@ -77,8 +81,12 @@ const vqArray* PageNameMatchComparator::getEntityCaseSensitivityProperty() const
 }
 
 void PageNameMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
-    if (utils::setEnumerationProperty(value, m_entityCaseSensitivityCache, m_entityCaseSensitivity))
-        generateCompareName();
+    auto taken = *this;  // nothing is changed before all is derived
+    if (!utils::setEnumerationProperty(value, taken.m_entityCaseSensitivityCache,
+                                       taken.m_entityCaseSensitivity))
+        return;
+    taken.generateCompareName();
+    *this = std::move(taken);
 }
 
 const char* PageNameMatchComparator::getZORBClassName() noexcept {

@@ -4,6 +4,7 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
+#include "refutils/hostTexts.hpp"
 
 namespace reference::api::comparator {
 
@@ -21,7 +22,7 @@ bool ProductMatchComparator::isMatch(const ReferenceData& data) const {
 }
 
 void ProductMatchComparator::setProductNameProperty(const std::u16string* productName) {
-    takeText(m_productName, productName);
+    utils::setStringProperty(m_productName, productName);
 }
 
 const char* ProductMatchComparator::getZORBClassName() noexcept {

@@ -34,14 +34,4 @@ template <typename Matches>
     return isCaseSensitive(value) ? name == compareName : utils::toLowerCopy(name) == compareName;
 }
 
-// Takes over the text of a property setter: a null pointer and the text itself change nothing.
-// Returns whether a text was given.
-inline bool takeText(std::u16string& field, const std::u16string* text) {
-    if (text == nullptr)
-        return false;
-    if (text != &field)
-        field = *text;
-    return true;
-}
-
 }  // namespace reference::api::comparator

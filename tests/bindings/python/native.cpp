@@ -1,9 +1,13 @@
 // For the tests of the Python package: documentation at random, kept in memory, and what native
 // code finds in it.
+#include <atomic>
+#include <chrono>
 #include <cstdint>
 #include <functional>
+#include <future>
 #include <map>
 #include <memory>
+#include <new>
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 #include <stdexcept>
@@ -70,7 +74,40 @@ void useDefaultDocumentation() {
     ReferenceCacheManager::ClearAllCaches();
 }
 
-// Documentation whose lookup files throw what a test wants: "parser", "logic" or "memory".
+// Documentation whose lookup files are read only once letGoOn() is called; how they wait.
+struct Gate {
+    std::promise<void> reached;
+    std::promise<void> opened;
+    std::atomic<bool> wasGivenUp{false};
+};
+std::shared_ptr<Gate> gate;
+
+constexpr std::chrono::seconds patience{20};
+
+void useWaitingDocumentation() {
+    gate = std::make_shared<Gate>();
+    auto source = std::make_shared<MemorySource>();
+    source->onLookupFiles([waiting = gate] {
+        waiting->reached.set_value();
+        waiting->wasGivenUp =
+            waiting->opened.get_future().wait_for(patience) != std::future_status::ready;
+    });
+    DocResourceParser::setSource(source);
+    ReferenceCacheManager::ClearAllCaches();
+}
+
+// Whether a search came to wait, and went on because of this call.
+bool letGoOn() {
+    bool isWaiting = false;
+    {
+        const py::gil_scoped_release release;
+        isWaiting = gate->reached.get_future().wait_for(patience) == std::future_status::ready;
+    }
+    gate->opened.set_value();
+    return isWaiting && !gate->wasGivenUp;
+}
+
+// Documentation whose lookup files throw what a test wants: "logic" or "memory".
 void useFailingDocumentation(const std::string& kind) {
     auto source = std::make_shared<MemorySource>();
     source->onLookupFiles([kind] {
@@ -230,6 +267,8 @@ PYBIND11_MODULE(veltra_native, module) {
                [](std::uint32_t seed) { static_cast<void>(useDocumentation(seed)); });
     module.def("use_default_documentation", &useDefaultDocumentation);
     module.def("use_failing_documentation", &useFailingDocumentation);
+    module.def("use_waiting_documentation", &useWaitingDocumentation);
+    module.def("let_go_on", &letGoOn);
     module.def("search", &search);
     module.def("random_request", &randomRequest);
     module.def("register_late", &registerLate);

@@ -3,7 +3,6 @@
 import subprocess
 import sys
 import threading
-import time
 
 import pytest
 
@@ -129,30 +128,11 @@ def test_one_request_and_comparator_set_and_read_by_all(counts):
 
 
 def test_a_search_lets_other_threads_run(native):
-    native.use_documentation(1)
-    ended = threading.Event()
-    counted = 0
-
-    def count():
-        nonlocal counted
-        while not ended.is_set():
-            counted += 1
-            time.sleep(0)  # lets the search have its turn
-
-    retriever = everything(AllTextDataRetriever)
-    counter = threading.Thread(target=count)
-    interval = sys.getswitchinterval()
-    sys.setswitchinterval(60)  # nobody is made to give way: only what lets go does
-    try:
-        counter.start()
-        before = counted
-        for _ in range(50):
-            retriever.getReferenceData()
-        assert counted > before
-    finally:
-        ended.set()
-        sys.setswitchinterval(interval)
-        counter.join()
+    native.use_waiting_documentation()  # waits until it is told to go on
+    waiter = threading.Thread(target=everything(AllTextDataRetriever).getReferenceData)
+    waiter.start()
+    assert native.let_go_on(), "nothing waited, or the search held the interpreter lock"
+    waiter.join()
 
 
 DAEMONS = """
@@ -182,5 +162,50 @@ def test_an_interpreter_may_end_while_daemons_search():
     for _ in range(8):
         done = subprocess.run(
             [sys.executable, "-c", DAEMONS], capture_output=True, text=True, timeout=120
+        )
+        assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
+
+
+JOINED_AT_EXIT = """
+import atexit, threading
+stop = threading.Event()
+
+@atexit.register
+def finish():
+    stop.set()
+    thread.join()
+
+from veltra.internal.reference.api import *
+
+def search():
+    while not stop.is_set():
+        AllTextDataRetriever().getReferenceData()
+
+thread = threading.Thread(target=search, daemon=True)
+thread.start()
+"""
+
+FORKED = """
+import os, sys, threading
+from veltra.internal.reference.api import *
+
+def search():
+    while True:
+        AllTextDataRetriever().getReferenceData()
+
+threading.Thread(target=search, daemon=True).start()
+for _ in range(5):
+    child = os.fork()
+    if child == 0:
+        sys.exit(0)
+    assert os.waitpid(child, 0)[1] == 0
+"""
+
+
+@pytest.mark.parametrize("program", [JOINED_AT_EXIT, FORKED], ids=["joined at exit", "forked"])
+def test_an_interpreter_ends_whatever_searches_beside_it(program):
+    for _ in range(3):
+        done = subprocess.run(
+            [sys.executable, "-c", program], capture_output=True, text=True, timeout=120
         )
         assert (done.returncode, done.stdout, done.stderr) == (0, "", "")

@@ -285,12 +285,99 @@ def test_members_are_pickled():
         assert (other, type(other)) == (member, type(member))
 
 
-def test_an_object_that_was_never_made_is_no_crash():
-    empty = ReferenceRequest.__new__(ReferenceRequest)
-    for operation in (lambda: empty.EntityText, lambda: repr(empty), lambda: hash(empty)):
-        with pytest.raises(AttributeError):
-            operation()
-    assert identifier_of(lambda: setattr(ReferenceDataRetriever(), "ReferenceRequest", empty))
+def test_a_property_or_method_of_another_class_is_not_there():
+    for operation, identifier in (
+        (lambda: ReferenceRequest.EntityText.fget(IndexOrderComparator()), "NoSuchProperty"),
+        (lambda: ReferenceRequest.EntityText.fset(IndexOrderComparator(), "a"), "NoSuchProperty"),
+        (lambda: ReferenceDataRetriever.getReferenceData(ReferenceRequest()), "NoSuchMethod"),
+    ):
+        assert identifier_of(operation) == f"VELTRA:class:{identifier}"
+
+
+def test_what_only_looks_like_an_object_or_member_is_refused():
+    class Pretender:
+        _handle = property(lambda self: IndexOrderComparator()._handle)
+
+    class Number(int):
+        _host_class = 5
+
+    request = ReferenceRequest()
+    assert identifier_of(lambda: setattr(request, "Comparator", Pretender())) == (
+        "VELTRA:class:UnsupportedValue"
+    )
+    request.EntityPrecision = Number(1)
+    assert request.EntityPrecision is EntityPrecision.Ignore_Package
+    with pytest.raises(TypeError):
+        type(request._handle)()
+    with pytest.raises(TypeError):
+        type(request._handle).__new__(type(request._handle))
+
+
+def test_what_is_not_known_by_its_places_is_no_list():
+    import array
+    import collections
+    from unittest import mock
+
+    request = ReferenceRequest(Types=[1], Products=["a"])
+    for value in (
+        collections.UserDict(a=1),
+        {"a"},
+        (text for text in "ab"),
+        memoryview(b"ab"),
+        array.array("i", [1, 2]),
+        mock.MagicMock(),
+        range,
+    ):
+        for name in ("Types", "Products", "Comparator"):
+            assert identifier_of(lambda: setattr(request, name, value)) == (
+                "VELTRA:class:UnsupportedValue"
+            )
+    assert (request.Types, request.Products) == ([RefEntityType.Class], ["a"])
+    request.Types = range(2)
+    request.Products = collections.UserList(["b"])
+    assert (request.Types, request.Products) == ([0, 1], ["b"])
+
+
+def test_a_name_that_cannot_be_written_is_no_property_either():
+    assert not hasattr(ReferenceRequest(), "\ud800")
+    with pytest.raises(veltra.PropertyError, match=r"\\ud800"):
+        ReferenceRequest(**{"\ud800": 1})
+    import veltra.internal.reference.api as module
+
+    assert not hasattr(module, "\ud800")
+
+
+def test_an_object_is_of_one_class_of_the_host():
+    with pytest.raises(TypeError, match="several of the host's classes"):
+
+        class Both(ReferenceRequest, ProductMatchComparator):
+            pass
+
+    with pytest.raises(TypeError, match="one of the classes that the host knows"):
+        veltra.Object()
+
+
+def test_a_derived_class_keeps_its_own_errors():
+    class Search(ReferenceRequest):
+        __slots__ = ("note",)
+
+        @property
+        def words(self):
+            return self.EntityText.missing
+
+    search = Search(EntityText="a b")
+    search.note = "mine"
+    assert search.note == "mine"
+    with pytest.raises(AttributeError, match="'str' object has no attribute 'missing'"):
+        search.words
+    with pytest.raises(veltra.PropertyError):
+        search.other = 1
+
+    class Loose(ReferenceRequest):
+        pass
+
+    with pytest.raises(veltra.PropertyError):
+        Loose(EntityTxt="fit")
 
 
 @pytest.mark.parametrize("retriever", RETRIEVERS)

@@ -221,6 +221,47 @@ def test_a_script_may_derive_classes_with_attributes_of_their_own():
     assert retriever.ReferenceRequest.EntityText == "fit"
 
 
+def test_an_object_that_has_elements_is_an_object():
+    class Chain(CompoundReferenceComparator):
+        def __len__(self):
+            return len(self.Comparators)
+
+        def __getitem__(self, place):
+            return self.Comparators[place]
+
+    chain = Chain(Comparators=[ProductMatchComparator(ProductName="a")])
+    assert ReferenceRequest(Comparator=chain).Comparator is chain
+
+
+def test_making_an_object_twice_sets_its_properties_again():
+    comparator = ProductMatchComparator(ProductName="a")
+    request = ReferenceRequest(Comparator=comparator)
+    comparator.__init__(ProductName="b")
+    assert request.Comparator is comparator
+    assert request.Comparator.ProductName == "b"
+    bare = ReferenceRequest.__new__(ReferenceRequest)
+    assert (bare.EntityText, bare == ReferenceRequest()) == ("", False)
+
+
+def test_a_derived_class_may_set_properties_before_its_base_is_made():
+    class Search(ReferenceRequest):
+        def __init__(self, text):
+            self.EntityText = text
+            super().__init__(Products=["veltra"])
+
+    assert (Search("fit").EntityText, Search("fit").Products) == ("fit", ["veltra"])
+
+
+def test_a_compound_in_itself_says_what_it_is():
+    compound = CompoundReferenceComparator()
+    compound.Comparators = [compound, IndexOrderComparator()]
+    assert repr(compound).startswith("CompoundReferenceComparator(Comparators=[Compound")
+    compound.Comparators = []
+    for _ in range(500):
+        compound = CompoundReferenceComparator(Comparators=[compound])
+    assert repr(ReferenceRequest(Comparator=compound)).count("(") < 10
+
+
 class TestShapesThatTheLibraryDoesNotUse:
     """Seen through a class that takes everything."""
 

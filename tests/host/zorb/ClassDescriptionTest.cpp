@@ -119,8 +119,8 @@ TEST_F(ClassDescriptionTest, ClassesAreFoundByQualifiedName) {
     EXPECT_EQ(doorClass.describe().name, "Door");
     EXPECT_EQ(doorClass.describe().packageName, packageName);
     EXPECT_EQ(doorClass.describe().documentation, "A door.");
-    EXPECT_THAT(zorb::COSClass::findClass(zorb::internal::makeInterned("no.Such")), IsNull());
-    EXPECT_THAT(zorb::COSClass::findClass({}), IsNull());
+    EXPECT_THAT(zorb::COSClass::findClass("no.Such"), IsNull());
+    EXPECT_THAT(zorb::COSClass::findClass(""), IsNull());
     EXPECT_EQ(outcomeOf([] { static_cast<void>(zorb::COSClass::getClass({})); }),
               "VELTRA:class:UndefinedClass");
 }

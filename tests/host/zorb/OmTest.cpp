@@ -128,7 +128,7 @@ TEST(ArrayElementTest, IsTheVeryObject) {
     const auto scalar = construct<Counted>();
     EXPECT_EQ(omGetArrayElement(scalar.get(), 0), omGetArrayElement(scalar.get(), 0));
     EXPECT_EQ(outcomeOf([&] { return omGetArrayElement(scalar.get(), 1); }),
-              "out of range: There is no element 1: the array has 1 elements.");
+              "out of range: There is no element 1: the array's last one is element 0.");
     EXPECT_EQ(outcomeOf([] { return omGetArrayElement(nullptr, 0); }), "VELTRA:class:RequireClass");
     EXPECT_EQ(outcomeOf([] { return omGetArrayElement(matrix::createNumber(1).get(), 0); }),
               "VELTRA:class:RequireClass");
@@ -167,7 +167,7 @@ TEST(UnderlyingArrayTest, IsThatOfTheMembersNumbers) {
 TEST(UnderlyingArrayTest, NumbersAreReadFromNumbersOnly) {
     EXPECT_EQ(omGetUInt32(matrix::createNumberRow({4, 5}).get(), 1), 5U);
     EXPECT_EQ(outcomeOf([] { return omGetUInt32(matrix::createNumber(4).get(), 1); }),
-              "out of range: There is no element 1: the array has 1 elements.");
+              "out of range: There is no element 1: the array's last one is element 0.");
     for (const auto& value : {matrix::createDouble(1), matrix::createString(u"1"),
                               matrix::createCellRow({nullptr}), vqArrayPtr()})
         EXPECT_EQ(outcomeOf([&value] { return omGetUInt32(value.get(), 0); }),
@@ -195,9 +195,9 @@ TEST(EnumerationMatrixTest, RefusesOtherClassesIndicesAndSharedArrays) {
     EXPECT_EQ(outcomeOf([&] { omSetEnumerationElement(raw, 0, {.classId = otherId}); }),
               "VELTRA:class:RequireClass");
     EXPECT_EQ(outcomeOf([&] { omSetEnumerationElement(raw, 1, {.classId = classId}); }),
-              "out of range: There is no element 1: the array has 1 elements.");
+              "out of range: There is no element 1: the array's last one is element 0.");
     EXPECT_EQ(outcomeOf([&] { return omGetEnumerationID(raw, 1); }),
-              "out of range: There is no element 1: the array has 1 elements.");
+              "out of range: There is no element 1: the array's last one is element 0.");
     EXPECT_EQ(outcomeOf([&] {
                   return omGetEnumeration(classId, {otherId, 1});
               }),

@@ -128,7 +128,7 @@ const std::map<std::string, Setter>& setters() {
         {"ReferenceDataRetriever.ReferenceRequest",
          {requireClass,
           {{"null", "ignored"},
-           {"no objects", "out of range: There is no element 0: the array has 0 elements."},
+           {"no objects", "out of range: There is no element 0: the array is empty."},
            {"a request", ""}}}},
         {"CompoundReferenceComparator.Comparators",
          {"VELTRA:referenceapi:ExpectedComparatorCellArray",

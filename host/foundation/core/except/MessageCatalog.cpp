@@ -8,10 +8,14 @@
 namespace foundation::core::except {
 namespace {
 
-const std::map<std::string, std::string, std::less<>>& texts() {
-    static const std::map<std::string, std::string, std::less<>> all = {
+using Texts = std::map<std::string, std::string, std::less<>>;
+
+// Never destroyed: errors may be raised after static objects have gone.
+const Texts& texts() {
+    static const auto* const all = new Texts{
         {"VELTRA:class:NoConstructor",
          "Objects of the class {0} are made by the library; a script cannot construct one."},
+        {"VELTRA:class:NoSuchMethod", "The class {0} has no method \"{1}\"; its methods are: {2}."},
         {"VELTRA:class:NoSuchProperty",
          "The class {0} has no property \"{1}\"; its properties are: {2}."},
         {"VELTRA:class:OperationFailed", "{0}"},
@@ -45,7 +49,7 @@ const std::map<std::string, std::string, std::less<>>& texts() {
          "A value of the class {0} is no comparator; objects of the classes of the package "
          "veltra.internal.reference.api.comparator are."},
     };
-    return all;
+    return *all;
 }
 
 }  // namespace
