@@ -11,7 +11,6 @@
 #include "reference/api/ClassEntityDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/ReferenceRequest.hpp"
-#include "reference/api/comparator/CompoundReferenceComparator.hpp"
 #include "reference/api/comparator/IndexOrderComparator.hpp"
 #include "reference/api/comparator/ProductMatchComparator.hpp"
 #include "support/HostValues.hpp"
@@ -21,7 +20,6 @@
 namespace reference::api {
 namespace {
 
-using comparator::CompoundReferenceComparator;
 using comparator::IndexOrderComparator;
 using comparator::ProductMatchComparator;
 using property::RefEntityType;

@@ -1,6 +1,6 @@
 // Every property of every class, set to every kind of value: what is refused changes nothing.
 
-#include <functional>
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -9,12 +9,17 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "fl/i18n/utf.hpp"
 #include "reference/api/EntityPrecision.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/ReferenceRequest.hpp"
-#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
 #include "reference/api/comparator/IndexOrderComparator.hpp"
+#include "reference/api/comparator/ProductMatchComparator.hpp"
+#include "reference/utils/getComparatorFromVq.hpp"
+#include "support/Generator.hpp"
 #include "support/HostValues.hpp"
+#include "support/LibraryTest.hpp"
+#include "support/Print.hpp"
 
 namespace reference::api {
 namespace {
@@ -56,6 +61,7 @@ const std::vector<Value>& values() {
             {"a comparator in a cell", matrix::createCellRow({order})},
             {"a cell in a cell", matrix::createCellRow({matrix::createCellRow({order})})},
             {"an empty cell", matrix::createCellRow({nullptr})},
+            {"a good and a bad cell", matrix::createCellRow({order, matrix::createNumber(1)})},
             {"a foreign object", zorb::wrap(ReferenceData())},
             {"a request", construct<ReferenceRequest>()},
             {"no object", matrix::createObjectRow({nullptr})},
@@ -64,26 +70,38 @@ const std::vector<Value>& values() {
     return all;
 }
 
-// What is accepted, and how the rest is refused; "ignored" changes nothing either.
-using Outcomes = std::map<std::string, std::string>;
+// What a property takes, and how it refuses the rest.
 struct Setter {
-    std::string otherwise;  // the identifier for what `outcomes` do not name
-    Outcomes outcomes;      // "" accepts
+    vqArrayPtr good;                              // a value that is not the default
+    std::string otherwise;                        // the identifier for what `outcomes` do not name
+    std::map<std::string, std::string> outcomes;  // "" takes the value
 };
+
+constexpr const char* ignored = "ignored";  // changes nothing, and is no error
+
+vqArrayPtr productMatch(const std::u16string& product) {
+    auto object = construct<comparator::ProductMatchComparator>();
+    tests::nativeOf<comparator::ProductMatchComparator>(object).setProductNameProperty(&product);
+    return object;
+}
 
 constexpr const char* requireScalar = "VELTRA:class:RequireScalar";
 constexpr const char* requireClass = "VELTRA:class:RequireClass";
 constexpr const char* notScalar = "VELTRA:referenceapi:ExpectedScalarComparator";
 
 const std::map<std::string, Setter>& setters() {
-    static const Setter text{"VELTRA:class:RequireString", {{"null", "ignored"}, {"a text", ""}}};
-    static const Setter oneMember{"VELTRA:class:RequireNumeric",
-                                  {{"null", "ignored"},
+    static const Setter text{matrix::createString(u"a"),
+                             "VELTRA:class:RequireString",
+                             {{"null", ignored}, {"a text", ""}}};
+    static const Setter oneMember{members<RefEntityType>({1}),
+                                  "VELTRA:class:RequireNumeric",
+                                  {{"null", ignored},
                                    {"no objects", requireScalar},
                                    {"no members", requireScalar},
                                    {"no numbers", requireScalar},
                                    {"no texts", requireScalar},
                                    {"no cells", requireScalar},
+                                   {"a good and a bad cell", requireScalar},
                                    {"two texts", requireScalar},
                                    {"two numbers", requireScalar},
                                    {"two types", requireScalar},
@@ -97,7 +115,8 @@ const std::map<std::string, Setter>& setters() {
         {"ReferenceRequest.EntityCaseSensitivity", oneMember},
         {"ReferenceRequest.EntityPrecision", oneMember},
         {"ReferenceRequest.Types",
-         {"VELTRA:class:RequireEnumeration",
+         {members<RefEntityType>({1, 0, 4}),
+          "VELTRA:class:RequireEnumeration",
           {{"null", ""},
            {"no objects", ""},
            {"no members", ""},
@@ -109,16 +128,19 @@ const std::map<std::string, Setter>& setters() {
            {"a foreign member", requireClass},
            {"two foreign members", requireClass}}}},
         {"ReferenceRequest.Products",
-         {"VELTRA:class:RequireStringArray",
-          {{"null", "ignored"}, {"no texts", ""}, {"a text", ""}, {"two texts", ""}}}},
+         {matrix::createStringRow({u"veltra", u"b"}),
+          "VELTRA:class:RequireStringArray",
+          {{"null", ignored}, {"no texts", ""}, {"a text", ""}, {"two texts", ""}}}},
         {"ReferenceRequest.Comparator",
-         {"VELTRA:referenceapi:InvalidComparator",
-          {{"null", "ignored"},
+         {productMatch(u"veltra"),
+          "VELTRA:referenceapi:InvalidComparator",
+          {{"null", ignored},
            {"no objects", notScalar},
            {"no members", notScalar},
            {"no numbers", notScalar},
            {"no texts", notScalar},
            {"no cells", notScalar},
+           {"a good and a bad cell", notScalar},
            {"two texts", notScalar},
            {"two numbers", notScalar},
            {"two types", notScalar},
@@ -126,17 +148,20 @@ const std::map<std::string, Setter>& setters() {
            {"two comparators", notScalar},
            {"a comparator", ""}}}},
         {"ReferenceDataRetriever.ReferenceRequest",
-         {requireClass,
-          {{"null", "ignored"},
+         {zorb::wrap(ReferenceRequest(u"plot")),
+          requireClass,
+          {{"null", ignored},
            {"no objects", "out of range: There is no element 0: the array is empty."},
            {"a request", ""}}}},
         {"CompoundReferenceComparator.Comparators",
-         {"VELTRA:referenceapi:ExpectedComparatorCellArray",
-          {{"null", "ignored"},
+         {matrix::createCellRow({productMatch(u"veltra")}),
+          "VELTRA:referenceapi:ExpectedComparatorCellArray",
+          {{"null", ignored},
            {"no cells", ""},
            {"a comparator in a cell", ""},
            {"a cell in a cell", "VELTRA:referenceapi:InvalidComparator"},
-           {"an empty cell", "VELTRA:referenceapi:InvalidComparator"}}}},
+           {"an empty cell", "VELTRA:referenceapi:InvalidComparator"},
+           {"a good and a bad cell", "VELTRA:referenceapi:InvalidComparator"}}}},
         {"EntityMatchComparator.EntityName", text},
         {"EntityMatchComparator.RefEntityType", oneMember},
         {"EntityMatchComparator.EntityCaseSensitivity", oneMember},
@@ -162,6 +187,15 @@ bool isEqual(const vqArrayPtr& a, const vqArrayPtr& b) {
     return a == b || (a && b && *a == *b);
 }
 
+// An object that every property of was set to something that is not the default.
+vqArrayPtr setUp(const COSClass& objectClass) {
+    auto object = construct(objectClass.getId());
+    for (const auto& property : objectClass.describe().properties)
+        property.set(omGetArrayElement(object.get(), 0)->getNative(),
+                     setterOf(objectClass.describe().name, property.name)->good.get());
+    return object;
+}
+
 // Everything that a script sees of an object; objects by identity, as the caches keep them.
 std::vector<vqArrayPtr> shown(const COSClass& objectClass, void* native) {
     std::vector<vqArrayPtr> all;
@@ -170,44 +204,109 @@ std::vector<vqArrayPtr> shown(const COSClass& objectClass, void* native) {
     return all;
 }
 
-void checkSetter(const COSClass& objectClass, const zorb::Property& property, const Setter& setter,
-                 bool isReadFirst) {
-    for (const auto& [name, value] : values()) {
-        SCOPED_TRACE(name + (isReadFirst ? ", read before" : ""));
-        const auto object = construct(objectClass.getId());
-        void* native = omGetArrayElement(object.get(), 0)->getNative();
-        std::vector<vqArrayPtr> before;
-        if (isReadFirst)
-            before = shown(objectClass, native);
-        const auto found = setter.outcomes.find(name);
-        const std::string expected =
-            found == setter.outcomes.end() ? setter.otherwise : found->second;
-
-        const auto outcome = outcomeOf([&] { property.set(native, value.get()); });
-        EXPECT_EQ(outcome, expected == "ignored" ? "" : expected);
-        if (expected.empty())
-            continue;
-        if (!isReadFirst) {
-            // The field is as it was: what is filled from it now is a new object's.
-            const auto untouched = construct(objectClass.getId());
-            const auto& cell = property.get(native);
-            const auto& fresh = property.get(omGetArrayElement(untouched.get(), 0)->getNative());
-            // Objects are made anew for each owner.
-            EXPECT_TRUE(isEqual(cell, fresh) || property.shape.kind == zorb::Shape::Object);
-            continue;
-        }
-        const auto after = shown(objectClass, native);
-        for (std::size_t i = 0; i < after.size(); ++i) {
-            const auto& shownProperty = objectClass.describe().properties[i];
-            SCOPED_TRACE(shownProperty.name);
-            EXPECT_TRUE(isEqual(after[i], before[i]));
-            // Texts are not kept in host form.
-            EXPECT_TRUE(after[i] == before[i] || shownProperty.shape.kind == zorb::Shape::Text);
-        }
-    }
+// The places of results at random, as a comparator orders them.
+std::string orderOf(const RefRequestComparator& comparator) {
+    static const auto results = tests::Generator(7).results(60);
+    std::vector<const ReferenceData*> order;
+    for (const auto& result : results)
+        order.push_back(&result);
+    std::stable_sort(order.begin(), order.end(),
+                     [&comparator](const ReferenceData* a, const ReferenceData* b) {
+                         return comparator(*a, *b);
+                     });
+    std::string places;
+    for (const auto* result : order)
+        places += std::to_string(result - results.data()) + " ";
+    return places;
 }
 
-TEST(SettersTest, TakeWhatTheyShouldAndAreUnmovedByTheRest) {
+std::string stateOf(const ReferenceRequest& request) {
+    std::string state = fl::i18n::toUtf8(request.getEntityText()) + ", types";
+    for (const auto type : request.getTypes())
+        state += " " + std::to_string(type);
+    state += ", products";
+    for (const auto& product : request.getProducts())
+        state += " " + fl::i18n::toUtf8(product);
+    return state + ", " + std::to_string(request.getEntityCaseSensitivity()) + " " +
+           std::to_string(request.getEntityPrecision()) + ", " +
+           orderOf(request.getRefRequestComparator());
+}
+
+// What an object does, which is what its native fields say.
+std::string nativeState(const vqArrayPtr& object) {
+    const auto& objectClass = omGetArrayElement(object.get(), 0)->getClass();
+    if (objectClass.getId() == zorb::HostName<ReferenceRequest>::id())
+        return stateOf(tests::nativeOf<ReferenceRequest>(object));
+    const auto* search = objectClass.findMethod("getReferenceData");
+    if (search == nullptr)
+        return orderOf(utils::getComparatorFromVq(object.get()));
+    const auto results = search->call(omGetArrayElement(object.get(), 0)->getNative());
+    std::string found;
+    for (std::size_t i = 0; i < results->getNumberOfElements(); ++i)
+        found += tests::dump(omGetNative<ReferenceData>(omGetArrayElement(results.get(), i))) + " ";
+    return found;
+}
+
+// The library over two entries that the requests of these tests tell apart.
+class SettersTest : public tests::LibraryTest {
+  protected:
+    SettersTest() {
+        add(tests::ProductBuilder(u"veltra")
+                .entity(u"fit", RefEntityType::Function, u"fit", u"A fit.")
+                .entity(u"plot", RefEntityType::Class, u"plot", u"A plot."));
+    }
+
+    static void checkUnmoved(const COSClass& objectClass, const zorb::Property& property,
+                             const Value& wrong, const std::string& outcome) {
+        const auto object = setUp(objectClass);
+        void* native = omGetArrayElement(object.get(), 0)->getNative();
+        const auto state = nativeState(object);
+        const auto before = shown(objectClass, native);
+        EXPECT_EQ(outcomeOf([&] { property.set(native, wrong.value.get()); }), outcome);
+        EXPECT_EQ(nativeState(object), state);
+        const auto after = shown(objectClass, native);
+        for (std::size_t i = 0; i < after.size(); ++i) {
+            const auto& seen = objectClass.describe().properties[i];
+            SCOPED_TRACE(seen.name);
+            EXPECT_TRUE(isEqual(after[i], before[i]));
+            // Texts are not kept in host form.
+            EXPECT_TRUE(after[i] == before[i] || seen.shape.kind == zorb::Shape::Text);
+        }
+    }
+
+    // What was never read or set before is as in an object that nothing was done to.
+    static void checkUntouched(const COSClass& objectClass, const zorb::Property& property,
+                               const Value& wrong) {
+        const auto object = construct(objectClass.getId());
+        const auto fresh = construct(objectClass.getId());
+        void* native = omGetArrayElement(object.get(), 0)->getNative();
+        outcomeOf([&] { property.set(native, wrong.value.get()); });
+        EXPECT_EQ(nativeState(object), nativeState(fresh));
+        const auto one = property.get(native);
+        const auto other = property.get(omGetArrayElement(fresh.get(), 0)->getNative());
+        // Each owner gets a default object of its own; their classes are the same.
+        EXPECT_TRUE(isEqual(one, other) ||
+                    (property.shape.kind == zorb::Shape::Object &&
+                     omGetCOSClassID(one.get()) == omGetCOSClassID(other.get())));
+    }
+
+    static void checkTaken(const COSClass& objectClass, const zorb::Property& property,
+                           const Value& right) {
+        const auto object = setUp(objectClass);
+        void* native = omGetArrayElement(object.get(), 0)->getNative();
+        EXPECT_EQ(outcomeOf([&] { property.set(native, right.value.get()); }), "");
+        const auto seen = property.get(native);
+        if (property.name == "Types")
+            EXPECT_EQ(tests::numbersOf(seen.get()), tests::numbersOf(right.value.get()));
+        else if (property.name == "ReferenceRequest")
+            EXPECT_EQ(stateOf(tests::nativeOf<ReferenceRequest>(seen)),
+                      stateOf(tests::nativeOf<ReferenceRequest>(right.value)));
+        else
+            EXPECT_TRUE(isEqual(seen, right.value));
+    }
+};
+
+TEST_F(SettersTest, TakeWhatTheyShouldAndAreUnmovedByTheRest) {
     std::size_t checked = 0;
     for (const auto* one : COSClass::getClasses()) {
         const auto& description = one->describe();
@@ -219,8 +318,18 @@ TEST(SettersTest, TakeWhatTheyShouldAndAreUnmovedByTheRest) {
             SCOPED_TRACE(description.name + "." + property.name);
             const Setter* setter = setterOf(description.name, property.name);
             ASSERT_NE(setter, nullptr) << "not in the table";
-            checkSetter(*one, property, *setter, false);
-            checkSetter(*one, property, *setter, true);
+            for (const auto& value : values()) {
+                SCOPED_TRACE(value.name);
+                const auto found = setter->outcomes.find(value.name);
+                const auto expected =
+                    found == setter->outcomes.end() ? setter->otherwise : found->second;
+                if (expected.empty()) {
+                    checkTaken(*one, property, value);
+                } else {
+                    checkUnmoved(*one, property, value, expected == ignored ? "" : expected);
+                    checkUntouched(*one, property, value);
+                }
+            }
             ++checked;
         }
     }
@@ -228,7 +337,18 @@ TEST(SettersTest, TakeWhatTheyShouldAndAreUnmovedByTheRest) {
     EXPECT_EQ(checked, setters().size() + 4);
 }
 
-TEST(SettersTest, LeaveNothingBehind) {
+TEST_F(SettersTest, BeginFromObjectsThatAreNotTheDefault) {
+    for (const auto* one : COSClass::getClasses()) {
+        const auto& description = one->describe();
+        if (!description.packageName.starts_with("veltra.internal.reference.api") ||
+            description.properties.empty() || !description.construct)
+            continue;
+        EXPECT_NE(nativeState(setUp(*one)), nativeState(construct(one->getId())))
+            << description.name;
+    }
+}
+
+TEST_F(SettersTest, LeaveNothingBehind) {
     static_cast<void>(values());
     const tests::LiveCounts before;
     for (const auto* one : COSClass::getClasses()) {
