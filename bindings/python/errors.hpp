@@ -7,28 +7,11 @@
 
 namespace veltra::python {
 
-namespace keys {
-
-struct NoSuchMethod {
-    static constexpr const char* catalog = zorb::keys::classCatalog;
-    static constexpr const char* key = "NoSuchMethod";
-};
-struct NoSuchProperty {
-    static constexpr const char* catalog = zorb::keys::classCatalog;
-    static constexpr const char* key = "NoSuchProperty";
-};
-struct UnsupportedValue {
-    static constexpr const char* catalog = zorb::keys::classCatalog;
-    static constexpr const char* key = "UnsupportedValue";
-};
-
-}  // namespace keys
-
 // Arguments: the class, the name, the names that there are.
-using NoSuchMethodError = zorb::Error<keys::NoSuchMethod>;
-using NoSuchPropertyError = zorb::Error<keys::NoSuchProperty>;
+using NoSuchMethodError = zorb::ClassError<"NoSuchMethod">;
+using NoSuchPropertyError = zorb::ClassError<"NoSuchProperty">;
 // Arguments: the Python type of the value.
-using UnsupportedValueError = zorb::Error<keys::UnsupportedValue>;
+using UnsupportedValueError = zorb::ClassError<"UnsupportedValue">;
 
 // Makes everything that is thrown an exception of `errorClass`, which takes an identifier, the
 // arguments of its message and the message: errors that have an identifier with that, others as

@@ -1,15 +1,15 @@
 // Under which names the scripting language sees the property library's classes.
 #pragma once
 
+#include "foundation/core/FixedString.hpp"
 #include "property/HeaderInfo.hpp"
 #include "property/RefItem.hpp"
-#include "zorb/FixedString.hpp"
 #include "zorb/HostName.hpp"
 
 namespace reference::property {
 
 // The names of a class of this library.
-template <zorb::FixedString Name>
+template <foundation::core::FixedString Name>
 struct PropertyHostName {
     static const char* package() noexcept { return RefEntityType::getZORBPackageName(); }
     static const char* name() noexcept { return Name.text; }

@@ -7,66 +7,29 @@
 // The errors that the object system raises, each with its identifier; MessageCatalog has the texts.
 namespace zorb {
 
-namespace keys {
+// An error of the scripting language, by its message catalogue and its key in that.
+template <foundation::core::FixedString Catalog, foundation::core::FixedString Key>
+using Error =
+    foundation::core::except::Exception<foundation::core::except::MessageKey<Catalog, Key>,
+                                        std::exception, void>;
 
-inline constexpr const char* classCatalog = "VELTRA:class";
-
-struct UndefinedClass {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "UndefinedClass";
-};
-struct RequireScalar {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "RequireScalar";
-};
-struct RequireEnumeration {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "RequireEnumeration";
-};
-struct RequireNumeric {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "RequireNumeric";
-};
-struct RequireString {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "RequireString";
-};
-struct RequireStringArray {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "RequireStringArray";
-};
-struct RequireClass {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "RequireClass";
-};
-struct NoConstructor {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "NoConstructor";
-};
-struct WrongArgumentCount {
-    static constexpr const char* catalog = classCatalog;
-    static constexpr const char* key = "WrongArgumentCount";
-};
-
-}  // namespace keys
-
-template <typename Key>
-using Error = foundation::core::except::Exception<Key, std::exception, void>;
+template <foundation::core::FixedString Key>
+using ClassError = Error<"VELTRA:class", Key>;
 
 // Arguments: the class's name.
-using UndefinedClassError = Error<keys::UndefinedClass>;
+using UndefinedClassError = ClassError<"UndefinedClass">;
 // No arguments.
-using RequireScalarError = Error<keys::RequireScalar>;
+using RequireScalarError = ClassError<"RequireScalar">;
 // Arguments: the class of the value.
-using RequireEnumerationError = Error<keys::RequireEnumeration>;
-using RequireNumericError = Error<keys::RequireNumeric>;
-using RequireStringError = Error<keys::RequireString>;
-using RequireStringArrayError = Error<keys::RequireStringArray>;
+using RequireEnumerationError = ClassError<"RequireEnumeration">;
+using RequireNumericError = ClassError<"RequireNumeric">;
+using RequireStringError = ClassError<"RequireString">;
+using RequireStringArrayError = ClassError<"RequireStringArray">;
 // Arguments: the class that was expected, the class of the value.
-using RequireClassError = Error<keys::RequireClass>;
+using RequireClassError = ClassError<"RequireClass">;
 // Arguments: the class's name.
-using NoConstructorError = Error<keys::NoConstructor>;
+using NoConstructorError = ClassError<"NoConstructor">;
 // Arguments: what takes them, how many it takes, how many were given.
-using WrongArgumentCountError = Error<keys::WrongArgumentCount>;
+using WrongArgumentCountError = ClassError<"WrongArgumentCount">;
 
 }  // namespace zorb

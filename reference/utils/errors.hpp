@@ -6,30 +6,14 @@
 
 namespace reference::utils {
 
-namespace keys {
-
-inline constexpr const char* libraryCatalog = "VELTRA:referenceapi";
-
-struct ExpectedScalarComparator {
-    static constexpr const char* catalog = libraryCatalog;
-    static constexpr const char* key = "ExpectedScalarComparator";
-};
-struct InvalidComparator {
-    static constexpr const char* catalog = libraryCatalog;
-    static constexpr const char* key = "InvalidComparator";
-};
-struct ExpectedComparatorCellArray {
-    static constexpr const char* catalog = libraryCatalog;
-    static constexpr const char* key = "ExpectedComparatorCellArray";
-};
-
-}  // namespace keys
+template <foundation::core::FixedString Key>
+using LibraryError = zorb::Error<"VELTRA:referenceapi", Key>;
 
 // No arguments.
-using ExpectedScalarComparatorError = zorb::Error<keys::ExpectedScalarComparator>;
+using ExpectedScalarComparatorError = LibraryError<"ExpectedScalarComparator">;
 // Arguments: the class of the value.
-using InvalidComparatorError = zorb::Error<keys::InvalidComparator>;
+using InvalidComparatorError = LibraryError<"InvalidComparator">;
 // No arguments.
-using ExpectedComparatorCellArrayError = zorb::Error<keys::ExpectedComparatorCellArray>;
+using ExpectedComparatorCellArrayError = LibraryError<"ExpectedComparatorCellArray">;
 
 }  // namespace reference::utils

@@ -6,18 +6,22 @@
 
 #include <boost/exception/exception.hpp>
 
+#include "foundation/core/FixedString.hpp"
 #include "foundation/core/except/IMsgIDException.hpp"
 #include "foundation/core/except/MessageCatalog.hpp"
 
 namespace foundation::core::except {
 
-// The error behind one message identifier. Key names it:
+// The name of a message: its catalogue, and its key in that.
+template <FixedString Catalog, FixedString Key>
+struct MessageKey {
+    static constexpr const char* catalog = Catalog.text;
+    static constexpr const char* key = Key.text;
+};
+
+// The error behind one message identifier, which Key names:
 //
-//     struct RequireScalar {
-//         static constexpr const char* catalog = "VELTRA:class";
-//         static constexpr const char* key = "RequireScalar";
-//     };
-//     throw Exception<RequireScalar, std::exception, void>();
+//     throw Exception<MessageKey<"VELTRA:class", "RequireScalar">, std::exception, void>();
 //
 // Standard is the standard exception that it also is; Extension is void, or one more base. what()
 // is the catalogue's text with the arguments filled in. It can be captured by

@@ -17,11 +17,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-struct Unlisted {
-    static constexpr const char* catalog = "VELTRA:test";
-    static constexpr const char* key = "Unlisted";
-};
-using UnlistedError = Exception<Unlisted, std::exception, void>;
+using UnlistedError = Exception<MessageKey<"VELTRA:test", "Unlisted">, std::exception, void>;
 
 TEST(ExceptionTest, IdentifierIsCatalogueColonKey) {
     EXPECT_EQ(zorb::RequireScalarError().getIdentifier(), "VELTRA:class:RequireScalar");

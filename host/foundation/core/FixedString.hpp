@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace zorb {
+namespace foundation::core {
 
 // A text that can be a template's argument.
 template <std::size_t Size>
@@ -13,4 +13,4 @@ struct FixedString {
     char text[Size] = {};
 };
 
-}  // namespace zorb
+}  // namespace foundation::core
