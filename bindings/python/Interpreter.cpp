@@ -11,20 +11,21 @@ namespace {
 
 std::atomic<int> worksUnderWay{0};
 
-// Made when the extension is loaded, after the libraries that it is linked with; so that it goes
-// before their static objects do.
-const struct LastToLeave {
-    LastToLeave() {
-        // A forked process has but one thread, which is not at work.
-        pthread_atfork(nullptr, nullptr, [] { worksUnderWay = 0; });
-    }
-    ~LastToLeave() {
-        while (worksUnderWay > 0)
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-} lastToLeave;
+void waitForNativeWork() {
+    while (worksUnderWay > 0)
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+}
 
 }  // namespace
+
+void keepProcessForNativeWork() {
+    // Called when the interpreter has ended, so that no work can begin any more, and before static
+    // objects go.
+    if (Py_AtExit(&waitForNativeWork) != 0)
+        throw pybind11::import_error("The interpreter takes no more functions to call at its end.");
+    // A forked process has but one thread, which is not at work.
+    pthread_atfork(nullptr, nullptr, [] { worksUnderWay = 0; });
+}
 
 void waitForEver() noexcept {
     for (;;)

@@ -25,7 +25,11 @@ decltype(auto) callPython(Call&& call) {
     }
 }
 
-// While one exists, the process does not end: native work refers to static objects.
+// To be called once, when the extension is loaded: from then on the process does not end while
+// there is a NativeWork. Native work refers to static objects.
+void keepProcessForNativeWork();
+
+// Marks that the calling thread is at work without the interpreter lock.
 class NativeWork {
   public:
     NativeWork() noexcept;

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "HostObject.hpp"
+#include "Interpreter.hpp"
 #include "errors.hpp"
 #include "foundation/core/except/MessageCatalog.hpp"
 #include "registry.hpp"
@@ -14,6 +15,7 @@ namespace py = pybind11;
 using namespace veltra::python;
 
 PYBIND11_MODULE(_veltra, module) {
+    keepProcessForNativeWork();
     module.doc() = "The bridge to the host's object system. Use the package veltra instead.";
     py::class_<HostObject> hostObject(module, "HostObject");
     hostObject.def_property_readonly("class_name", &HostObject::className)
