@@ -156,6 +156,33 @@ def test_orders_as_natively(native, counts, name):
     assert reordered > 5 or name == "IndexOrderComparator"
 
 
+@pytest.mark.parametrize("name", ALL)
+def test_orders_the_shipped_documentation_as_natively(native, counts, name):
+    """Alone, and inside a compound inside a compound."""
+    native.use_default_documentation()
+    chance = random.Random(name)
+    for retriever in RETRIEVERS:
+        for text in ("", "table", "a", "ref/table-class.html"):
+            request = {
+                "EntityText": units(text),
+                "Types": [],
+                "Products": [],
+                "EntityCaseSensitivity": 1,
+                "EntityPrecision": 1,
+            }
+            plain = search_natively(native, retriever, request, ("IndexOrderComparator", {}))
+            alone = described(name, chance, plain)
+            inner = ("CompoundReferenceComparator", {"Comparators": [alone]})
+            nested = (
+                "CompoundReferenceComparator",
+                {"Comparators": [("DeprecatedOrderComparator", {}), inner]},
+            )
+            for comparator in (alone, nested):
+                expected = search_natively(native, retriever, request, comparator)
+                found = search_from_python(retriever, request, comparator)
+                assert found == expected, f"{retriever}, {text!r}, {comparator}"
+
+
 def test_requests_ask_as_natively(native, counts):
     chance = random.Random(1)
     found = 0
