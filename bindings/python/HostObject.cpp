@@ -57,12 +57,14 @@ const zorb::Method& methodOf(const COSClass& objectClass, const std::string& nam
 }  // namespace
 
 HostObject HostObject::construct(const std::string& className) {
+    const Operation operation;
     const vqArrayPtr scalar = matrix::from_veltra(omConstructObjectWithClient(
         zorb::internal::makeInterned(std::string(className)), 0, nullptr, COSGetPublicClient()));
     return HostObject(omGetArrayElement(scalar.get(), 0));
 }
 
 pybind11::object HostObject::get(const std::string& name) const {
+    const Operation operation;
     const auto& property = propertyOf(m_object->getClass(), name);
     vqArrayPtr value;
     {
@@ -73,6 +75,7 @@ pybind11::object HostObject::get(const std::string& name) const {
 }
 
 void HostObject::set(const std::string& name, const pybind11::object& value) const {
+    const Operation operation;
     const auto& property = propertyOf(m_object->getClass(), name);
     const vqArrayPtr given = toHost(value, property.shape);
     // The objects within the value are read under the interpreter lock alone, as every property is;
@@ -82,6 +85,7 @@ void HostObject::set(const std::string& name, const pybind11::object& value) con
 }
 
 pybind11::object HostObject::call(const std::string& name) const {
+    const Operation operation;
     const auto& method = methodOf(m_object->getClass(), name);
     vqArrayPtr result;
     withoutInterpreterLock([this, &method, &result] {

@@ -1,6 +1,5 @@
 #include "Interpreter.hpp"
 
-#include <atomic>
 #include <chrono>
 #include <pthread.h>
 #include <thread>
@@ -9,41 +8,58 @@
 namespace veltra::python {
 namespace {
 
-std::atomic<int> worksUnderWay{0};
+namespace py = pybind11;
 
-void waitForNativeWork() {
-    while (worksUnderWay > 0)
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+// All guarded by the interpreter lock.
+int running = 0;
+thread_local int runningHere = 0;
+bool wereExitFunctionsCalled = false;
+bool isEnding = false;
+std::thread::id endingThread;
+
+void endOperations() {
+    endingThread = std::this_thread::get_id();
+    isEnding = true;
+    while (running > runningHere) {
+        {
+            const py::gil_scoped_release release;
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
+        if (PyErr_CheckSignals() != 0) {
+            PyErr_Clear();
+            return;
+        }
+    }
 }
 
 }  // namespace
 
-void keepProcessForNativeWork() {
-    // Called when the interpreter has ended, so that no work can begin any more, and before static
-    // objects go.
-    if (Py_AtExit(&waitForNativeWork) != 0)
-        throw pybind11::import_error("The interpreter takes no more functions to call at its end.");
-    // A forked process has but one thread, which is not at work.
-    pthread_atfork(nullptr, nullptr, [] { worksUnderWay = 0; });
+Operation::Operation() {
+    if (isEnding && std::this_thread::get_id() != endingThread) {
+        static_cast<void>(PyEval_SaveThread());
+        for (;;)
+            pause();
+    }
+    ++running;
+    ++runningHere;
 }
 
-void waitForEver() noexcept {
-    for (;;)
-        pause();
+Operation::~Operation() {
+    --runningHere;
+    --running;
 }
 
-NativeWork::NativeWork() noexcept {
-    ++worksUnderWay;
-}
-
-NativeWork::~NativeWork() {
-    --worksUnderWay;
-}
-
-void takeInterpreterLock(PyThreadState* state) {
-    if (_Py_IsFinalizing() != 0 || Py_IsInitialized() == 0)
-        waitForEver();
-    callPython([state] { PyEval_RestoreThread(state); });
+void waitForOperationsAtExit() {
+    // Functions that were registered earlier are called later; only when all have been called are
+    // they, and what they were registered with, let go of.
+    const py::capsule last(&running, [](void*) {
+        if (wereExitFunctionsCalled)
+            endOperations();
+    });
+    const auto atExit = py::module_::import("atexit").attr("register");
+    atExit(py::cpp_function([](const py::object&) { wereExitFunctionsCalled = true; }), last);
+    // A forked process has but the one thread that forked.
+    pthread_atfork(nullptr, nullptr, [] { running = runningHere; });
 }
 
 }  // namespace veltra::python

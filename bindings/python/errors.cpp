@@ -6,7 +6,6 @@
 #include <utility>
 #include <vector>
 
-#include "Interpreter.hpp"
 #include "foundation/core/except/IMsgIDException.hpp"
 #include "foundation/core/except/MessageCatalog.hpp"
 
@@ -34,8 +33,7 @@ void raise(const std::string& identifier, const std::vector<std::string>& texts,
     py::tuple arguments(texts.size());
     for (std::size_t i = 0; i < texts.size(); ++i)
         arguments[i] = toMessage(texts[i]);
-    const py::object error =
-        callPython([&] { return errorClass()(identifier, arguments, toMessage(message)); });
+    const py::object error = errorClass()(identifier, arguments, toMessage(message));
     PyErr_SetObject(py::type::of(error).ptr(), error.ptr());
 }
 

@@ -15,7 +15,7 @@ namespace py = pybind11;
 using namespace veltra::python;
 
 PYBIND11_MODULE(_veltra, module) {
-    keepProcessForNativeWork();
+    waitForOperationsAtExit();
     module.doc() = "The bridge to the host's object system. Use the package veltra instead.";
     py::class_<HostObject> hostObject(module, "HostObject");
     hostObject.def_property_readonly("class_name", &HostObject::className)

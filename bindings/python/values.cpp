@@ -10,7 +10,6 @@
 #include <vector>
 
 #include "HostObject.hpp"
-#include "Interpreter.hpp"
 #include "errors.hpp"
 #include "vq/matrix.hpp"
 #include "zorb/om.hpp"
@@ -50,11 +49,11 @@ std::u16string toText(const py::handle& value) {
 py::object toPython(const COSInterfacePtr& object) {
     if (!object)
         return py::none();
-    return callPython([&object] { return factories().makeObject(HostObject(object)); });
+    return factories().makeObject(HostObject(object));
 }
 
 py::object memberToPython(Interned classId, std::uint32_t number) {
-    return callPython([&] { return factories().makeMember(classId.str(), number); });
+    return factories().makeMember(classId.str(), number);
 }
 
 // Whether a value of this shape is seen as a list whatever its count.
@@ -292,10 +291,8 @@ vqArrayPtr convert(const py::handle& value, const Shape* shape) {
         ~Leave() { Py_LeaveRecursiveCall(); }
     } const leave;
     std::vector<py::object> items;
-    callPython([&value, &items] {
-        for (const auto& item : value)
-            items.push_back(py::reinterpret_borrow<py::object>(item));
-    });
+    for (const auto& item : value)
+        items.push_back(py::reinterpret_borrow<py::object>(item));
     if (shape != nullptr && shape->kind == Shape::CellArray)
         return toCells(items);
     if (items.empty())

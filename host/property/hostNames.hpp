@@ -8,16 +8,11 @@
 
 namespace reference::property {
 
-// The names of a class of this library.
+// The names of a class of this library that does not say them itself.
 template <foundation::core::FixedString Name>
-struct PropertyHostName {
-    static const char* package() noexcept { return RefEntityType::getZORBPackageName(); }
-    static const char* name() noexcept { return Name.text; }
-    static zorb::Interned id() {
-        static const zorb::Interned qualified =
-            zorb::internal::makeInterned(std::string(package()) + "." + name());
-        return qualified;
-    }
+struct PropertyName {
+    static const char* getZORBPackageName() noexcept { return RefEntityType::getZORBPackageName(); }
+    static const char* getZORBClassName() noexcept { return Name.text; }
 };
 
 }  // namespace reference::property
@@ -37,37 +32,42 @@ struct HostName<reference::property::DeprecationStatus::Value>
 
 template <>
 struct HostName<reference::property::AppThumbnail>
-    : reference::property::PropertyHostName<"AppThumbnail"> {};
+    : HostName<reference::property::PropertyName<"AppThumbnail">> {};
 template <>
 struct HostName<reference::property::ClassProperty>
-    : reference::property::PropertyHostName<"ClassProperty"> {};
+    : HostName<reference::property::PropertyName<"ClassProperty">> {};
 template <>
 struct HostName<reference::property::ClassPropertyGroup>
-    : reference::property::PropertyHostName<"ClassPropertyGroup"> {};
+    : HostName<reference::property::PropertyName<"ClassPropertyGroup">> {};
 template <>
-struct HostName<reference::property::Example> : reference::property::PropertyHostName<"Example"> {};
+struct HostName<reference::property::Example>
+    : HostName<reference::property::PropertyName<"Example">> {};
 template <>
 struct HostName<reference::property::HeaderInfo>
-    : reference::property::PropertyHostName<"HeaderInfo"> {};
+    : HostName<reference::property::PropertyName<"HeaderInfo">> {};
 template <>
-struct HostName<reference::property::Input> : reference::property::PropertyHostName<"Input"> {};
+struct HostName<reference::property::Input> : HostName<reference::property::PropertyName<"Input">> {
+};
 template <>
 struct HostName<reference::property::InputGroup>
-    : reference::property::PropertyHostName<"InputGroup"> {};
+    : HostName<reference::property::PropertyName<"InputGroup">> {};
 template <>
-struct HostName<reference::property::Output> : reference::property::PropertyHostName<"Output"> {};
+struct HostName<reference::property::Output>
+    : HostName<reference::property::PropertyName<"Output">> {};
 template <>
 struct HostName<reference::property::Parameter>
-    : reference::property::PropertyHostName<"Parameter"> {};
+    : HostName<reference::property::PropertyName<"Parameter">> {};
 template <>
 struct HostName<reference::property::RefEntity>
-    : reference::property::PropertyHostName<"RefEntity"> {};
+    : HostName<reference::property::PropertyName<"RefEntity">> {};
 template <>
-struct HostName<reference::property::RefItem> : reference::property::PropertyHostName<"RefItem"> {};
+struct HostName<reference::property::RefItem>
+    : HostName<reference::property::PropertyName<"RefItem">> {};
 template <>
-struct HostName<reference::property::SeeAlso> : reference::property::PropertyHostName<"SeeAlso"> {};
+struct HostName<reference::property::SeeAlso>
+    : HostName<reference::property::PropertyName<"SeeAlso">> {};
 template <>
 struct HostName<reference::property::SyntaxGroup>
-    : reference::property::PropertyHostName<"SyntaxGroup"> {};
+    : HostName<reference::property::PropertyName<"SyntaxGroup">> {};
 
 }  // namespace zorb

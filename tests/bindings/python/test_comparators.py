@@ -103,6 +103,17 @@ def for_native(described_one):
     return name, plain
 
 
+def loosely(text):
+    """A request of all products and types in which neither case nor package counts."""
+    return {
+        "EntityText": units(text),
+        "Types": [],
+        "Products": [],
+        "EntityCaseSensitivity": 1,
+        "EntityPrecision": 1,
+    }
+
+
 def search_natively(native, retriever, request, comparator):
     found = native.search(retriever, request, for_native(comparator))
     return [(text_of(p), text_of(h), [text_of(n) for n in names]) for p, h, names in found]
@@ -137,13 +148,7 @@ def test_orders_as_natively(native, counts, name):
         native.use_documentation(seed + 1)
         for retriever in RETRIEVERS:
             for text in TEXTS:
-                request = {
-                    "EntityText": units(text),
-                    "Types": [],
-                    "Products": [],
-                    "EntityCaseSensitivity": 1,
-                    "EntityPrecision": 1,
-                }
+                request = loosely(text)
                 plain = search_natively(native, retriever, request, ("IndexOrderComparator", {}))
                 comparator = described(name, chance, plain)
                 expected = search_natively(native, retriever, request, comparator)
@@ -163,13 +168,7 @@ def test_orders_the_shipped_documentation_as_natively(native, counts, name):
     chance = random.Random(name)
     for retriever in RETRIEVERS:
         for text in ("", "table", "a", "ref/table-class.html"):
-            request = {
-                "EntityText": units(text),
-                "Types": [],
-                "Products": [],
-                "EntityCaseSensitivity": 1,
-                "EntityPrecision": 1,
-            }
+            request = loosely(text)
             plain = search_natively(native, retriever, request, ("IndexOrderComparator", {}))
             alone = described(name, chance, plain)
             inner = ("CompoundReferenceComparator", {"Comparators": [alone]})
