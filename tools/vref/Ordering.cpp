@@ -22,6 +22,7 @@
 #include "reference/api/comparator/PageNameMatchComparator.hpp"
 #include "reference/api/comparator/PreferredOrderComparator.hpp"
 #include "reference/api/comparator/ProductMatchComparator.hpp"
+#include "reference/api/comparator/preferredOrder.hpp"
 #include "vref/CommandLineText.hpp"
 #include "vref/ExitStatus.hpp"
 
@@ -91,6 +92,8 @@ std::string namesIn(const ReferenceData& data) {
     return names;
 }
 
+std::vector<OrderKey> preferredKeys();
+
 std::optional<RefEntityType::Value> typeNamed(std::string_view text) {
     return RefEntityType::fromString(text);
 }
@@ -100,7 +103,7 @@ std::optional<OrderKey> plainKey(const std::string& text) {
     if (text == "index")
         return OrderKey{text, IndexOrderComparator(), hrefOf};
     if (text == "preferred")
-        return OrderKey{text, PreferredOrderComparator(), {}};
+        return OrderKey{text, PreferredOrderComparator(), {}, preferredKeys()};
     if (text == "deprecated")
         return OrderKey{text, DeprecatedOrderComparator(), statusOf};
     if (text == "depth")
@@ -140,27 +143,45 @@ std::optional<OrderKey> matchKey(const std::string& text, const std::string& nam
     return std::nullopt;
 }
 
-OrderKey keyNamed(const std::string& text, EntityCaseSensitivity::Value caseSensitivity) {
+std::optional<OrderKey> findKey(const std::string& text,
+                                EntityCaseSensitivity::Value caseSensitivity) {
     const auto equals = text.find('=');
-    auto key = equals == std::string::npos ? plainKey(text)
-                                           : matchKey(text, text.substr(0, equals),
-                                                      text.substr(equals + 1), caseSensitivity);
+    return equals == std::string::npos
+               ? plainKey(text)
+               : matchKey(text, text.substr(0, equals), text.substr(equals + 1), caseSensitivity);
+}
+
+OrderKey keyNamed(const std::string& text, EntityCaseSensitivity::Value caseSensitivity) {
+    auto key = findKey(text, caseSensitivity);
     if (!key)
         throw UnusableError("There is no order \"" + text +
                             "\"; there is: " + Ordering::knownKeys() + ".");
     return std::move(*key);
 }
 
-// The keys that the preferred order stands for, to tell which of them decided.
+// The library's keys of the preferred order, each with what the key of the same name here sees of a
+// result.
 std::vector<OrderKey> preferredKeys() {
     std::vector<OrderKey> keys;
-    for (const char* text :
-         {"deprecated", "product=veltra", "product=pendrake", "type", "function-type"}) {
-        OrderKey key = keyNamed(text, EntityCaseSensitivity::Sensitive);
-        key.label.insert(0, "preferred, by ");
+    for (const auto& [name, goesBefore] : preferredOrder) {
+        OrderKey key{"preferred, by " + std::string(name), goesBefore, {}};
+        if (auto known = findKey(std::string(name), EntityCaseSensitivity::Sensitive))
+            key.valueOf = std::move(known->valueOf);
         keys.push_back(std::move(key));
     }
     return keys;
+}
+
+// The first key that tells the two apart, and within a chain the key of the chain; null when all
+// tie.
+const OrderKey* decidingKey(const std::vector<OrderKey>& keys, const ReferenceData& a,
+                            const ReferenceData& b) {
+    const auto key = std::ranges::find_if(
+        keys, [&](const OrderKey& candidate) { return candidate.comparator(a, b); });
+    if (key == keys.end())
+        return nullptr;
+    const OrderKey* const inChain = decidingKey(key->chain, a, b);
+    return inChain != nullptr ? inChain : &*key;
 }
 
 }  // namespace
@@ -200,21 +221,13 @@ api::RefRequestComparator Ordering::comparator() const {
 }
 
 std::string Ordering::explain(const ReferenceData& a, const ReferenceData& b) const {
-    const auto decidedBy = [&](const std::vector<OrderKey>& keys) {
-        return std::ranges::find_if(keys,
-                                    [&](const OrderKey& key) { return key.comparator(a, b); });
-    };
-    const auto key = decidedBy(m_keys);
-    if (key == m_keys.end())
+    const OrderKey* const key = decidingKey(m_keys, a, b);
+    if (key == nullptr)
         return "tied with the next: as they were found";
-    const auto tell = [&](const OrderKey& deciding) {
-        return "before the next by " + deciding.label + ": " + deciding.valueOf(a) + " before " +
-               deciding.valueOf(b);
-    };
+    std::string text = "before the next by " + key->label;
     if (key->valueOf)
-        return tell(*key);
-    const auto chain = preferredKeys();
-    return tell(*decidedBy(chain));
+        text += ": " + key->valueOf(a) + " before " + key->valueOf(b);
+    return text;
 }
 
 }  // namespace reference::tools

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "reference/api/EntityCaseSensitivity.hpp"
@@ -17,6 +18,8 @@ struct OrderKey {
     api::RefRequestComparator comparator;
     // What the key sees of a result ("2", "matches"); empty where there is nothing to say.
     std::function<std::string(const api::ReferenceData&)> valueOf;
+    // The keys that this one goes through in precedence, when it is a chain; else empty.
+    std::vector<OrderKey> chain = {};
 };
 
 // The keys of an order, in precedence.
@@ -33,11 +36,13 @@ class Ordering {
     [[nodiscard]] static Ordering forPerson(const std::u16string& name,
                                             api::EntityCaseSensitivity::Value caseSensitivity);
 
+    explicit Ordering(std::vector<OrderKey> keys = {}) : m_keys(std::move(keys)) {}
+
     // All keys as one comparator.
     [[nodiscard]] api::RefRequestComparator comparator() const;
 
     // Why `a` stands before `b`: the first key that tells them apart and what it sees of both, or
-    // that they tie. A key that is itself a chain is told by its own keys. UTF-8.
+    // that they tie. A chain is told by that one of its keys which decided. UTF-8.
     [[nodiscard]] std::string explain(const api::ReferenceData& a,
                                       const api::ReferenceData& b) const;
 

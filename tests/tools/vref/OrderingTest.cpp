@@ -1,9 +1,12 @@
 #include <algorithm>
+#include <iterator>
+#include <set>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "reference/api/comparator/preferredOrder.hpp"
 #include "support/Generator.hpp"
 #include "support/OrderingLaws.hpp"
 #include "vref/ExitStatus.hpp"
@@ -45,6 +48,39 @@ TEST(OrderingTest, IsAStrictWeakOrderingAndExplainsEveryDecision) {
             EXPECT_EQ(text.starts_with("tied with the next"), !decided) << text;
         }
     }
+}
+
+TEST(OrderingTest, NamesTheKeysOfThePreferredOrderAsTheLibraryHasThem) {
+    const auto results = tests::Generator(1).results(60);
+    const auto preferred = Ordering::parse({"preferred"}, EntityCaseSensitivity::Sensitive);
+    std::set<std::string> named;
+    for (const auto& key : api::comparator::preferredOrder) {
+        const std::string name(key.name);
+        const auto ordering = Ordering::parse({name}, EntityCaseSensitivity::Sensitive);
+        const auto comparator = ordering.comparator();
+        for (const auto& a : results)
+            for (const auto& b : results) {
+                ASSERT_EQ(key.goesBefore(a, b), comparator(a, b)) << name;
+                const std::string start = "before the next by preferred, by " + name + ": ";
+                if (preferred.explain(a, b).starts_with(start)) {
+                    named.insert(name);
+                    ASSERT_TRUE(key.goesBefore(a, b)) << name;
+                }
+            }
+    }
+    EXPECT_EQ(named.size(), std::size(api::comparator::preferredOrder));
+}
+
+TEST(OrderingTest, ExplainsAChainWhoseKeysDoNotTellAllThatItDecides) {
+    const auto always = [](const api::ReferenceData&, const api::ReferenceData&) { return true; };
+    const auto never = [](const api::ReferenceData&, const api::ReferenceData&) { return false; };
+    const auto results = tests::Generator(1).results(2);
+    const auto explain = [&](const api::RefRequestComparator& inChain) {
+        return Ordering({{"chain", always, {}, {{"part", inChain, {}}}}})
+            .explain(results[0], results[1]);
+    };
+    EXPECT_EQ(explain(never), "before the next by chain");
+    EXPECT_EQ(explain(always), "before the next by part");
 }
 
 }  // namespace
