@@ -153,6 +153,8 @@ json::object manifestDocument(const Manifest& manifest) {
 // makes the lock file first and leaves it there, so what lies beside one was put there by
 // publications, even if each of them was stopped before it made a manifest.
 void requireOwnFolder(const fs::path& root) {
+    if (!fs::is_directory(root))
+        fail(root, "This is no folder; name an empty or new folder, or the root of a set.");
     const bool own = fs::is_empty(root) || fs::exists(root / lockFileName) ||
                      fs::exists(root / manifestFileName);
     if (!own)
@@ -277,15 +279,46 @@ void publishLocked(const fs::path& root, const std::string& locale,
     removeOldEditions(root, locale, stem, kept);
 }
 
-}  // namespace
-
-void publishProduct(const fs::path& root, const std::string& locale,
-                    const ProductDocumentation& documentation) {
-    if (documentation.header.shortName.empty())
+void requireNames(const fs::path& root, const std::string& locale,
+                  const std::u16string& shortName) {
+    if (shortName.empty())
         fail(root, "The product has no short name; a set files products by it.");
     if (const auto reason = whyNotContained(locale);
         reason || locale.find('/') != std::string::npos)
         fail(root, "\"" + locale + "\" is no locale; it must be a folder name such as en_US.");
+}
+
+// The folder itself or, where it does not exist, the nearest above it that does.
+fs::path nearestExisting(const fs::path& folder) {
+    fs::path nearest = fs::absolute(folder);
+    while (!fs::exists(nearest) && nearest.has_relative_path())
+        nearest = nearest.parent_path();
+    return nearest;
+}
+
+}  // namespace
+
+void requirePublishable(const fs::path& root, const std::string& locale,
+                        const std::u16string& shortName) {
+    requireNames(root, locale, shortName);
+    try {
+        const fs::path folder = nearestExisting(root);
+        if (fs::exists(root)) {
+            requireOwnFolder(root);
+            static_cast<void>(currentManifest(root, locale));
+        }
+        if (!fs::is_directory(folder))
+            fail(root, folder.string() + " is no folder.");
+        if (::access(folder.c_str(), W_OK | X_OK) != 0)
+            failWithErrno(folder, "Nothing can be written into the folder");
+    } catch (const fs::filesystem_error& error) {
+        throw PublishError(error.path1().string() + ": " + error.code().message() + ".");
+    }
+}
+
+void publishProduct(const fs::path& root, const std::string& locale,
+                    const ProductDocumentation& documentation) {
+    requireNames(root, locale, documentation.header.shortName);
     try {
         fs::create_directories(root);
         requireOwnFolder(root);

@@ -30,4 +30,10 @@ class VELTRA_HOST_API PublishError : public std::runtime_error {
 VELTRA_HOST_API void publishProduct(const std::filesystem::path& root, const std::string& locale,
                                     const ProductDocumentation& documentation);
 
+// Throws PublishError where publishProduct() would refuse this product: because of its short name,
+// the locale, or what lies at the root. Makes and changes nothing, so that it can be asked before
+// the documentation is put together; publishProduct() checks again. Any thread.
+VELTRA_HOST_API void requirePublishable(const std::filesystem::path& root,
+                                        const std::string& locale, const std::u16string& shortName);
+
 }  // namespace reference::docset

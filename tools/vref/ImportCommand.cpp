@@ -59,6 +59,8 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
     const auto start = std::chrono::steady_clock::now();
     const std::string locale =
         options.locale.empty() ? defaultLocale(options.root) : options.locale;
+    // Before the tree is read, which may take minutes.
+    docset::requirePublishable(options.root, locale, fl::i18n::toUtf16(options.product));
 
     const Terminal terminal = Terminal::ofStandardError();
     std::optional<ProgressBar> progress(std::in_place, std::cerr, terminal,

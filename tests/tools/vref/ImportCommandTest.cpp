@@ -87,6 +87,19 @@ TEST_F(ImportCommandTest, FolderThatIsNoSetIsRefused) {
     EXPECT_EQ(m_set.read("set/letter.txt"), "Dear reader");
 }
 
+TEST_F(ImportCommandTest, RootThatCannotTakeItIsFoundBeforeTheTreeIsRead) {
+    // A tree without an inventory is the first thing that reading it would find.
+    const TempFolder empty;
+    m_set.write("letters/letter.txt", "Dear reader");
+    for (const char* name : {"letters", "letters/letter.txt", "letters/letter.txt/below"}) {
+        const ToolRun run = runTool({"import", "sphinx", empty.path(), "--product", "gadgets",
+                                     "--into", (m_set.path() / name).string()});
+        EXPECT_EQ(run.status, 2) << name;
+        EXPECT_THAT(run.messages, HasSubstr("folder")) << name;
+        EXPECT_THAT(run.messages, ::testing::Not(HasSubstr("objects.inv"))) << name;
+    }
+}
+
 TEST_F(ImportCommandTest, FaultyManifestIsRefusedAndKept) {
     m_set.write("set/documentation-set.json", "{");
     const ToolRun run = import();
