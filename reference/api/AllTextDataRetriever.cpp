@@ -1,6 +1,7 @@
 #include "reference/api/AllTextDataRetriever.hpp"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
 #include "reference/utils/toLowerCopy.hpp"
@@ -63,10 +64,10 @@ bool AllTextDataRetriever::isTextMatch(const std::u16string& text) const {
     const std::u16string& searched = getSearchedText();
     if (searched.empty())
         return true;
-    const auto contains = [&searched](const std::u16string& candidate) {
-        return candidate.find(searched) != std::u16string::npos;
+    const auto contains = [&searched](std::u16string_view candidate) {
+        return candidate.find(searched) != std::u16string_view::npos;
     };
-    return isCaseSensitive() ? contains(text) : contains(utils::toLowerCopy(text));
+    return isCaseSensitive() ? contains(text) : contains(utils::LowerCased(text).view());
 }
 
 bool AllTextDataRetriever::hasInfoMatch(const ObjectInfo& info) const {

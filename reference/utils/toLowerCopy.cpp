@@ -1,28 +1,35 @@
 #include "reference/utils/toLowerCopy.hpp"
 
-#include <array>
-#include <cstddef>
+#include <utility>
 
 #include "fl/i18n/transform.hpp"
 
 namespace reference::utils {
 
-std::u16string toLowerCopy(std::u16string_view text) {
+LowerCased::LowerCased(std::u16string_view text) noexcept : m_view(text) {
     using fl::i18n::to_lower;
     using fl::i18n::detail::transform;
     try {
-        // Names and most purposes fit the stack; only the rare longer text is converted twice.
-        std::array<char16_t, 1024> buffer;
         const std::size_t length =
-            transform(buffer.data(), buffer.size(), text.data(), text.size(), to_lower());
-        if (length <= buffer.size())
-            return {buffer.data(), length};
-        std::u16string folded(length, u'\0');
-        transform(folded.data(), folded.size(), text.data(), text.size(), to_lower());
-        return folded;
+            transform(m_buffer.data(), m_buffer.size(), text.data(), text.size(), to_lower());
+        if (length <= m_buffer.size()) {
+            m_view = {m_buffer.data(), length};
+            return;
+        }
+        m_long.resize(length);
+        transform(m_long.data(), m_long.size(), text.data(), text.size(), to_lower());
+        m_view = m_long;
     } catch (...) {
-        return std::u16string(text);
+        // The view is the text itself.
     }
+}
+
+std::u16string LowerCased::take() {
+    return m_view.data() == m_long.data() ? std::move(m_long) : std::u16string(m_view);
+}
+
+std::u16string toLowerCopy(std::u16string_view text) {
+    return LowerCased(text).take();
 }
 
 }  // namespace reference::utils

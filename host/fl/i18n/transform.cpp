@@ -1,8 +1,10 @@
 #include "fl/i18n/transform.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <limits>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -35,7 +37,7 @@ void requireWellFormed(std::u16string_view text) {
 }
 
 // Fills `out` from its beginning with ICU's mapping of `in`; returns the length of all of it.
-std::size_t lowerCase(std::u16string& out, std::u16string_view in) {
+std::size_t lowerCase(std::span<char16_t> out, std::u16string_view in) {
     UErrorCode error = U_ZERO_ERROR;
     const std::int32_t needed =
         u_strToLower(out.data(), static_cast<std::int32_t>(out.size()), in.data(),
@@ -61,13 +63,20 @@ std::size_t transform(char16_t* out, std::size_t capacity, const char16_t* in, s
     }
 
     requireWellFormed(text);
-    constexpr std::size_t icuLimit = std::numeric_limits<std::int32_t>::max();
-    if (length > icuLimit)
+    constexpr std::size_t maxLength = std::numeric_limits<std::int32_t>::max();
+    if (length > maxLength)
         throw std::length_error("A text of " + std::to_string(length) +
                                 " units is too long to be lower-cased.");
-    // Into a text of its own, which is then cut: ICU itself leaves out a character whose mapping
-    // does not fit whole, and puts a terminator where there is room for one.
-    std::u16string lowered(std::min(length + 8, icuLimit), u'\0');
+    // Into a buffer of its own, which is then cut: ICU itself leaves out a character whose mapping
+    // does not fit whole, and puts a terminator where there is room for one. Names and most texts
+    // fit the stack, so that folding them allocates nothing.
+    std::array<char16_t, 1024> buffer;
+    if (length <= buffer.size())
+        if (const std::size_t needed = lowerCase(buffer, text); needed <= buffer.size()) {
+            std::copy_n(buffer.begin(), std::min(needed, capacity), out);
+            return needed;
+        }
+    std::u16string lowered(std::min(length + 8, maxLength), u'\0');
     std::size_t needed = lowerCase(lowered, text);
     if (needed > lowered.size()) {
         lowered.resize(needed);
