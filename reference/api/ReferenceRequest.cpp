@@ -7,7 +7,6 @@
 
 #include "reference/api/comparator/IndexOrderComparator.hpp"
 #include "reference/api/hostNames.hpp"
-#include "reference/utils/enumerationProperty.hpp"
 #include "reference/utils/errors.hpp"
 #include "reference/utils/getComparatorFromVq.hpp"
 #include "refutils/hostTexts.hpp"
@@ -92,19 +91,19 @@ void ReferenceRequest::setProductsProperty(const vqArray* products) {
 }
 
 const vqArray* ReferenceRequest::getEntityCaseSensitivityProperty() const {
-    return utils::getEnumerationProperty(m_caseSensitivityCache, m_caseSensitivity);
+    return m_caseSensitivity.getProperty();
 }
 
 void ReferenceRequest::setEntityCaseSensitivityProperty(const vqArray* value) {
-    utils::setEnumerationProperty(value, m_caseSensitivityCache, m_caseSensitivity);
+    m_caseSensitivity.setProperty(value);
 }
 
 const vqArray* ReferenceRequest::getEntityPrecisionProperty() const {
-    return utils::getEnumerationProperty(m_precisionCache, m_precision);
+    return m_precision.getProperty();
 }
 
 void ReferenceRequest::setEntityPrecisionProperty(const vqArray* value) {
-    utils::setEnumerationProperty(value, m_precisionCache, m_precision);
+    m_precision.setProperty(value);
 }
 
 const vqArray* ReferenceRequest::getComparatorProperty() const {

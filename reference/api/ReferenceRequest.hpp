@@ -9,6 +9,7 @@
 #include "reference/api/EntityPrecision.hpp"
 #include "reference/api/RefRequestComparator.hpp"
 #include "reference/api/export.hpp"
+#include "reference/utils/EnumerationProperty.hpp"
 #include "vq/vqArray.hpp"
 
 namespace reference::api {
@@ -56,21 +57,23 @@ class VELTRA_REFERENCE_API ReferenceRequest {
 
     [[nodiscard]] bool isAllTextMatch() const noexcept { return m_isAllTextMatch; }
     [[nodiscard]] bool isCaseSensitive() const noexcept {
-        return m_caseSensitivity == EntityCaseSensitivity::Sensitive;
+        return m_caseSensitivity.get() == EntityCaseSensitivity::Sensitive;
     }
     [[nodiscard]] bool isExactMatch() const noexcept {
-        return m_precision == EntityPrecision::Exact_Match;
+        return m_precision.get() == EntityPrecision::Exact_Match;
     }
 
     // Any 32-bit number is stored as it is.
     [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
-        return m_caseSensitivity;
+        return m_caseSensitivity.get();
     }
     void setEntityCaseSensitivity(EntityCaseSensitivity::Value value) noexcept {
-        m_caseSensitivity = value;
+        m_caseSensitivity.set(value);
     }
-    [[nodiscard]] EntityPrecision::Value getEntityPrecision() const noexcept { return m_precision; }
-    void setEntityPrecision(EntityPrecision::Value value) noexcept { m_precision = value; }
+    [[nodiscard]] EntityPrecision::Value getEntityPrecision() const noexcept {
+        return m_precision.get();
+    }
+    void setEntityPrecision(EntityPrecision::Value value) noexcept { m_precision.set(value); }
 
     // References live as long as this object is neither changed nor gone.
     [[nodiscard]] const std::u16string& getEntityText() const noexcept { return m_entityText; }
@@ -113,8 +116,7 @@ class VELTRA_REFERENCE_API ReferenceRequest {
     [[nodiscard]] const vqArray* getProductsProperty() const;
     void setProductsProperty(const vqArray* products);
 
-    // One enumeration member. The setters throw "VELTRA:class:RequireScalar" and, for an element
-    // that is no number, "VELTRA:class:RequireNumeric"; they take any number.
+    // One enumeration member each, as told at utils::EnumerationProperty.
     [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
     void setEntityCaseSensitivityProperty(const vqArray* value);
     [[nodiscard]] const vqArray* getEntityPrecisionProperty() const;
@@ -137,15 +139,14 @@ class VELTRA_REFERENCE_API ReferenceRequest {
     std::vector<property::RefEntityType::Value> m_types;
     std::vector<std::u16string> m_products;
     RefRequestComparator m_comparator;
-    EntityCaseSensitivity::Value m_caseSensitivity = EntityCaseSensitivity::Sensitive;
-    EntityPrecision::Value m_precision = EntityPrecision::Exact_Match;
+    utils::EnumerationProperty<EntityCaseSensitivity::Value> m_caseSensitivity{
+        EntityCaseSensitivity::Sensitive};
+    utils::EnumerationProperty<EntityPrecision::Value> m_precision{EntityPrecision::Exact_Match};
 
     // What the scripting language sees; null until it is first asked for, or set.
     vqArrayPtr m_typesCache;
     mutable vqArrayPtr m_productsCache;
     mutable vqArrayPtr m_comparatorCache;
-    mutable vqArrayPtr m_caseSensitivityCache;
-    mutable vqArrayPtr m_precisionCache;
 };
 
 }  // namespace reference::api

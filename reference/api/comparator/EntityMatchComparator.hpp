@@ -5,7 +5,9 @@
 #include "property/RefEntityType.hpp"
 #include "reference/api/EntityCaseSensitivity.hpp"
 #include "reference/api/ReferenceData.hpp"
+#include "reference/api/comparator/ComparedName.hpp"
 #include "reference/api/export.hpp"
+#include "reference/utils/EnumerationProperty.hpp"
 #include "vq/vqArray.hpp"
 
 namespace reference::api::comparator {
@@ -28,53 +30,43 @@ class VELTRA_REFERENCE_API EntityMatchComparator {
     // The name to match; a null pointer given to the setter changes nothing. The pointer that the
     // getter gives is never null and lives as long as this object.
     [[nodiscard]] const std::u16string* getEntityNameProperty() const noexcept {
-        return &m_entityName;
+        return &m_name.getText();
     }
-    void setEntityNameProperty(const std::u16string* entityName);
+    void setEntityNameProperty(const std::u16string* entityName) { m_name.setText(entityName); }
 
-    // Any 32-bit number is stored as it is.
+    // Any 32-bit number is stored as it is; the property is told at utils::EnumerationProperty.
     [[nodiscard]] property::RefEntityType::Value getRefEntityType() const noexcept {
-        return m_refEntityType;
+        return m_refEntityType.get();
     }
-    void setRefEntityType(property::RefEntityType::Value type) noexcept { m_refEntityType = type; }
-
-    // The same as an enumeration member of the scripting language, which lives as long as this
-    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
-    // shows what a script last read or set. The setter ignores null, takes any number, and throws
-    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
-    // one thread at a time, the getter too.
+    void setRefEntityType(property::RefEntityType::Value type) noexcept {
+        m_refEntityType.set(type);
+    }
     [[nodiscard]] const vqArray* getRefEntityTypeProperty() const;
     void setRefEntityTypeProperty(const vqArray* value);
 
-    // Any 32-bit number is stored as it is; only Sensitive makes case count.
+    // The same; only Sensitive makes case count.
     [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
-        return m_entityCaseSensitivity;
+        return m_name.getCaseSensitivity();
     }
-    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value);
-
-    // The same as an enumeration member of the scripting language, which lives as long as this
-    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
-    // shows what a script last read or set. The setter ignores null, takes any number, and throws
-    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
-    // one thread at a time, the getter too.
-    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
-    void setEntityCaseSensitivityProperty(const vqArray* value);
+    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
+        m_name.setCaseSensitivity(value);
+    }
+    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const {
+        return m_name.getCaseSensitivityProperty();
+    }
+    void setEntityCaseSensitivityProperty(const vqArray* value) {
+        m_name.setCaseSensitivityProperty(value);
+    }
 
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
   private:
     [[nodiscard]] bool isMatch(const ReferenceData& data) const;
-    void generateCompareName();
 
-    std::u16string m_entityName;
-    std::u16string m_compareName;  // the name in the form that is compared
-    property::RefEntityType::Value m_refEntityType = property::RefEntityType::Unknown;
-    EntityCaseSensitivity::Value m_entityCaseSensitivity = EntityCaseSensitivity::Sensitive;
-
-    // What the scripting language sees; null until it is first asked for, or set.
-    mutable vqArrayPtr m_refEntityTypeCache;
-    mutable vqArrayPtr m_entityCaseSensitivityCache;
+    ComparedName m_name;
+    utils::EnumerationProperty<property::RefEntityType::Value> m_refEntityType{
+        property::RefEntityType::Unknown};
 };
 
 }  // namespace reference::api::comparator

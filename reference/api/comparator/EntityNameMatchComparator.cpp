@@ -5,7 +5,6 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
-#include "reference/utils/enumerationProperty.hpp"
 
 namespace reference::api::comparator {
 
@@ -13,9 +12,7 @@ EntityNameMatchComparator::EntityNameMatchComparator() = default;
 
 EntityNameMatchComparator::EntityNameMatchComparator(std::u16string entityName,
                                                      EntityCaseSensitivity::Value caseSensitivity)
-    : m_entityName(std::move(entityName)), m_entityCaseSensitivity(caseSensitivity) {
-    generateCompareName();
-}
+    : m_name(std::move(entityName), caseSensitivity) {}
 
 bool EntityNameMatchComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
     return matchGoesFirst(a, b, [this](const ReferenceData& data) { return isMatch(data); });
@@ -23,39 +20,8 @@ bool EntityNameMatchComparator::operator()(const ReferenceData& a, const Referen
 
 bool EntityNameMatchComparator::isMatch(const ReferenceData& data) const {
     return std::ranges::any_of(data.getRefItem().getRefEntities(), [this](const auto& entity) {
-        return isComparedName(entity.getName(), m_compareName, m_entityCaseSensitivity);
+        return m_name.isNameOf(entity.getName());
     });
-}
-
-void EntityNameMatchComparator::generateCompareName() {
-    m_compareName = comparedForm(m_entityName, m_entityCaseSensitivity);
-}
-
-void EntityNameMatchComparator::setEntityNameProperty(const std::u16string* entityName) {
-    if (entityName == nullptr)
-        return;
-    auto taken = *this;  // nothing is changed before all is derived
-    utils::setStringProperty(taken.m_entityName, entityName);
-    taken.generateCompareName();
-    *this = std::move(taken);
-}
-
-void EntityNameMatchComparator::setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
-    m_entityCaseSensitivity = value;
-    generateCompareName();
-}
-
-const vqArray* EntityNameMatchComparator::getEntityCaseSensitivityProperty() const {
-    return utils::getEnumerationProperty(m_entityCaseSensitivityCache, m_entityCaseSensitivity);
-}
-
-void EntityNameMatchComparator::setEntityCaseSensitivityProperty(const vqArray* value) {
-    auto taken = *this;  // nothing is changed before all is derived
-    if (!utils::setEnumerationProperty(value, taken.m_entityCaseSensitivityCache,
-                                       taken.m_entityCaseSensitivity))
-        return;
-    taken.generateCompareName();
-    *this = std::move(taken);
 }
 
 const char* EntityNameMatchComparator::getZORBClassName() noexcept {

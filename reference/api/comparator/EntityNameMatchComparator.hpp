@@ -4,6 +4,7 @@
 
 #include "reference/api/EntityCaseSensitivity.hpp"
 #include "reference/api/ReferenceData.hpp"
+#include "reference/api/comparator/ComparedName.hpp"
 #include "reference/api/export.hpp"
 #include "vq/vqArray.hpp"
 
@@ -27,37 +28,32 @@ class VELTRA_REFERENCE_API EntityNameMatchComparator {
     // The name to match; a null pointer given to the setter changes nothing. The pointer that the
     // getter gives is never null and lives as long as this object.
     [[nodiscard]] const std::u16string* getEntityNameProperty() const noexcept {
-        return &m_entityName;
+        return &m_name.getText();
     }
-    void setEntityNameProperty(const std::u16string* entityName);
+    void setEntityNameProperty(const std::u16string* entityName) { m_name.setText(entityName); }
 
-    // Any 32-bit number is stored as it is; only Sensitive makes case count.
+    // Any 32-bit number is stored as it is; only Sensitive makes case count. The property is told
+    // at utils::EnumerationProperty.
     [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
-        return m_entityCaseSensitivity;
+        return m_name.getCaseSensitivity();
     }
-    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value);
-
-    // The same as an enumeration member of the scripting language, which lives as long as this
-    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
-    // shows what a script last read or set. The setter ignores null, takes any number, and throws
-    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
-    // one thread at a time, the getter too.
-    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
-    void setEntityCaseSensitivityProperty(const vqArray* value);
+    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
+        m_name.setCaseSensitivity(value);
+    }
+    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const {
+        return m_name.getCaseSensitivityProperty();
+    }
+    void setEntityCaseSensitivityProperty(const vqArray* value) {
+        m_name.setCaseSensitivityProperty(value);
+    }
 
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
   private:
     [[nodiscard]] bool isMatch(const ReferenceData& data) const;
-    void generateCompareName();
 
-    std::u16string m_entityName;
-    std::u16string m_compareName;  // the name in the form that is compared
-    EntityCaseSensitivity::Value m_entityCaseSensitivity = EntityCaseSensitivity::Sensitive;
-
-    // What the scripting language sees; null until it is first asked for, or set.
-    mutable vqArrayPtr m_entityCaseSensitivityCache;
+    ComparedName m_name;
 };
 
 }  // namespace reference::api::comparator

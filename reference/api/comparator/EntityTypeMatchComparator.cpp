@@ -4,7 +4,6 @@
 
 #include "reference/api/comparator/matching.hpp"
 #include "reference/api/hostNames.hpp"
-#include "reference/utils/enumerationProperty.hpp"
 
 namespace reference::api::comparator {
 
@@ -19,16 +18,16 @@ bool EntityTypeMatchComparator::operator()(const ReferenceData& a, const Referen
 
 bool EntityTypeMatchComparator::isMatch(const ReferenceData& data) const {
     return std::ranges::any_of(data.getRefItem().getRefEntities(), [this](const auto& entity) {
-        return entity.getRefEntityType() == m_refEntityType;
+        return entity.getRefEntityType() == m_refEntityType.get();
     });
 }
 
 const vqArray* EntityTypeMatchComparator::getRefEntityTypeProperty() const {
-    return utils::getEnumerationProperty(m_refEntityTypeCache, m_refEntityType);
+    return m_refEntityType.getProperty();
 }
 
 void EntityTypeMatchComparator::setRefEntityTypeProperty(const vqArray* value) {
-    utils::setEnumerationProperty(value, m_refEntityTypeCache, m_refEntityType);
+    m_refEntityType.setProperty(value);
 }
 
 const char* EntityTypeMatchComparator::getZORBClassName() noexcept {

@@ -3,6 +3,7 @@
 #include "property/RefEntityType.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/export.hpp"
+#include "reference/utils/EnumerationProperty.hpp"
 #include "vq/vqArray.hpp"
 
 namespace reference::api::comparator {
@@ -20,17 +21,13 @@ class VELTRA_REFERENCE_API EntityTypeMatchComparator {
     // Whether a goes before b.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
-    // Any 32-bit number is stored as it is.
+    // Any 32-bit number is stored as it is; the property is told at utils::EnumerationProperty.
     [[nodiscard]] property::RefEntityType::Value getRefEntityType() const noexcept {
-        return m_refEntityType;
+        return m_refEntityType.get();
     }
-    void setRefEntityType(property::RefEntityType::Value type) noexcept { m_refEntityType = type; }
-
-    // The same as an enumeration member of the scripting language, which lives as long as this
-    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
-    // shows what a script last read or set. The setter ignores null, takes any number, and throws
-    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
-    // one thread at a time, the getter too.
+    void setRefEntityType(property::RefEntityType::Value type) noexcept {
+        m_refEntityType.set(type);
+    }
     [[nodiscard]] const vqArray* getRefEntityTypeProperty() const;
     void setRefEntityTypeProperty(const vqArray* value);
 
@@ -40,10 +37,8 @@ class VELTRA_REFERENCE_API EntityTypeMatchComparator {
   private:
     [[nodiscard]] bool isMatch(const ReferenceData& data) const;
 
-    property::RefEntityType::Value m_refEntityType = property::RefEntityType::Unknown;
-
-    // What the scripting language sees; null until it is first asked for, or set.
-    mutable vqArrayPtr m_refEntityTypeCache;
+    utils::EnumerationProperty<property::RefEntityType::Value> m_refEntityType{
+        property::RefEntityType::Unknown};
 };
 
 }  // namespace reference::api::comparator

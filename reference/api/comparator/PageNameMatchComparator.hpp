@@ -4,6 +4,7 @@
 
 #include "reference/api/EntityCaseSensitivity.hpp"
 #include "reference/api/ReferenceData.hpp"
+#include "reference/api/comparator/ComparedName.hpp"
 #include "reference/api/export.hpp"
 #include "vq/vqArray.hpp"
 
@@ -28,36 +29,33 @@ class VELTRA_REFERENCE_API PageNameMatchComparator {
 
     // The page to match; a null pointer given to the setter changes nothing. The pointer that the
     // getter gives is never null and lives as long as this object.
-    [[nodiscard]] const std::u16string* getPageNameProperty() const noexcept { return &m_pageName; }
-    void setPageNameProperty(const std::u16string* pageName);
-
-    // Any 32-bit number is stored as it is; only Sensitive makes case count.
-    [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
-        return m_entityCaseSensitivity;
+    [[nodiscard]] const std::u16string* getPageNameProperty() const noexcept {
+        return &m_name.getText();
     }
-    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value);
+    void setPageNameProperty(const std::u16string* pageName) { m_name.setText(pageName); }
 
-    // The same as an enumeration member of the scripting language, which lives as long as this
-    // object is neither changed nor gone. It is made once: a native setter leaves it alone, and it
-    // shows what a script last read or set. The setter ignores null, takes any number, and throws
-    // "VELTRA:class:RequireScalar" and "VELTRA:class:RequireNumeric"; it changes nothing then. By
-    // one thread at a time, the getter too.
-    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
-    void setEntityCaseSensitivityProperty(const vqArray* value);
+    // Any 32-bit number is stored as it is; only Sensitive makes case count. The property is told
+    // at utils::EnumerationProperty.
+    [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
+        return m_name.getCaseSensitivity();
+    }
+    void setEntityCaseSensitivity(EntityCaseSensitivity::Value value) {
+        m_name.setCaseSensitivity(value);
+    }
+    [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const {
+        return m_name.getCaseSensitivityProperty();
+    }
+    void setEntityCaseSensitivityProperty(const vqArray* value) {
+        m_name.setCaseSensitivityProperty(value);
+    }
 
     [[nodiscard]] static const char* getZORBClassName() noexcept;
     [[nodiscard]] static const char* getZORBPackageName() noexcept;
 
   private:
     [[nodiscard]] bool isMatch(const ReferenceData& data) const;
-    void generateCompareName();
 
-    std::u16string m_pageName;
-    std::u16string m_compareName;  // the file name in the form that is compared
-    EntityCaseSensitivity::Value m_entityCaseSensitivity = EntityCaseSensitivity::Sensitive;
-
-    // What the scripting language sees; null until it is first asked for, or set.
-    mutable vqArrayPtr m_entityCaseSensitivityCache;
+    ComparedName m_name;  // its form is the file name: the page name and ".html"
 };
 
 }  // namespace reference::api::comparator
