@@ -11,7 +11,7 @@ namespace reference::utils {
 // caller to check. What is set on the object later does not reach the copy.
 //
 // Throws "VELTRA:referenceapi:InvalidComparator", with the name of the value's class ("null" for
-// null), for a value of any other class than the twelve of the package
+// null), unless the value's class is one of the library's comparators: those of the package
 // "veltra.internal.reference.api.comparator". By one thread at a time for one object.
 [[nodiscard]] VELTRA_REFERENCE_API api::RefRequestComparator getComparatorFromVq(
     const vqArray* value);
