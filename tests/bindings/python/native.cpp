@@ -3,7 +3,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdint>
-#include <functional>
 #include <future>
 #include <map>
 #include <memory>
@@ -21,18 +20,7 @@
 #include "reference/api/EntityPurposeDataRetriever.hpp"
 #include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
-#include "reference/api/comparator/CompoundReferenceComparator.hpp"
-#include "reference/api/comparator/DeprecatedOrderComparator.hpp"
-#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
-#include "reference/api/comparator/EntityMatchComparator.hpp"
-#include "reference/api/comparator/EntityNameMatchComparator.hpp"
-#include "reference/api/comparator/EntityTypeMatchComparator.hpp"
-#include "reference/api/comparator/EntityTypeOrderComparator.hpp"
-#include "reference/api/comparator/FunctionTypeOrderComparator.hpp"
-#include "reference/api/comparator/IndexOrderComparator.hpp"
-#include "reference/api/comparator/PageNameMatchComparator.hpp"
-#include "reference/api/comparator/PreferredOrderComparator.hpp"
-#include "reference/api/comparator/ProductMatchComparator.hpp"
+#include "support/Comparators.hpp"
 #include "support/Generator.hpp"
 #include "support/MemorySource.hpp"
 #include "zorb/ClassDescription.hpp"
@@ -41,10 +29,10 @@ namespace {
 
 namespace py = pybind11;
 using namespace reference::api;
-using namespace reference::api::comparator;
 using reference::cache_manager::ReferenceCacheManager;
 using reference::docparser::DocResourceParser;
 using reference::property::RefEntityType;
+using reference::tests::ComparatorFields;
 using reference::tests::Generator;
 using reference::tests::MemorySource;
 
@@ -130,46 +118,25 @@ std::u16string textOf(const py::dict& properties, const char* name) {
     return toText(properties[name].cast<Units>());
 }
 
-template <typename T>
-RefRequestComparator stateless(const py::dict& /*properties*/) {
-    return T();
-}
-
 // A comparator described as (class name, properties), made by native means.
 RefRequestComparator makeComparator(const py::tuple& described) {
-    using Make = std::function<RefRequestComparator(const py::dict&)>;
-    static const std::map<std::string, Make> makers = {
-        {"DeprecatedOrderComparator", stateless<DeprecatedOrderComparator>},
-        {"EntityDepthOrderComparator", stateless<EntityDepthOrderComparator>},
-        {"EntityTypeOrderComparator", stateless<EntityTypeOrderComparator>},
-        {"FunctionTypeOrderComparator", stateless<FunctionTypeOrderComparator>},
-        {"IndexOrderComparator", stateless<IndexOrderComparator>},
-        {"PreferredOrderComparator", stateless<PreferredOrderComparator>},
-        {"EntityMatchComparator",
-         [](const py::dict& p) {
-             return EntityMatchComparator(textOf(p, "EntityName"), typeOf(p), foldOf(p));
-         }},
-        {"EntityNameMatchComparator",
-         [](const py::dict& p) {
-             return EntityNameMatchComparator(textOf(p, "EntityName"), foldOf(p));
-         }},
-        {"EntityTypeMatchComparator",
-         [](const py::dict& p) { return EntityTypeMatchComparator(typeOf(p)); }},
-        {"PageNameMatchComparator",
-         [](const py::dict& p) {
-             return PageNameMatchComparator(textOf(p, "PageName"), foldOf(p));
-         }},
-        {"ProductMatchComparator",
-         [](const py::dict& p) { return ProductMatchComparator(textOf(p, "ProductName")); }},
-        {"CompoundReferenceComparator",
-         [](const py::dict& p) {
-             std::vector<RefRequestComparator> chain;
-             for (const auto& one : p["Comparators"])
-                 chain.push_back(makeComparator(one.cast<py::tuple>()));
-             return CompoundReferenceComparator(std::move(chain));
-         }},
-    };
-    return makers.at(described[0].cast<std::string>())(described[1].cast<py::dict>());
+    const auto properties = described[1].cast<py::dict>();
+    ComparatorFields fields;
+    if (properties.contains("EntityName"))
+        fields.entityName = textOf(properties, "EntityName");
+    if (properties.contains("PageName"))
+        fields.pageName = textOf(properties, "PageName");
+    if (properties.contains("ProductName"))
+        fields.productName = textOf(properties, "ProductName");
+    if (properties.contains("RefEntityType"))
+        fields.refEntityType = typeOf(properties);
+    if (properties.contains("EntityCaseSensitivity"))
+        fields.caseSensitivity = foldOf(properties);
+    if (properties.contains("Comparators"))
+        for (const auto& one : properties["Comparators"])
+            fields.comparators.push_back(
+                {.className = {}, .object = {}, .native = makeComparator(one.cast<py::tuple>())});
+    return reference::tests::makeNatively(described[0].cast<std::string>(), fields);
 }
 
 template <typename Retriever>

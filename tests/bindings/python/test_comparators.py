@@ -4,6 +4,7 @@ import random
 
 import pytest
 
+from veltra import _veltra
 from veltra.internal.reference import api
 from veltra.internal.reference.api import comparator as comparators
 
@@ -14,23 +15,8 @@ RETRIEVERS = [
     "EntityPurposeDataRetriever",
     "PageNameDataRetriever",
 ]
-STATELESS = [
-    "DeprecatedOrderComparator",
-    "EntityDepthOrderComparator",
-    "EntityTypeOrderComparator",
-    "FunctionTypeOrderComparator",
-    "IndexOrderComparator",
-    "PreferredOrderComparator",
-]
-ALL = [
-    *STATELESS,
-    "CompoundReferenceComparator",
-    "EntityMatchComparator",
-    "EntityNameMatchComparator",
-    "EntityTypeMatchComparator",
-    "PageNameMatchComparator",
-    "ProductMatchComparator",
-]
+PACKAGE = comparators.__name__
+ALL = sorted(_veltra.class_names(PACKAGE))
 # Everything by a text that all have; names and pages by parts that generated ones are made of.
 TEXTS = ["", "a", "A", "fit", "Fit", "b", "\ud800"]
 
@@ -80,6 +66,8 @@ def described(name, chance, known, depth=0):
             fields = {"Comparators": [described(one, chance, known, depth + 1) for one in inner]}
         case _:
             fields = {}
+    known = {entry[0] for entry in _veltra.describe_class(f"{PACKAGE}.{name}")["properties"]}
+    assert set(fields) == known, f"{name} has properties that are not set here"
     return name, fields
 
 
@@ -137,6 +125,14 @@ def search_from_python(retriever, request, comparator):
         )
         for result in results
     ]
+
+
+@pytest.mark.parametrize("name", ALL)
+def test_every_comparator_that_can_be_imported_can_be_set(counts, name):
+    comparator = getattr(comparators, name)()
+    assert api.ReferenceRequest(Comparator=comparator).Comparator is comparator
+    compound = comparators.CompoundReferenceComparator(Comparators=[comparator])
+    assert compound.Comparators == [comparator]
 
 
 @pytest.mark.parametrize("name", ALL)

@@ -38,6 +38,7 @@ vqArrayPtr read(const vqArrayPtr& value, const char* name, std::size_t i = 0) {
     return object->getClass().findProperty(name)->get(object->getNative());
 }
 
+// The names that scripts rely on, once for all tests.
 TEST(LibraryHostClassesTest, AllAreThere) {
     EXPECT_THAT(
         classesOf(apiPackage),

@@ -9,19 +9,11 @@
 
 #include "foundation/core/except/IMsgIDException.hpp"
 #include "reference/api/ReferenceRequest.hpp"
-#include "reference/api/comparator/CompoundReferenceComparator.hpp"
-#include "reference/api/comparator/DeprecatedOrderComparator.hpp"
-#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
-#include "reference/api/comparator/EntityMatchComparator.hpp"
-#include "reference/api/comparator/EntityNameMatchComparator.hpp"
 #include "reference/api/comparator/EntityTypeMatchComparator.hpp"
-#include "reference/api/comparator/EntityTypeOrderComparator.hpp"
-#include "reference/api/comparator/FunctionTypeOrderComparator.hpp"
 #include "reference/api/comparator/IndexOrderComparator.hpp"
-#include "reference/api/comparator/PageNameMatchComparator.hpp"
-#include "reference/api/comparator/PreferredOrderComparator.hpp"
 #include "reference/api/comparator/ProductMatchComparator.hpp"
 #include "reference/utils/getComparatorFromVq.hpp"
+#include "support/Comparators.hpp"
 #include "support/Generator.hpp"
 #include "support/HostValues.hpp"
 #include "support/Print.hpp"
@@ -30,7 +22,6 @@ namespace reference::utils {
 namespace {
 
 using namespace api::comparator;
-using api::EntityCaseSensitivity;
 using api::ReferenceData;
 using api::RefRequestComparator;
 using property::RefEntityType;
@@ -40,87 +31,6 @@ using tests::Generator;
 using tests::members;
 using tests::nativeOf;
 using tests::objects;
-
-// A comparator twice: as a script sets it up, property by property, and natively.
-struct Pair {
-    std::string name;
-    vqArrayPtr object;
-    RefRequestComparator native;
-};
-
-template <typename T>
-Pair stateless(std::string name) {
-    return {std::move(name), construct<T>(), T()};
-}
-
-std::vector<Pair> allTwelve(Generator& generator, int depth = 0) {
-    const auto name = generator.name();
-    const auto type = generator.type();
-    const auto fold = static_cast<EntityCaseSensitivity::Value>(generator.below(3));
-    const std::u16string page = generator.pick<std::u16string>({u"a", u"Fit", u""});
-    const std::u16string folder = generator.pick(tests::productNames);
-
-    Pair entity{"entity", construct<EntityMatchComparator>(),
-                EntityMatchComparator(name, type, fold)};
-    auto& entityMatch = nativeOf<EntityMatchComparator>(entity.object);
-    entityMatch.setEntityNameProperty(&name);
-    entityMatch.setRefEntityTypeProperty(members<RefEntityType>({type}).get());
-    entityMatch.setEntityCaseSensitivityProperty(members<EntityCaseSensitivity>({fold}).get());
-
-    Pair entityName{"name", construct<EntityNameMatchComparator>(),
-                    EntityNameMatchComparator(name, fold)};
-    auto& entityNameMatch = nativeOf<EntityNameMatchComparator>(entityName.object);
-    entityNameMatch.setEntityCaseSensitivityProperty(members<EntityCaseSensitivity>({fold}).get());
-    entityNameMatch.setEntityNameProperty(&name);
-
-    Pair entityType{"type match", construct<EntityTypeMatchComparator>(),
-                    EntityTypeMatchComparator(type)};
-    nativeOf<EntityTypeMatchComparator>(entityType.object)
-        .setRefEntityTypeProperty(members<RefEntityType>({type}).get());
-
-    Pair pageName{"page", construct<PageNameMatchComparator>(),
-                  PageNameMatchComparator(page, fold)};
-    auto& pageNameMatch = nativeOf<PageNameMatchComparator>(pageName.object);
-    pageNameMatch.setPageNameProperty(&page);
-    pageNameMatch.setEntityCaseSensitivityProperty(members<EntityCaseSensitivity>({fold}).get());
-
-    Pair product{"product", construct<ProductMatchComparator>(), ProductMatchComparator(folder)};
-    nativeOf<ProductMatchComparator>(product.object).setProductNameProperty(&folder);
-
-    std::vector<Pair> all = {
-        stateless<DeprecatedOrderComparator>("deprecated"),
-        std::move(entity),
-        std::move(entityName),
-        std::move(entityType),
-        stateless<EntityTypeOrderComparator>("type"),
-        stateless<FunctionTypeOrderComparator>("function type"),
-        stateless<IndexOrderComparator>("index"),
-        std::move(pageName),
-        stateless<PreferredOrderComparator>("preferred"),
-        std::move(product),
-        stateless<EntityDepthOrderComparator>("depth"),
-    };
-
-    // A compound of some of them; the outer one holds an inner one.
-    std::vector<vqArrayPtr> cells;
-    std::vector<RefRequestComparator> natives;
-    for (int i = 0; i < 3; ++i) {
-        const auto& chosen = generator.pick(all);
-        cells.push_back(chosen.object);
-        natives.push_back(chosen.native);
-    }
-    if (depth == 0) {
-        auto inner = allTwelve(generator, depth + 1);
-        cells.insert(cells.begin() + 1, inner.back().object);
-        natives.insert(natives.begin() + 1, inner.back().native);
-    }
-    Pair compound{"compound", construct<CompoundReferenceComparator>(),
-                  CompoundReferenceComparator(std::move(natives))};
-    nativeOf<CompoundReferenceComparator>(compound.object)
-        .setComparatorsProperty(matrix::createCellRow(std::move(cells)).get());
-    all.push_back(std::move(compound));
-    return all;
-}
 
 std::vector<std::string> sorted(const std::vector<ReferenceData>& results,
                                 const RefRequestComparator& comparator) {
@@ -141,8 +51,8 @@ TEST(GetComparatorFromVqTest, OrdersAsTheSameComparatorDoesNatively) {
     for (std::uint32_t seed = 1; seed <= 200; ++seed) {
         Generator generator(seed);
         const auto results = generator.results(30);
-        const auto all = allTwelve(generator);
-        ASSERT_EQ(all.size(), 12U);
+        const auto all = tests::comparatorsAtRandom(generator);
+        ASSERT_EQ(all.size(), tests::comparatorClassNames().size());
         for (const auto& [name, object, native] : all)
             ASSERT_EQ(sorted(results, getComparatorFromVq(object.get())), sorted(results, native))
                 << name << ", seed " << seed;

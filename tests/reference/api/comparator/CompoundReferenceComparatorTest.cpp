@@ -109,11 +109,5 @@ TEST(CompoundReferenceComparatorTest, ComposesWithItself) {
     EXPECT_FALSE(outer(numbered(u"12"), numbered(u"11")));
 }
 
-TEST(CompoundReferenceComparatorTest, HasItsHostNames) {
-    EXPECT_STREQ(CompoundReferenceComparator::getZORBClassName(), "CompoundReferenceComparator");
-    EXPECT_STREQ(CompoundReferenceComparator::getZORBPackageName(),
-                 "veltra.internal.reference.api.comparator");
-}
-
 }  // namespace
 }  // namespace reference::api::comparator

@@ -169,14 +169,5 @@ TEST(MatchComparatorsTest, TwoOfAKindAreTied) {
     EXPECT_FALSE(comparator(c, b));
 }
 
-TEST(MatchComparatorsTest, HaveTheirHostNames) {
-    EXPECT_STREQ(EntityMatchComparator::getZORBClassName(), "EntityMatchComparator");
-    EXPECT_STREQ(EntityNameMatchComparator::getZORBClassName(), "EntityNameMatchComparator");
-    EXPECT_STREQ(EntityTypeMatchComparator::getZORBClassName(), "EntityTypeMatchComparator");
-    EXPECT_STREQ(ProductMatchComparator::getZORBClassName(), "ProductMatchComparator");
-    EXPECT_STREQ(ProductMatchComparator::getZORBPackageName(),
-                 "veltra.internal.reference.api.comparator");
-}
-
 }  // namespace
 }  // namespace reference::api::comparator

@@ -106,15 +106,5 @@ TEST(PreferredOrderComparatorTest, DeprecationThenProductThenTypesDecide) {
     EXPECT_EQ(relation(comparator, of(u"a"), of(u"b")), '=');
 }
 
-TEST(OrderComparatorNamesTest, AreTheClassNamesInOnePackage) {
-    EXPECT_STREQ(DeprecatedOrderComparator::getZORBClassName(), "DeprecatedOrderComparator");
-    EXPECT_STREQ(EntityDepthOrderComparator::getZORBClassName(), "EntityDepthOrderComparator");
-    EXPECT_STREQ(EntityTypeOrderComparator::getZORBClassName(), "EntityTypeOrderComparator");
-    EXPECT_STREQ(FunctionTypeOrderComparator::getZORBClassName(), "FunctionTypeOrderComparator");
-    EXPECT_STREQ(PreferredOrderComparator::getZORBClassName(), "PreferredOrderComparator");
-    EXPECT_STREQ(PreferredOrderComparator::getZORBPackageName(),
-                 "veltra.internal.reference.api.comparator");
-}
-
 }  // namespace
 }  // namespace reference::api::comparator
