@@ -43,9 +43,11 @@ struct ImportSphinxOptions {
     std::string version;      // empty: the project's own
     std::string helpFolder;   // empty: the product's short name
     bool listAll = false;
+    bool force = false;  // replace the product whatever it loses
 };
 
-// Imports a built Sphinx tree into a documentation set.
+// Imports a built Sphinx tree into a documentation set. Refuses, and leaves the set as it is, where
+// nothing was found or the product would lose more than an ordinary release takes away.
 ExitStatus importSphinx(const ImportSphinxOptions& options);
 
 // Checks a documentation set.

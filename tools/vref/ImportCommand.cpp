@@ -11,6 +11,7 @@
 #include "fl/i18n/utf.hpp"
 #include "sphinx/ImportTree.hpp"
 #include "vref/Commands.hpp"
+#include "vref/ProductSize.hpp"
 #include "vref/ProgressBar.hpp"
 #include "vref/Terminal.hpp"
 
@@ -53,6 +54,24 @@ void writeSummary(std::ostream& out, const sphinx::ImportReport& report, bool li
         out << "  and " << report.undescribed.size() - shown << " more (--list-all)\n";
 }
 
+void requireWorthPublishing(const ImportSphinxOptions& options, const std::string& locale,
+                            const sphinx::ImportResult& result) {
+    if (options.force)
+        return;
+    const ProductSize fresh = sizeOf(result.documentation.entities);
+    std::string problem;
+    if (fresh.total() == 0)
+        problem = "The inventory lists nothing that belongs into a reference.";
+    else if (result.report.pagesRead == 0)
+        problem = "None of the pages that the inventory names could be read.";
+    else if (const auto old =
+                 publishedSize(options.root, locale, result.documentation.header.shortName))
+        problem = shrinkage(*old, fresh);
+    if (!problem.empty())
+        throw UnusableError("The product \"" + options.product + "\" was not imported. " + problem +
+                            " If that is right, import with --force.");
+}
+
 }  // namespace
 
 ExitStatus importSphinx(const ImportSphinxOptions& options) {
@@ -73,6 +92,9 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
          .helpFolder = fl::i18n::toUtf16(options.helpFolder),
          .progress = [&](std::size_t done, std::size_t total) { progress->update(done, total); }});
     progress.reset();
+    for (const auto& fault : result.report.faults)
+        std::cerr << "vref: passed over: " << fault.page << ": " << fault.problem << '\n';
+    requireWorthPublishing(options, locale, result);
     docset::publishProduct(options.root, locale, result.documentation);
 
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
@@ -82,8 +104,6 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
               << options.root << ":\n";
     writeSummary(std::cout, result.report, options.listAll);
     std::cout << "Time: " << std::fixed << std::setprecision(1) << elapsed.count() << " s\n";
-    for (const auto& fault : result.report.faults)
-        std::cerr << "vref: passed over: " << fault.page << ": " << fault.problem << '\n';
     return result.report.faults.empty() ? Success : Incomplete;
 }
 

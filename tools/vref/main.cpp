@@ -105,6 +105,9 @@ class CommandLine {
                             "The folder of the pages below the help root (else the short name)");
         command->add_flag("--list-all", m_import.listAll,
                           "List every object without a description, however many");
+        command->add_flag("--force", m_import.force,
+                          "Replace the product even if nothing, or far less than before, was "
+                          "found");
         command->callback([this] { m_command = [this] { return importSphinx(m_import); }; });
     }
 

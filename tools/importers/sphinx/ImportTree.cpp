@@ -85,6 +85,14 @@ std::vector<PageTask> pageTasks(const std::vector<InventoryObject>& objects) {
     return tasks;
 }
 
+// A page that the system fails to read would be missing from the product without a fault of its
+// own, so the import ends.
+[[noreturn]] void giveUp(const std::string& page, const SystemFailure& failure) {
+    throw ImportError(page + ": " + failure.what() +
+                      " The import ends here, because it would lack this page; try again once the "
+                      "cause is removed.");
+}
+
 void readTask(const SourceTree& tree, HtmlArena& arena, PageTask& task) {
     try {
         const std::string html = tree.read(task.page);
@@ -92,6 +100,8 @@ void readTask(const SourceTree& tree, HtmlArena& arena, PageTask& task) {
     } catch (const PageError& error) {
         task.facts.fault = error.what();
         task.facts.isMissing = true;
+    } catch (const SystemFailure& failure) {
+        giveUp(task.page, failure);
     }
 }
 
@@ -104,7 +114,7 @@ class PageReaders {
     void run() {
         const unsigned wanted =
             m_options.threads != 0 ? m_options.threads : std::thread::hardware_concurrency();
-        const std::size_t count = std::clamp<std::size_t>(wanted, 1, maximumThreads);
+        const std::size_t count = std::clamp<std::size_t>(wanted, 1, maxThreads);
         {
             std::vector<std::jthread> threads;
             for (std::size_t each = 1; each < std::min(count, m_tasks.size()); ++each)
@@ -116,7 +126,7 @@ class PageReaders {
     }
 
   private:
-    static constexpr std::size_t maximumThreads = 256;
+    static constexpr std::size_t maxThreads = 256;
 
     void work() {
         try {
@@ -155,6 +165,8 @@ std::map<std::string, std::string> readSummaries(const SourceTree& tree) {
         return {};
     } catch (const HtmlError&) {
         return {};
+    } catch (const SystemFailure& failure) {
+        giveUp(moduleIndexName, failure);
     }
 }
 

@@ -1,9 +1,12 @@
 #include "sphinx/SourceTree.hpp"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdint>
-#include <fstream>
+#include <fcntl.h>
+#include <sys/stat.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "sphinx/Text.hpp"
 
@@ -12,7 +15,66 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::uintmax_t maximumFileSize = std::uintmax_t{64} << 20U;
+constexpr std::uintmax_t maxFileSize = std::uintmax_t{64} << 20U;
+
+[[noreturn]] void failWith(const std::error_code& error) {
+    throw SystemFailure("The file cannot be read: " + error.message() + ".");
+}
+
+std::error_code lastError() {
+    return {errno, std::generic_category()};
+}
+
+// Whether the error says that no file has the name. Every other one may be over at the next try.
+bool meansAbsent(const std::error_code& error) {
+    return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
+           error == std::errc::filename_too_long ||
+           error == std::errc::too_many_symbolic_link_levels;
+}
+
+// A file that is open for reading. Opening does not wait for the other end of a pipe.
+class OpenFile {
+  public:
+    explicit OpenFile(const fs::path& file) {
+        do
+            m_descriptor = ::open(file.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+        while (m_descriptor < 0 && errno == EINTR);
+        if (m_descriptor < 0 && meansAbsent(lastError()))
+            throw PageError("There is no such file in the tree.");
+        if (m_descriptor < 0)
+            failWith(lastError());
+    }
+    ~OpenFile() { ::close(m_descriptor); }
+    OpenFile(const OpenFile&) = delete;  // one owner closes
+    OpenFile& operator=(const OpenFile&) = delete;
+
+    [[nodiscard]] std::string content() const {
+        struct ::stat status = {};
+        if (::fstat(m_descriptor, &status) != 0)
+            failWith(lastError());
+        if (!S_ISREG(status.st_mode))
+            throw PageError("The name is not that of a regular file.");
+        const auto size = static_cast<std::uintmax_t>(status.st_size);
+        if (size > maxFileSize)
+            throw PageError("The file has " + std::to_string(size) + " bytes; at most " +
+                            std::to_string(maxFileSize) + " are read.");
+        std::string bytes(static_cast<std::size_t>(size), '\0');
+        for (std::size_t done = 0; done < bytes.size();) {
+            const ::ssize_t count = ::read(m_descriptor, bytes.data() + done, bytes.size() - done);
+            if (count < 0 && errno == EINTR)
+                continue;
+            if (count < 0)
+                failWith(lastError());
+            if (count == 0)
+                throw SystemFailure("The file became shorter while it was read.");
+            done += static_cast<std::size_t>(count);
+        }
+        return bytes;
+    }
+
+  private:
+    int m_descriptor = -1;
+};
 
 void checkName(std::string_view page) {
     const fs::path path(page);
@@ -34,7 +96,8 @@ SourceTree::SourceTree(const fs::path& root) {
     std::error_code error;
     m_root = fs::canonical(root, error);
     if (error || !fs::is_directory(m_root, error))
-        throw PageError("\"" + root.string() + "\" is not a folder that can be read.");
+        throw PageError("\"" + root.string() + "\" is not a folder that can be read" +
+                        (error ? ": " + error.message() + "." : "."));
 }
 
 fs::path SourceTree::locate(std::string_view page) const {
@@ -44,6 +107,8 @@ fs::path SourceTree::locate(std::string_view page) const {
         name += "index.html";
     std::error_code error;
     fs::path file = fs::canonical(m_root / name, error);
+    if (error && !meansAbsent(error))
+        failWith(error);
     if (error)
         return {};
     if (!isWithin(file, m_root))
@@ -57,20 +122,7 @@ std::string SourceTree::read(std::string_view page) const {
         file = locate(percentDecoded(page));
     if (file.empty())
         throw PageError("There is no such file in the tree.");
-    std::error_code error;
-    if (!fs::is_regular_file(file, error))
-        throw PageError("The name is not that of a regular file.");
-    const std::uintmax_t size = fs::file_size(file, error);
-    if (error)
-        throw PageError("The file cannot be read: " + error.message() + ".");
-    if (size > maximumFileSize)
-        throw PageError("The file has " + std::to_string(size) + " bytes; at most " +
-                        std::to_string(maximumFileSize) + " are read.");
-    std::ifstream stream(file, std::ios::binary);
-    std::string content(static_cast<std::size_t>(size), '\0');
-    if (!stream || !stream.read(content.data(), static_cast<std::streamsize>(size)))
-        throw PageError("The file cannot be read.");
-    return content;
+    return OpenFile(file).content();
 }
 
 }  // namespace reference::importers::sphinx

@@ -7,8 +7,17 @@
 
 namespace reference::importers::sphinx {
 
-// Why a page cannot be had; the text is a sentence without the page's name.
+// What is wrong with a page: it is missing, leads out of the tree, is no file or too large. The
+// text is a sentence without the page's name.
 class PageError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// The system could not read a file that may be perfectly well: no descriptor or memory is free, the
+// disk fails, access is denied. The text is a sentence without the page's name. This is no
+// PageError on purpose: whoever passes over faulty pages must not pass over this one.
+class SystemFailure : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
@@ -25,8 +34,9 @@ class SourceTree {
     // The whole content of the file `page`, a name relative to the root with "/" between its parts
     // as an inventory gives it. A name that is empty or ends in "/" means the index.html of that
     // folder; a name that no file has is tried a second time with its percent escapes decoded.
-    // Throws PageError where there is no such file within the tree, where it cannot be read or has
-    // more than 64 MiB.
+    // Throws PageError where there is no such regular file within the tree or it has more than
+    // 64 MiB, and SystemFailure for every other error of the system and for a file that changes
+    // while it is read. A call that a signal interrupts is made again.
     [[nodiscard]] std::string read(std::string_view page) const;
 
   private:

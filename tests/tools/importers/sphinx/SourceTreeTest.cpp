@@ -1,4 +1,5 @@
 #include <filesystem>
+#include <sys/resource.h>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -90,6 +91,23 @@ TEST(SourceTreeTest, RefusesFilesThatAreTooLarge) {
     std::filesystem::resize_file(folder.path() / "big.html", (std::uintmax_t{64} << 20U) + 1);
     EXPECT_THAT([&] { static_cast<void>(SourceTree(folder.path()).read("big.html")); },
                 ThrowsMessage<PageError>(HasSubstr("at most 67108864")));
+}
+
+TEST(SourceTreeTest, TellsWhatIsMissingFromWhatTheSystemCannotRead) {
+    const TempFolder folder;
+    folder.write("a.html", "text");
+    const SourceTree tree(folder.path());
+    struct ::rlimit before = {};
+    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
+    // As if all descriptors were in use.
+    const struct ::rlimit none = {.rlim_cur = 0, .rlim_max = before.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
+    EXPECT_THROW(static_cast<void>(tree.read("a.html")), SystemFailure);
+    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
+    EXPECT_EQ(tree.read("a.html"), "text");
+    EXPECT_THROW(static_cast<void>(tree.read("b.html")), PageError);
+    EXPECT_THROW(static_cast<void>(tree.read("a.html/b.html")), PageError);
+    EXPECT_THROW(static_cast<void>(tree.read(std::string(5000, 'x'))), PageError);
 }
 
 TEST(SourceTreeTest, NeedsAFolder) {
