@@ -87,7 +87,14 @@ bool bearsName(const ReferenceData& result, const std::u16string& name) {
 
 bool saysSomething(const ReferenceData& result) {
     const auto& item = result.getRefItem();
-    return !item.getPurpose().empty() ||
+    // Of a property type and value are known, in place of a syntax.
+    const bool hasValues =
+        std::ranges::any_of(item.getClassPropertyGroups(), [](const auto& group) {
+            return std::ranges::any_of(group.getClassProperties(), [](const auto& property) {
+                return !property.getValues().empty();
+            });
+        });
+    return !item.getPurpose().empty() || hasValues ||
            std::ranges::any_of(item.getSyntaxGroups(),
                                [](const auto& group) { return !group.getSyntaxes().empty(); });
 }

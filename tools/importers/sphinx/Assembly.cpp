@@ -193,7 +193,7 @@ class Assembly {
         property.href = entry.ownHref;
         if (entry.facts != nullptr) {
             property.classifier = entry.signature->type;
-            property.signature = entry.signature->text;
+            property.value = entry.signature->value;
             for (const Field& field : entry.facts->fields)
                 if (field.role == FieldRole::Type)
                     property.classifier = field.prose;

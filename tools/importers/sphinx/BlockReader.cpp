@@ -1,10 +1,13 @@
 #include "sphinx/BlockReader.hpp"
 
 #include <algorithm>
+#include <charconv>
 #include <utility>
 
 #include "sphinx/FieldLists.hpp"
+#include "sphinx/FollowingProse.hpp"
 #include "sphinx/Signature.hpp"
+#include "sphinx/Tables.hpp"
 #include "sphinx/Text.hpp"
 #include "sphinx/VersionBoxes.hpp"
 
@@ -30,9 +33,24 @@ bool isFootnote(Node node) {
            !node.hasClass("footnote-list");
 }
 
+// A description whose signature lines have an id can be linked to: it is an object of its own. One
+// without is part of the text that it stands in.
+bool isOwnObject(Node node) {
+    if (!isObjectDescription(node))
+        return false;
+    for (Node line = node.firstElement(); line; line = line.nextElement()) {
+        if (line.tag() != "dt")
+            continue;
+        for (Node at = line; at; at = at.next(line))
+            if (!at.attribute("id").value_or(std::string_view()).empty())
+                return true;
+    }
+    return false;
+}
+
 bool isPassedOver(Node node) {
     return isPageFurniture(node) || node.hasAnyClass({"toctree-wrapper", "contents"}) ||
-           isObjectDescription(node) || node.hasTag({"hr", "object", "iframe", "form"});
+           isOwnObject(node) || node.hasTag({"hr", "object", "iframe", "form"});
 }
 
 // The text of a <pre> as it is, but for line numbers.
@@ -81,6 +99,33 @@ std::string withoutColon(std::string text) {
     return text;
 }
 
+// The text with every line set in, the first one if `setsFirst`. Empty lines are set in, too: an
+// empty line would end the block.
+std::string setIn(std::string text, std::size_t width, bool setsFirst) {
+    const std::string space(width, ' ');
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
+        text.insert(at + 1, space);
+    return (setsFirst ? space : std::string()) + text;
+}
+
+// Adds an item to the text of a list. `mark` is what it begins with, "- " for example; `lead` is
+// what stands before its blocks, such as the term of a definition.
+void addItem(const std::string& mark, const std::string& lead,
+             const std::vector<std::string>& blocks, std::string& list) {
+    std::string item = joined(blocks, "\n");
+    if (!lead.empty())
+        item = item.empty() ? lead : withLead(lead + ":", item);
+    if (!item.empty())
+        list += (list.empty() ? "" : "\n") + mark + setIn(item, mark.size(), false);
+}
+
+int firstNumberOf(Node list) {
+    const std::string_view text = list.attribute("start").value_or("1");
+    int number = 1;
+    std::from_chars(text.data(), text.data() + text.size(), number);
+    return number;
+}
+
 }  // namespace
 
 bool isInline(Node node) {
@@ -127,13 +172,20 @@ void BlockReader::readNodes(const std::vector<Node>& nodes) {
             onParagraph(running, {});
         running = {};
     };
+    // What belongs to an object with a place of its own, although it stands here.
+    std::vector<Node> others;
     for (const Node node : nodes) {
+        if (std::ranges::find(others, node) != others.end())
+            continue;
         if (isInline(node)) {
             running.add(node);
             continue;
         }
         endRunning();
-        readBlock(node);
+        if (isOwnObject(node))
+            others = followingProse(node);
+        else
+            readBlock(node);
     }
     endRunning();
 }
@@ -168,7 +220,8 @@ void BlockReader::onHeading(const std::string& text, bool) {
 }
 
 void BlockReader::onCode(const Code& code) {
-    addBlock(code.text);
+    constexpr std::size_t codeIndent = 4;
+    addBlock(setIn(code.text, codeIndent, true));
 }
 
 void BlockReader::onSeeAlso(Node box) {
@@ -189,20 +242,8 @@ void BlockReader::onVersionBox(Node box) {
 void BlockReader::onTable(Node table) {
     if (table.hasAnyClass({"autosummary", "indextable"}))
         return;
-    const bool isNote = table.hasAnyClass({"footnote", "citation"});
-    std::string text;
-    for (Node node = table.next(table); node; node = node.next(table)) {
-        if (node.tag() != "tr")
-            continue;
-        std::vector<std::string> cells;
-        for (Node cell = node.firstElement(); cell; cell = cell.nextElement())
-            if (cell.hasTag({"td", "th"}))
-                cells.push_back(inlineText(cell));
-        const std::string row = joined(cells, isNote ? " " : " | ");
-        if (!trimmed(row).empty())
-            text += (text.empty() ? "" : "\n") + row;
-    }
-    addBlock(std::move(text));
+    // Older pages set footnotes as tables.
+    addBlock(table.hasAnyClass({"footnote", "citation"}) ? inlineText(table) : tableText(table));
 }
 
 // The kinds of block are told apart in an order in which the more special comes first.
@@ -267,22 +308,13 @@ void BlockReader::readCode(Node node) {
         onCode(code);
 }
 
-void BlockReader::addItem(const std::string& lead, const std::vector<std::string>& blocks,
-                          std::string& list) {
-    std::string item = joined(blocks, "\n");
-    if (!lead.empty())
-        item = item.empty() ? lead : lead + ": " + item;
-    if (item.empty())
-        return;
-    for (std::size_t at = item.find('\n'); at != std::string::npos; at = item.find('\n', at + 1))
-        item.insert(at + 1, "  ");
-    list += (list.empty() ? "- " : "\n- ") + item;
-}
-
 void BlockReader::readList(Node list) {
     std::string text;
-    for (Node item = list.firstElement(); item; item = item.nextElement())
-        addItem({}, capture([&] { readChildren(item); }), text);
+    int number = firstNumberOf(list);
+    for (Node item = list.firstElement(); item; item = item.nextElement()) {
+        const std::string mark = list.tag() == "ol" ? std::to_string(number++) + ". " : "- ";
+        addItem(mark, {}, capture([&] { readChildren(item); }), text);
+    }
     addBlock(std::move(text));
 }
 
@@ -293,10 +325,10 @@ void BlockReader::readDefinitions(Node list) {
         if (node.tag() == "dt") {
             term += (term.empty() ? "" : ", ") + withoutColon(inlineText(node));
         } else {
-            addItem(std::exchange(term, {}), capture([&] { readChildren(node); }), text);
+            addItem("- ", std::exchange(term, {}), capture([&] { readChildren(node); }), text);
         }
     }
-    addItem(term, {}, text);
+    addItem("- ", term, {}, text);
     addBlock(std::move(text));
 }
 
@@ -312,7 +344,8 @@ void BlockReader::readAdmonition(Node box) {
     const std::vector<std::string> blocks = capture([&] { readNodes(content); });
     if (blocks.empty())
         return;
-    addBlock((title.empty() ? "" : title + ": ") + joined(blocks, "\n\n"));
+    const std::string text = joined(blocks, "\n\n");
+    addBlock(title.empty() ? text : withLead(title + ":", text));
 }
 
 // A footnote or a reference: its label, then its text.

@@ -10,8 +10,13 @@
 namespace reference::importers::sphinx {
 
 // Walks the blocks of a page (paragraphs, lists, admonitions, tables, code) and turns them into
-// prose. Descriptions of objects, tables of contents and pictures are passed over. A class derived
-// from it takes single kinds of block for itself; as it stands, everything becomes text.
+// prose. Passed over are tables of contents, pictures, and the descriptions of objects with a place
+// of their own, together with the prose that belongs to them. A class derived from it takes single
+// kinds of block for itself; as it stands, everything becomes text:
+//   - the items of a list begin with "- " or a number, everything else in an item is set in as far
+//     as its text;
+//   - the lines of code are set in by four spaces;
+//   - tables have the form that Tables.hpp tells.
 //
 // Not to be used by two threads at a time.
 class BlockReader {
@@ -54,6 +59,10 @@ class BlockReader {
     void addBlock(std::string text);
     // Adds a block of prose, whatever `onBlock` does.
     void keep(std::string text) { m_blocks.push_back(std::move(text)); }
+    // The block that was added last where the reader stands, which may be changed or taken away;
+    // nothing where there is none.
+    [[nodiscard]] std::string* lastBlock() { return m_blocks.empty() ? nullptr : &m_blocks.back(); }
+    void dropLastBlock() { m_blocks.pop_back(); }
     // The blocks that `read` yields, taken out of the prose.
     [[nodiscard]] std::vector<std::string> capture(const std::function<void()>& read);
     // Whether the reader stands within a list, an admonition or the like.
@@ -68,8 +77,6 @@ class BlockReader {
     void readAdmonition(Node box);
     void readNote(Node note);
     void readLines(Node block);
-    void addItem(const std::string& lead, const std::vector<std::string>& blocks,
-                 std::string& list);
 
     std::vector<std::string> m_blocks;
     int m_depth = 0;

@@ -25,18 +25,19 @@ void fillGap(std::string& text, const std::string& other) {
 std::string summaryOf(const DocumentedProperty& property) {
     if (!property.purpose.empty())
         return property.purpose;
-    return property.explanation.empty() ? property.signature : sentenceOf(property.explanation);
+    return sentenceOf(property.explanation);
 }
 
-// A property has no place for a syntax. Where its page says nothing else, the signature line, which
-// often shows type and value, is all that there is to tell of it.
+// A property has no place for a syntax; what its signature line says beyond the name, type and
+// value, is told with the values: "int = 5", or "5" where the type is not known.
 property::ClassProperty toProperty(const DocumentedProperty& property) {
+    std::string said = property.classifier;
+    if (!property.value.empty())
+        said += (said.empty() ? "" : " = ") + property.value;
     std::vector<std::u16string> values;
-    if (!property.classifier.empty())
-        values.push_back(toUtf16(property.classifier));
-    const std::string& explanation =
-        property.explanation.empty() ? property.signature : property.explanation;
-    return {toUtf16(property.name), toUtf16(explanation), toUtf16(property.href),
+    if (!said.empty())
+        values.push_back(toUtf16(said));
+    return {toUtf16(property.name), toUtf16(property.explanation), toUtf16(property.href),
             std::move(values)};
 }
 
@@ -71,7 +72,7 @@ void ClassProperties::addFields(const std::vector<Field>& fields) {
                                        .title = field.title,
                                        .href = {},
                                        .classifier = part.classifier,
-                                       .signature = {},
+                                       .value = {},
                                        .purpose = {},
                                        .explanation = part.text});
         }

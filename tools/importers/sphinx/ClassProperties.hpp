@@ -17,10 +17,9 @@ struct DocumentedProperty {
     std::string title;
     // Where it is documented.
     std::string href;
-    // Its type; empty: unknown.
+    // Its type, and the value that its signature shows; empty: unknown.
     std::string classifier;
-    // The signature as displayed, which stands in for the type where nothing else is said.
-    std::string signature;
+    std::string value;
     // One sentence, and the whole explanation; empty: none.
     std::string purpose;
     std::string explanation;

@@ -7,6 +7,7 @@
 
 #include "sphinx/BlockReader.hpp"
 #include "sphinx/FieldLists.hpp"
+#include "sphinx/RelatedLinks.hpp"
 #include "sphinx/Sentence.hpp"
 #include "sphinx/Text.hpp"
 #include "sphinx/VersionBoxes.hpp"
@@ -92,9 +93,21 @@ void addParameterNames(std::string_view parameter, std::vector<std::string>& nam
     }
 }
 
+// Whether a text announces what comes after it.
+bool isLeadIn(std::string_view text) {
+    return text.ends_with(':') || text.ends_with("\uFF1A");
+}
+
+enum class Form {
+    // Purpose, description, examples and so on, each in its own place.
+    Parts,
+    // Purpose, code and version boxes stay in the description, where the page has them.
+    Whole
+};
+
 class BodyReader : public BlockReader {
   public:
-    explicit BodyReader(DescriptionFacts& facts) : m_facts(facts) {}
+    explicit BodyReader(DescriptionFacts& facts, Form form) : m_facts(facts), m_form(form) {}
 
     void read(const std::vector<Node>& nodes) {
         m_parent = nodes.empty() ? Node() : nodes.front().parent();
@@ -110,13 +123,14 @@ class BodyReader : public BlockReader {
   protected:
     void onParagraph(const InlineText& text, Node paragraph) override {
         m_isAfterCode = false;
-        if (m_inSeeAlso && paragraph) {
+        if (m_inSeeAlso && paragraph && !isNested()) {
             addLinks(paragraph);
             return;
         }
         // Marks such as "New reference." stand before the paragraphs without being one.
         const bool isProse = paragraph || !m_hasParagraphs;
-        if (!isNested() && m_facts.purpose.empty() && !m_inExamples && isProse) {
+        if (m_form == Form::Parts && !isNested() && m_facts.purpose.empty() && !m_inExamples &&
+            isProse) {
             if (isLabelledLinks(paragraph)) {
                 m_facts.bases = splitAtCommas(text.text().substr(text.text().find(':') + 1));
                 addBlock(text.text());
@@ -146,11 +160,13 @@ class BodyReader : public BlockReader {
         m_isAfterCode = false;
         m_lead = {};
         m_exampleHeading = text;
-        if (isParagraph && m_inExamples)
+        if (isParagraph && m_inExamples) {
+            m_held.push_back(text);
             return;
+        }
         endSection();
         m_heading = text;
-        m_inExamples = isExamplesHeading(text);
+        m_inExamples = m_form == Form::Parts && isExamplesHeading(text);
         m_inNotes = isNotesHeading(text);
         m_endsWithCode = isParagraph;
         m_inSeeAlso = isSeeAlsoHeading(text);
@@ -159,7 +175,8 @@ class BodyReader : public BlockReader {
     // Code blocks are examples. Plain text is, too, under a heading for examples; elsewhere it is
     // part of the prose, and so is under a heading for notes what is no recorded session.
     void onCode(const Code& code) override {
-        if ((code.isLiteral && !m_inExamples) || (m_inNotes && !isSession(code.text))) {
+        if (m_form == Form::Whole || (code.isLiteral && !m_inExamples) ||
+            (m_inNotes && !isSession(code.text))) {
             BlockReader::onCode(code);
             return;
         }
@@ -167,14 +184,15 @@ class BodyReader : public BlockReader {
             m_facts.examples.back().code += "\n\n" + code.text;
             return;
         }
-        std::string title = withoutColon(firstSentence(m_lead));
+        const bool usesHeld = m_inExamples && !isNested();
+        std::string title = usesHeld ? withoutColon(joined(m_held, "\n\n")) : takeLeadIn();
         if (title.empty())
             title = code.caption.empty() ? m_exampleHeading : code.caption;
         m_facts.examples.push_back({std::move(title), code.text});
         m_isAfterCode = true;
         m_lead = {};
-        m_held.clear();
-        m_sectionHasExample = true;
+        if (usesHeld)
+            m_held.clear();
         if (m_inExamples && m_endsWithCode)
             m_inExamples = false;
     }
@@ -189,7 +207,8 @@ class BodyReader : public BlockReader {
         for (Field& field : readFieldList(list)) {
             if (field.role == FieldRole::SeeAlso)
                 addLinks(list);
-            else if (field.role == FieldRole::Prose)
+            else if (field.role == FieldRole::Prose ||
+                     (field.role == FieldRole::Raises && m_form == Form::Whole))
                 keep(fieldText(field));
             else if (field.role != FieldRole::Ignored)
                 m_facts.fields.push_back(std::move(field));
@@ -201,8 +220,8 @@ class BodyReader : public BlockReader {
         const bool isOwn = !isNested() && box.parent() == m_parent;
         if (isOwn)
             m_boxes.push_back(read);
-        if (isOwn && read.change == VersionChange::Added && read.explanation.empty() &&
-            !read.version.empty())
+        if (m_form == Form::Parts && isOwn && read.change == VersionChange::Added &&
+            read.explanation.empty() && !read.version.empty())
             return;
         const std::string text = joined(capture([&] { readChildren(box); }), "\n\n");
         if (isNested())
@@ -220,25 +239,26 @@ class BodyReader : public BlockReader {
             BlockReader::onTable(table);
     }
 
-    // Prose between examples introduces them and is held back; it is lost to the description unless
-    // the section turns out to hold no example.
+    // Prose between examples introduces them and is held back for the title of the next one. What
+    // comes after the last one goes to the description.
     void onBlock(std::string text) override {
         m_isAfterCode = false;
+        m_lead = {};
         if (m_inExamples) {
             m_held.push_back(std::move(text));
             return;
         }
         // A heading counts only once something follows it.
         if (!m_heading.empty())
-            keep(std::exchange(m_heading, {}));
+            keep(underlined(std::exchange(m_heading, {})));
         keep(std::move(text));
     }
 
   private:
     void endSection() {
-        if (!m_held.empty() && !m_sectionHasExample) {
+        if (!m_held.empty()) {
             if (!m_heading.empty())
-                keep(m_heading);
+                keep(underlined(m_heading));
             for (std::string& text : m_held)
                 keep(std::move(text));
         }
@@ -247,51 +267,36 @@ class BodyReader : public BlockReader {
         m_inExamples = false;
         m_inNotes = false;
         m_inSeeAlso = false;
-        m_sectionHasExample = false;
     }
 
-    void addLink(std::string href, std::string name) {
-        if (!name.empty())
-            m_facts.seeAlso.push_back({std::move(href), std::move(name)});
-    }
-
-    bool addLinksOf(Node container) {
-        bool found = false;
-        for (Node node = container; node;) {
-            const bool isLink = node.tag() == "a" && !isPageFurniture(node);
-            if (isLink) {
-                addLink(std::string(node.attribute("href").value_or(std::string_view())),
-                        inlineText(node));
-                found = true;
-            }
-            node = node.next(container, isLink);
+    // What the paragraph right before a code block says of it. A sentence that announces the code
+    // ("For example:") goes with it, since nothing would follow it in the description; any other
+    // stays there, too.
+    std::string takeLeadIn() {
+        const std::string& paragraph = m_lead.text();
+        if (!isLeadIn(paragraph))
+            return withoutColon(firstSentence(m_lead));
+        const std::size_t begin = lastSentenceBegin(m_lead);
+        const std::string sentence = paragraph.substr(begin);
+        if (std::string* const block = lastBlock();
+            block != nullptr && block->ends_with(sentence)) {
+            block->resize(block->size() - sentence.size());
+            *block = std::string(trimmed(*block));
+            if (block->empty())
+                dropLastBlock();
         }
-        return found;
+        // A purpose that stands alone announces nothing.
+        if (m_facts.purpose == sentence)
+            m_facts.purpose = withoutColon(sentence) + ".";
+        if (m_facts.purposeParagraphRest.ends_with(sentence)) {
+            std::string& rest = m_facts.purposeParagraphRest;
+            rest = std::string(trimmed(rest.substr(0, rest.size() - sentence.size())));
+        }
+        return withoutColon(sentence);
     }
 
-    // A definition list names the related entities in its terms, linked or not; where a term holds
-    // no name of an entity, the links of its definition count. Elsewhere all links do.
-    void addLinks(Node container) {
-        if (container.tag() == "dt") {
-            if (addLinksOf(container))
-                return;
-            if (const Node name = container.findClass("xref")) {
-                addLink({}, inlineText(name));
-                return;
-            }
-            const Node definition = container.nextElement();
-            if (definition && definition.tag() == "dd")
-                addLinksOf(definition);
-        } else if (container.tag() == "dl") {
-            for (Node term = container.firstElement(); term; term = term.nextElement())
-                if (term.tag() == "dt")
-                    addLinks(term);
-        } else if (container.findTag("dl")) {
-            for (Node child = container.firstElement(); child; child = child.nextElement())
-                addLinks(child);
-        } else if (!container.hasClass("admonition-title")) {
-            addLinksOf(container);
-        }
+    void addLinks(Node block) {
+        std::ranges::move(readRelatedLinks(block), std::back_inserter(m_facts.seeAlso));
     }
 
     void addSummarisedProperties(Node table) {
@@ -335,6 +340,7 @@ class BodyReader : public BlockReader {
     }
 
     DescriptionFacts& m_facts;
+    Form m_form;
     Node m_parent;
     // The heading of the section, until it has been put into the description.
     std::string m_heading;
@@ -349,14 +355,19 @@ class BodyReader : public BlockReader {
     // Whether the section for examples is over with its first code block.
     bool m_endsWithCode = false;
     bool m_inSeeAlso = false;
-    bool m_sectionHasExample = false;
     bool m_isAfterCode = false;
 };
 
 }  // namespace
 
 void readDescriptionBody(const std::vector<Node>& nodes, DescriptionFacts& facts) {
-    BodyReader(facts).read(nodes);
+    BodyReader(facts, Form::Parts).read(nodes);
+}
+
+std::string readExplanation(const std::vector<Node>& nodes) {
+    DescriptionFacts facts;
+    BodyReader(facts, Form::Whole).read(nodes);
+    return facts.description;
 }
 
 }  // namespace reference::importers::sphinx

@@ -18,4 +18,8 @@ namespace reference::importers::sphinx {
 // Links are left as the page has them. May be called from any thread.
 void readDescriptionBody(const std::vector<Node>& nodes, DescriptionFacts& facts);
 
+// The same as one text, from the first sentence on, with code, version boxes and what may be raised
+// where the page has them.
+[[nodiscard]] std::string readExplanation(const std::vector<Node>& nodes);
+
 }  // namespace reference::importers::sphinx

@@ -16,7 +16,18 @@ struct NamedPart {
     std::string text;
 };
 
-enum class FieldRole { Inputs, Outputs, OutputType, Properties, Type, SeeAlso, Ignored, Prose };
+enum class FieldRole {
+    Inputs,
+    Outputs,
+    OutputType,
+    // What may be raised, and the warnings that may be given.
+    Raises,
+    Properties,
+    Type,
+    SeeAlso,
+    Ignored,
+    Prose
+};
 
 // One entry of a field list.
 struct Field {
@@ -38,6 +49,8 @@ struct LinkFacts {
     // As the page has it; empty: the name is not linked.
     std::string href;
     std::string name;
+    // What the section says of it; empty: nothing.
+    std::string text;
 };
 
 // One signature line.
@@ -51,6 +64,8 @@ struct SignatureFacts {
     // The type that a signature without brackets gives, before the name in C, after it elsewhere;
     // empty: none.
     std::string type;
+    // The value that it gives: "5" of "x: int = 5"; empty: none.
+    std::string value;
     // The comma-separated parts within the brackets.
     std::vector<std::string> parameters;
     // All ids on the line, those of older forms of the name among them.
@@ -71,6 +86,9 @@ struct DescriptionFacts {
     std::string purpose;
     std::string purposeParagraphRest;
     std::string description;
+    // All that is said, code and version boxes in their places; set only where the object may be a
+    // property of a class, which has no place for a purpose, examples and versions of its own.
+    std::string explanation;
     // A module's heading.
     std::string title;
     // The base classes that are shown.

@@ -81,9 +81,20 @@ constexpr std::array headings = std::to_array<Heading>({
     {"see", FieldRole::SeeAlso},
     {"see also", FieldRole::SeeAlso},
     {"methods", FieldRole::Ignored},
-    {"raises", FieldRole::Prose},
-    {"throws", FieldRole::Prose},
-    {"warns", FieldRole::Prose},
+    {"raises", FieldRole::Raises},
+    {"raise", FieldRole::Raises},
+    {"except", FieldRole::Raises},
+    {"exceptions", FieldRole::Raises},
+    {"throws", FieldRole::Raises},
+    {"warns", FieldRole::Raises},
+    {"verursacht", FieldRole::Raises},
+    {"lève", FieldRole::Raises},
+    {"muestra", FieldRole::Raises},
+    {"levanta", FieldRole::Raises},
+    {"исключение", FieldRole::Raises},
+    {"例外", FieldRole::Raises},
+    {"抛出", FieldRole::Raises},
+    {"예외 발생", FieldRole::Raises},
 });
 
 std::string_view withoutColon(std::string_view text) {
@@ -116,6 +127,34 @@ Field readField(std::string_view heading, const std::vector<Node>& bodies) {
         field.prose.clear();
     }
     return field;
+}
+
+// Each part as a line, "name (type) – text"; the further lines of a text are set in.
+std::vector<std::string> partLines(const Field& field) {
+    std::vector<std::string> lines;
+    for (const NamedPart& part : field.parts) {
+        const std::string type = part.classifier.empty() ? "" : "(" + part.classifier + ")";
+        std::string line = part.name;
+        line.append(!part.name.empty() && !type.empty() ? " " : "").append(type);
+        if (line.empty())
+            line = part.text;
+        else if (!part.text.empty())
+            line = withLead(line + " –", part.text);
+        lines.push_back(std::move(line));
+    }
+    return lines;
+}
+
+// The items may have several lines and paragraphs.
+std::string listOf(const std::vector<std::string>& items) {
+    std::string list;
+    for (std::string item : items) {
+        for (std::size_t at = item.find('\n'); at != std::string::npos;
+             at = item.find('\n', at + 1))
+            item.insert(at + 1, "  ");
+        list += (list.empty() ? "- " : "\n- ") + item;
+    }
+    return list;
 }
 
 // <dt>heading</dt><dd>body</dd>, …
@@ -174,21 +213,24 @@ std::vector<Field> readFieldList(Node list) {
 }
 
 std::string fieldText(const Field& field) {
-    std::vector<std::string> lines;
-    for (const NamedPart& part : field.parts) {
-        const std::string type = part.classifier.empty() ? "" : "(" + part.classifier + ")";
-        const bool hasHead = !part.name.empty() || !type.empty();
-        std::string line = part.name;
-        line.append(!part.name.empty() && !type.empty() ? " " : "").append(type);
-        line.append(hasHead && !part.text.empty() ? " – " : "").append(part.text);
-        lines.push_back(std::move(line));
-    }
+    const std::vector<std::string> lines = partLines(field);
     if (lines.size() == 1 && field.prose.empty())
-        return field.title + ": " + lines.front();
+        return withLead(field.title + ":", lines.front());
     if (lines.empty())
-        return field.prose.empty() ? std::string() : field.title + ": " + field.prose;
+        return field.prose.empty() ? std::string() : withLead(field.title + ":", field.prose);
     const std::string lead = field.prose.empty() ? std::string() : " " + field.prose;
-    return field.title + ":" + lead + "\n- " + joined(lines, "\n- ");
+    return field.title + ":" + lead + "\n" + listOf(lines);
+}
+
+std::string sectionText(const Field& field) {
+    const std::vector<std::string> lines = partLines(field);
+    if (lines.empty() && field.prose.empty())
+        return {};
+    std::string text = underlined(field.title);
+    for (const std::string& block : {field.prose, listOf(lines)})
+        if (!block.empty())
+            text += "\n\n" + block;
+    return text;
 }
 
 }  // namespace reference::importers::sphinx

@@ -23,7 +23,11 @@ namespace reference::importers::sphinx {
 // The fields of a node that `isFieldList` accepts, in page order.
 [[nodiscard]] std::vector<Field> readFieldList(Node list);
 
-// A field as prose: "Raises: ValueError – If …".
+// A field as a paragraph: "Raises: ValueError – If …".
 [[nodiscard]] std::string fieldText(const Field& field);
+
+// A field as a section of a description: its title as a heading, below it a list. Empty for a field
+// that holds nothing.
+[[nodiscard]] std::string sectionText(const Field& field);
 
 }  // namespace reference::importers::sphinx

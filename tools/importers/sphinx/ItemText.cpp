@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "fl/i18n/utf.hpp"
+#include "sphinx/FieldLists.hpp"
+#include "sphinx/Text.hpp"
 
 namespace reference::importers::sphinx {
 namespace {
@@ -68,7 +70,8 @@ std::vector<property::Output> outputsOf(const DescriptionFacts& facts) {
 }
 
 // Where an item's purpose is not the description's first sentence, that sentence goes back to where
-// it was taken from. What a field says that lists nothing is prose, too.
+// it was taken from. What a field says that lists nothing is prose, too. What may be raised is no
+// input and no output, so that it becomes the last section.
 std::string descriptionOf(const DescriptionFacts& facts, const std::string& purpose) {
     std::string text = facts.description;
     if (!facts.purpose.empty() && purpose != facts.purpose) {
@@ -77,10 +80,14 @@ std::string descriptionOf(const DescriptionFacts& facts, const std::string& purp
         text.insert(at, facts.purpose + (rest.empty() ? text.empty() ? "" : "\n\n" : " "));
     }
     for (const Field& field : facts.fields) {
-        const bool isSaid = field.role == FieldRole::OutputType || field.prose.empty();
+        const bool isSaid = field.role == FieldRole::OutputType ||
+                            field.role == FieldRole::Raises || field.prose.empty();
         if (!isSaid)
-            text += (text.empty() ? "" : "\n\n") + field.title + ": " + field.prose;
+            text += (text.empty() ? "" : "\n\n") + withLead(field.title + ":", field.prose);
     }
+    for (const Field& field : facts.fields)
+        if (field.role == FieldRole::Raises)
+            text += (text.empty() ? "" : "\n\n") + sectionText(field);
     return text;
 }
 
@@ -91,7 +98,7 @@ std::vector<property::SeeAlso> pointersOf(const std::vector<LinkFacts>& links,
     for (const LinkFacts& link : links) {
         property::SeeAlso entry(
             toUtf16(link.href.empty() ? std::string() : source.recordHref(link.href)),
-            toUtf16(link.name));
+            toUtf16(link.text.empty() ? link.name : link.name + " – " + link.text));
         if (std::ranges::find(pointers, entry) == pointers.end())
             pointers.push_back(std::move(entry));
     }
@@ -107,6 +114,8 @@ std::string itemPurpose(const DescriptionFacts& facts, const std::string& summar
 }
 
 std::string explanationOf(const DescriptionFacts& facts) {
+    if (!facts.explanation.empty())
+        return facts.explanation;
     const std::string& rest = facts.purposeParagraphRest;
     if (facts.purpose.empty() || facts.description.empty())
         return facts.purpose + facts.description;

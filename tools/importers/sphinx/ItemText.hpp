@@ -28,7 +28,7 @@ struct ItemSource {
 // sentence, else, for a module, its heading.
 [[nodiscard]] std::string itemPurpose(const DescriptionFacts& facts, const std::string& summary);
 
-// Purpose and description as one text.
+// All that is said of an object as one text.
 [[nodiscard]] std::string explanationOf(const DescriptionFacts& facts);
 
 // The item in the terms of the property library. May be called from any thread.

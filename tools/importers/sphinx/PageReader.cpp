@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "sphinx/DescriptionBody.hpp"
+#include "sphinx/FollowingProse.hpp"
 #include "sphinx/Hrefs.hpp"
 #include "sphinx/InlineText.hpp"
 #include "sphinx/Signature.hpp"
@@ -102,6 +103,14 @@ bool isWithinDescription(Node dt) {
     return false;
 }
 
+// Whether the object may turn out to be a property of a class.
+bool mayBeProperty(Node description, const DescriptionFacts& facts) {
+    return description.hasAnyClass({"attribute", "property", "member"}) ||
+           std::ranges::any_of(facts.signatures, [](const SignatureFacts& signature) {
+               return std::ranges::find(signature.prefixes, "property") != signature.prefixes.end();
+           });
+}
+
 using ObjectsOfLine = std::map<std::size_t, std::pair<Node, std::vector<std::size_t>>>;
 
 DescriptionFacts readDescription(Node firstLine, const ObjectsOfLine& objects) {
@@ -118,7 +127,11 @@ DescriptionFacts readDescription(Node firstLine, const ObjectsOfLine& objects) {
     std::vector<Node> body;
     for (; node && node.tag() == "dd"; node = node.nextElement())
         body.insert(body.end(), node.begin(), node.end());
+    if (const std::vector<Node> prose = followingProse(firstLine.parent()); !prose.empty())
+        body = prose;
     readDescriptionBody(body, facts);
+    if (mayBeProperty(firstLine.parent(), facts))
+        facts.explanation = readExplanation(body);
     return facts;
 }
 

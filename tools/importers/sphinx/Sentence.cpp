@@ -126,19 +126,17 @@ int bracketChange(std::string_view text, std::size_t at, int depth) {
     return text[at] == ')' && depth > 0 ? -1 : 0;
 }
 
-}  // namespace
-
-// A sentence ends at ".", "!" or "?" where
+// Where the sentence that begins at `begin` ends. A sentence ends at ".", "!" or "?" where
 //   1. the mark stands neither in code or a formula nor within round brackets,
 //   2. white space follows, after closing quotes and brackets, or the paragraph ends,
 //   3. what comes then may begin a sentence, and
 //   4. a period is not that of an abbreviation, an initial or a free-standing ellipsis;
 // and at a full-width mark outside code and brackets, whatever follows.
-std::size_t firstSentenceLength(const InlineText& paragraph) {
+std::size_t sentenceEnd(const InlineText& paragraph, std::size_t begin) {
     const std::string_view text = paragraph.text();
     auto code = paragraph.code().begin();
     int depth = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
+    for (std::size_t at = begin; at < text.size(); ++at) {
         while (code != paragraph.code().end() && code->end <= at)
             ++code;
         if (code != paragraph.code().end() && code->begin <= at) {
@@ -164,6 +162,25 @@ std::size_t firstSentenceLength(const InlineText& paragraph) {
         return end;
     }
     return text.size();
+}
+
+}  // namespace
+
+std::size_t firstSentenceLength(const InlineText& paragraph) {
+    return sentenceEnd(paragraph, 0);
+}
+
+std::size_t lastSentenceBegin(const InlineText& paragraph) {
+    const std::string_view text = paragraph.text();
+    std::size_t begin = 0;
+    for (;;) {
+        std::size_t next = sentenceEnd(paragraph, begin);
+        while (next < text.size() && text[next] == ' ')
+            ++next;
+        if (next >= text.size())
+            return begin;
+        begin = next;
+    }
 }
 
 }  // namespace reference::importers::sphinx

@@ -70,6 +70,23 @@ std::string typeAfterName(Node name) {
     return type.starts_with(':') ? std::string(trimmed(type.substr(1))) : std::string();
 }
 
+// What follows "=" after the name.
+std::string valueAfterName(Node name) {
+    InlineText rest;
+    for (Node node = name.nextSibling(); node && !node.hasTag({"br"}); node = node.nextSibling())
+        rest.add(node);
+    const std::size_t sign = rest.text().find('=');
+    return sign == std::string::npos ? std::string()
+                                     : std::string(trimmed(rest.text().substr(sign + 1)));
+}
+
+bool isFollowedByBracket(Node name) {
+    Node node = name.nextSibling();
+    while (node && inlineText(node).empty())
+        node = node.nextSibling();
+    return node && (node.hasClass("sig-paren") || inlineText(node).starts_with('('));
+}
+
 // What stands before the name: "type name".
 std::string typeBeforeName(Node dt, Node name) {
     InlineText type;
@@ -123,8 +140,13 @@ SignatureFacts readSignature(Node dt) {
         addPrefixes(dt, name, facts);
         facts.name = inlineText(name);
         const bool isC = dt.parent().hasClass("c") || dt.parent().hasClass("member");
-        if (facts.text.find('(') == std::string::npos)
-            facts.type = isC ? typeBeforeName(dt, name) : typeAfterName(name);
+        if (isC && facts.text.find('(') == std::string::npos)
+            facts.type = typeBeforeName(dt, name);
+        // A value may have brackets, too: only those right after the name hold parameters.
+        if (!isC && !isFollowedByBracket(name)) {
+            facts.type = typeAfterName(name);
+            facts.value = valueAfterName(name);
+        }
     }
     return facts;
 }

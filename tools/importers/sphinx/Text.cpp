@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <utility>
 
 #include <unicode/ustring.h>
 #include <unicode/utf8.h>
@@ -143,6 +144,21 @@ std::vector<std::string> splitAtCommas(std::string_view text) {
 std::string_view lastComponent(std::string_view name) {
     const std::size_t dot = name.rfind('.');
     return dot == std::string_view::npos ? name : name.substr(dot + 1);
+}
+
+std::string underlined(std::string_view title) {
+    const auto characters =
+        std::ranges::count_if(title, [](char c) { return (c & '\xC0') != '\x80'; });
+    return std::string(title) + "\n" + std::string(static_cast<std::size_t>(characters), '-');
+}
+
+std::string withLead(std::string lead, std::string_view text) {
+    const std::size_t digits = text.find_first_not_of("0123456789");
+    const bool isNumbered =
+        digits > 0 && digits != std::string_view::npos && text.substr(digits).starts_with(". ");
+    const bool isSetApart =
+        isNumbered || text.starts_with("- ") || text.starts_with('|') || text.starts_with(' ');
+    return std::move(lead) + (isSetApart ? "\n" : " ") + std::string(text);
 }
 
 std::string joined(const std::vector<std::string>& parts, std::string_view separator) {

@@ -33,6 +33,13 @@ namespace reference::importers::sphinx {
 // What follows the last "." of a qualified name, or the whole of a name without one.
 [[nodiscard]] std::string_view lastComponent(std::string_view name);
 
+// `title` as the heading of a section: below it a line of as many dashes as it has characters.
+[[nodiscard]] std::string underlined(std::string_view title);
+
+// `lead` and then `text`: after a space where `text` goes on as a sentence, on a line of its own
+// where it begins with a list, a table or code.
+[[nodiscard]] std::string withLead(std::string lead, std::string_view text);
+
 // `parts` with `separator` between each two.
 [[nodiscard]] std::string joined(const std::vector<std::string>& parts, std::string_view separator);
 

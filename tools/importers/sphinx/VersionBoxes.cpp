@@ -139,8 +139,9 @@ std::vector<LinkFacts> entityLinks(Node box) {
         std::string name = inlineText(node);
         if (name.ends_with("()"))
             name.resize(name.size() - 2);
-        links.push_back(
-            {std::string(node.attribute("href").value_or(std::string_view())), std::move(name)});
+        links.push_back({std::string(node.attribute("href").value_or(std::string_view())),
+                         std::move(name),
+                         {}});
     }
     return links;
 }

@@ -49,18 +49,45 @@ TEST(ClassPropertiesTest, MergeFieldsWithDescriptionsOnPagesOfTheirOwn) {
         .page("C.html", described("py", "class", "m.C", "C()", "<p>C.</p>" + attributesField))
         .page("C.a.html", described("py", "property", "m.C.a", "a", "<p>Own a.</p>"))
         .page("C.b.html", described("py", "attribute", "m.C.b", "b", ""))
-        .page("C.z.html", described("py", "attribute", "m.C.z", "z", ""));
+        .page("C.z.html",
+              "<dl class=\"py attribute\"><dt class=\"sig\" id=\"m.C.z\"><span "
+              "class=\"sig-name\">z</span><em class=\"property\"> = "
+              "f(1)</em></dt><dd></dd></dl>");
     const ImportResult result = tree.import();
     EXPECT_THAT(itemAt(result, u"C.html").getClassPropertyGroups(),
                 ElementsAre(ClassPropertyGroup(
                     u"Attributes", {ClassProperty(u"a", u"Own a.", u"C.a.html", {u"int"}),
                                     ClassProperty(u"b", u"Listed b.", u"C.b.html", {u"str"}),
-                                    ClassProperty(u"z", u"z", u"C.z.html", {})})));
+                                    ClassProperty(u"z", u"", u"C.z.html", {u"f(1)"})})));
     EXPECT_EQ(recordOf(result, u"m.C.a").getPurpose(), u"Own a.");
     EXPECT_EQ(recordOf(result, u"m.C.b").getPurpose(), u"Listed b.");
     EXPECT_EQ(recordOf(result, u"m.C.b").getHref(), u"C.html");
-    // Of a property that its page says nothing of, the signature is all there is to tell.
-    EXPECT_EQ(recordOf(result, u"m.C.z").getPurpose(), u"z");
+    // A signature line is no purpose.
+    EXPECT_EQ(recordOf(result, u"m.C.z").getPurpose(), u"");
+}
+
+TEST(ClassPropertiesTest, KeepVersionsCodeTypesAndValuesInTheirPlaces) {
+    BuiltTree tree;
+    tree.object("m.C", "py:class", "C.html#$")
+        .object("m.C.p", "py:attribute", "C.html#$")
+        .page("C.html",
+              described("py", "class", "m.C", "C()",
+                        "<p>C.</p>"
+                        "<dl class=\"py attribute\"><dt class=\"sig\" id=\"m.C.p\"><span "
+                        "class=\"sig-name\">p</span><em class=\"property\">: Callable[(int)]</em>"
+                        "<em class=\"property\"> = make(5)</em></dt><dd><p>The p. For example:</p>"
+                        "<div class=\"highlight-python\"><pre>c.p()\n\nc.p\n</pre></div>"
+                        "<div class=\"versionadded\"><p><span class=\"versionmodified\">New in "
+                        "version 1.5.</span></p></div></dd></dl>"));
+    const ImportResult result = tree.import();
+    EXPECT_THAT(
+        itemAt(result, u"C.html").getClassPropertyGroups(),
+        ElementsAre(ClassPropertyGroup(
+            u"Attributes", {ClassProperty(u"p",
+                                          u"The p. For example:\n\n    c.p()\n    \n    c.p\n\n"
+                                          u"New in version 1.5.",
+                                          u"C.html#m.C.p", {u"Callable[(int)] = make(5)"})})));
+    EXPECT_EQ(recordOf(result, u"m.C.p").getPurpose(), u"The p.");
 }
 
 TEST(ClassPropertiesTest, GetARecordWhereOnlyAFieldNamesThem) {

@@ -11,13 +11,6 @@ namespace {
 
 using tests::readBody;
 
-std::string seeAlsoOf(const DescriptionFacts& facts) {
-    std::string result;
-    for (const LinkFacts& link : facts.seeAlso)
-        result += link.name + "=" + link.href + ";";
-    return result;
-}
-
 TEST(DescriptionBodyTest, TakesThePurposeFromTheFirstParagraph) {
     const DescriptionFacts facts = readBody("<p>Adds two. Slowly.</p><p>More.</p>");
     EXPECT_EQ(facts.purpose, "Adds two.");
@@ -31,22 +24,31 @@ TEST(DescriptionBodyTest, KeepsProseOfEveryKindInOrder) {
         const char* description;
     } rows[] = {
         {"list", "<ul><li><p>a</p></li><li><p>b</p><p>c</p></li></ul>", "- a\n- b\n  c"},
-        {"nested list", "<ol><li>a<ul><li>b</li></ul></li></ol>", "- a\n  - b"},
+        {"nested list", "<ol><li>a<ul><li>b</li></ul></li></ol>", "1. a\n   - b"},
+        {"numbered list", "<ol start=\"3\"><li><p>a</p><p>b</p></li><li>c</li></ol>",
+         "3. a\n   b\n4. c"},
+        {"list in a definition",
+         "<dl class=\"simple\"><dt>t</dt><dd><ul><li>a</li><li>b</li></ul></dd></dl>",
+         "- t:\n  - a\n  - b"},
+        {"list in a note",
+         "<div class=\"admonition note\"><p class=\"admonition-title\">Note</p>"
+         "<ul><li>a</li></ul></div>",
+         "Note:\n- a"},
         {"definitions", "<dl class=\"simple\"><dt>t</dt><dd><p>d</p></dd></dl>", "- t: d"},
         {"note",
          "<div class=\"admonition note\"><p class=\"admonition-title\">Note</p>"
          "<p>Beware.</p><p>Twice.</p></div>",
          "Note: Beware.\n\nTwice."},
-        {"section", "<p class=\"rubric\">Notes</p><p>n</p>", "Notes\n\nn"},
+        {"section", "<p class=\"rubric\">Notes</p><p>n</p>", "Notes\n-----\n\nn"},
         {"empty section", "<p class=\"rubric\">Methods</p><p class=\"rubric\">Notes</p><p>n</p>",
-         "Notes\n\nn"},
-        {"literal block", "<pre class=\"literal-block\">a\n  b\n</pre>", "a\n  b"},
+         "Notes\n-----\n\nn"},
+        {"literal block", "<pre class=\"literal-block\">a\n  b\n</pre>", "    a\n      b"},
         {"formula", "<div class=\"math\">\\[x^2\\]</div>", "x^2"},
         {"formula as a picture",
          "<div class=\"math\"><p><img alt=\"y^2\" src=\"y.png\"/></p></div>", "y^2"},
         {"formula in a sentence", "<p>Of <span class=\"math\">\\(a_1\\)</span>.</p>", "Of a_1."},
         {"table", "<table><tr><th>a</th><th>b</th></tr><tr><td>1</td><td>2</td></tr></table>",
-         "a | b\n1 | 2"},
+         "| a | b |\n|---|---|\n| 1 | 2 |"},
         {"table of methods", "<table class=\"autosummary\"><tr><td>f</td></tr></table>", ""},
         {"reference", "<div class=\"citation\"><span class=\"label\">[1]</span><p>Book.</p></div>",
          "[1] Book."},
@@ -60,12 +62,16 @@ TEST(DescriptionBodyTest, KeepsProseOfEveryKindInOrder) {
          "<div class=\"versionchanged\"><p><span class=\"versionmodified\">Changed in "
          "version 2: </span>New.</p></div>",
          "Changed in version 2: New."},
-        {"raised",
-         "<dl class=\"field-list\"><dt>Raises</dt><dd><p><strong>E</strong> – if.</p></dd>"
-         "</dl>",
-         "Raises: E – if."},
-        {"member", "<dl class=\"py method\"><dt class=\"sig\">g()</dt><dd><p>Of g.</p></dd></dl>",
+        {"member",
+         "<dl class=\"py method\"><dt class=\"sig\" id=\"g\">g()</dt><dd><p>Of g.</p></dd></dl>",
          ""},
+        {"member with prose after it",
+         "<dl class=\"py method\"><dt class=\"sig\" id=\"g\">g()</dt><dd></dd></dl><p>Of g.</p>",
+         ""},
+        {"what is described without a place of its own",
+         "<dl class=\"describe\"><dt class=\"sig sig-object\"><span class=\"sig-name "
+         "descname\">d[key]</span></dt><dd><p>The item.</p><p>More.</p></dd></dl>",
+         "- d[key]: The item.\n  More."},
         {"script", "<script>alert()</script>", ""},
     };
     for (const auto& row : rows) {
@@ -84,41 +90,6 @@ TEST(DescriptionBodyTest, TakesNoPurposeFromBasesOrMarksOrMembers) {
     EXPECT_EQ(
         readBody("<dl class=\"py method\"><dt class=\"sig\">g</dt><dd><p>G.</p></dd></dl>").purpose,
         "");
-}
-
-TEST(DescriptionBodyTest, FindsRelatedEntitiesInAllForms) {
-    const std::string box =
-        "<div class=\"admonition seealso\"><p class=\"admonition-title\">See "
-        "also</p>";
-    const struct {
-        const char* name;
-        std::string html;
-        const char* expected;
-    } rows[] = {
-        {"definitions",
-         box + "<dl><dt><a href=\"n.html#n.g\"><code>g</code></a></dt><dd><p>Like <a href=\"z\">z"
-               "</a>.</p></dd></dl></div>",
-         "g=api/n.html#n.g;"},
-        {"several in a term",
-         box + "<dl><dt><a href=\"#a\">a</a>, <a href=\"#b\">b</a></dt><dd></dd></dl></div>",
-         "a=api/m.html#a;b=api/m.html#b;"},
-        {"links",
-         box + "<p><a href=\"../n.html\">n</a>, <a href=\"https://e.org/\">e</a></p></div>",
-         "n=n.html;e=https://e.org/;"},
-        {"not linked",
-         box + "<dl><dt><code class=\"xref py\">numpy.f</code></dt><dd></dd></dl></div>",
-         "numpy.f=;"},
-        {"link in the definition",
-         box + "<dl><dt>The guide</dt><dd><p>In <a href=\"g.html\">g</a></p></dd></dl></div>",
-         "g=api/g.html;"},
-        {"section", "<p class=\"rubric\">See also</p><p><a href=\"n.html\">n</a></p>",
-         "n=api/n.html;"},
-    };
-    for (const auto& row : rows) {
-        const DescriptionFacts facts = readBody("<p>P.</p>" + row.html);
-        EXPECT_EQ(seeAlsoOf(facts), row.expected) << row.name;
-        EXPECT_EQ(facts.description, "") << row.name;
-    }
 }
 
 TEST(DescriptionBodyTest, CountsVersionBoxesOfTheObjectItselfOnly) {

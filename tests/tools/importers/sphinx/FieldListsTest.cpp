@@ -3,11 +3,16 @@
 
 #include <gtest/gtest.h>
 
+#include "BuiltTree.hpp"
 #include "sphinx/FieldLists.hpp"
 #include "sphinx/HtmlDocument.hpp"
 
 namespace reference::importers::sphinx {
 namespace {
+
+using tests::BuiltTree;
+using tests::described;
+using tests::itemAt;
 
 // "title[name|classifier|text;…]prose" for each field, which a failing test shows whole.
 std::string read(const std::string& html) {
@@ -128,7 +133,7 @@ TEST(FieldListsTest, TellRolesByHeading) {
     EXPECT_EQ(fieldRoleOf("Yields"), FieldRole::Outputs);
     EXPECT_EQ(fieldRoleOf("Return type"), FieldRole::OutputType);
     EXPECT_EQ(fieldRoleOf("Variables"), FieldRole::Properties);
-    EXPECT_EQ(fieldRoleOf("Raises"), FieldRole::Prose);
+    EXPECT_EQ(fieldRoleOf("Raises"), FieldRole::Raises);
     EXPECT_EQ(fieldRoleOf("Author"), FieldRole::Prose);
 }
 
@@ -139,6 +144,26 @@ TEST(FieldListsTest, GiveFieldsAsText) {
     EXPECT_EQ(fieldText(field), "Raises: ValueError – If so.");
     field.parts.push_back({"KeyError", "", ""});
     EXPECT_EQ(fieldText(field), "Raises:\n- ValueError – If so.\n- KeyError");
+    EXPECT_EQ(sectionText(field), "Raises\n------\n\n- ValueError – If so.\n- KeyError");
+    field.parts = {{"ValueError", "", "If:\n\n- a"}, {"KeyError", "", "- b"}};
+    EXPECT_EQ(sectionText(field),
+              "Raises\n------\n\n- ValueError – If:\n  \n  - a\n- KeyError –\n  - b");
+    field = {.title = "Lève", .role = FieldRole::Raises, .parts = {}, .prose = "Rien."};
+    EXPECT_EQ(sectionText(field), "Lève\n----\n\nRien.");
+    field.prose.clear();
+    EXPECT_EQ(sectionText(field), "");
+}
+
+TEST(FieldListsTest, PutWhatMayBeRaisedIntoASectionAtTheEnd) {
+    BuiltTree tree;
+    tree.object("m.f", "py:function", "m.html#$")
+        .page("m.html",
+              described("py", "function", "m.f", "m.f",
+                        "<p>Does. Text.</p><dl class=\"field-list\"><dt>Raises</dt><dd><p><strong>E"
+                        "</strong> – if.</p></dd></dl><p>After.</p>"));
+    const auto item = itemAt(tree.import(), u"m.html");
+    EXPECT_EQ(item.getDescription(), u"Text.\n\nAfter.\n\nRaises\n------\n\n- E – if.");
+    EXPECT_TRUE(item.getInputs().empty());
 }
 
 TEST(FieldListsTest, AreToldFromOtherDefinitionLists) {

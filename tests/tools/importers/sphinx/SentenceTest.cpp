@@ -1,3 +1,5 @@
+#include <cstddef>
+
 #include <gtest/gtest.h>
 
 #include "sphinx/HtmlDocument.hpp"
@@ -54,6 +56,23 @@ TEST(SentenceTest, EndsWhereASentenceEnds) {
     };
     for (const auto& row : rows)
         EXPECT_EQ(firstOf(row.html), row.sentence) << row.html;
+}
+
+TEST(SentenceTest, TellsWhereTheLastOneBegins) {
+    const struct {
+        const char* text;
+        std::size_t begin;
+    } rows[] = {{"One. Two.", 5},
+                {"One. It is (e.g. so). For example:", 22},
+                {"Only one", 0},
+                {"One.  ", 0},
+                {"最初の文。次の文。", 15},
+                {"", 0}};
+    for (const auto& row : rows) {
+        InlineText text;
+        text.addText(row.text);
+        EXPECT_EQ(lastSentenceBegin(text), row.begin) << row.text;
+    }
 }
 
 TEST(SentenceTest, OfNothingIsNothing) {
