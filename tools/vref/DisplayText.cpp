@@ -1,11 +1,15 @@
 #include "vref/DisplayText.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <stdexcept>
 
 #include <unicode/brkiter.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+
+#include "fl/i18n/utf.hpp"
 
 namespace reference::tools {
 namespace {
@@ -121,6 +125,22 @@ std::string withoutControls(std::string_view text) {
             kept.append(character);
     }
     return toUtf8(kept);
+}
+
+std::string wellFormed(const std::string& text) {
+    try {
+        static_cast<void>(fl::i18n::toUtf16(text));
+        return text;
+    } catch (const std::invalid_argument&) {
+        std::string plain = text;
+        std::ranges::replace_if(
+            plain, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; }, '?');
+        return plain;
+    }
+}
+
+std::string printable(const std::string& text) {
+    return withoutControls(wellFormed(text));
 }
 
 }  // namespace reference::tools

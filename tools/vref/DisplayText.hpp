@@ -7,7 +7,8 @@
 
 namespace reference::tools {
 
-// Text as it fills the cells of a terminal. All texts are well-formed UTF-8. Any thread.
+// Text as it fills the cells of a terminal. Unless said otherwise, all texts are well-formed UTF-8.
+// Any thread.
 
 // How many columns the text takes: two for a wide or fullwidth character (Unicode Standard Annex
 // 11), none for a combining mark or a control character, one for any other.
@@ -27,5 +28,12 @@ namespace reference::tools {
 // The text without control characters but line feed and tabulator: documentation must not be able
 // to steer a terminal.
 [[nodiscard]] std::string withoutControls(std::string_view text);
+
+// Any bytes as well-formed UTF-8: the text itself or, where it is not UTF-8, with a question mark
+// for each byte above ASCII.
+[[nodiscard]] std::string wellFormed(const std::string& text);
+
+// Any bytes, ready to be shown in a message: well-formed and without control characters.
+[[nodiscard]] std::string printable(const std::string& text);
 
 }  // namespace reference::tools

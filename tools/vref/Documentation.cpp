@@ -4,12 +4,14 @@
 #include <atomic>
 #include <cstdlib>
 #include <iostream>
+#include <set>
 #include <string_view>
 #include <utility>
 
 #include "docparser/DocParserException.hpp"
 #include "docparser/DocResourceParser.hpp"
 #include "fl/i18n/utf.hpp"
+#include "foundation/core/Mutex.hpp"
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/log/basic_diagnostic_logger.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
@@ -65,11 +67,35 @@ std::string chooseLocale(const std::string& wanted, const std::vector<std::u16st
 
 }  // namespace
 
+// Passes each message on once. Any thread.
+class Documentation::Reports {
+  public:
+    explicit Reports(Reporter report) : m_report(std::move(report)) {}
+
+    void tell(const std::string& message) {
+        {
+            const foundation::core::MutexLock lock(m_mutex);
+            if (!m_told.insert(message).second)
+                return;
+        }
+        m_report(message);
+    }
+    void forget() {
+        const foundation::core::MutexLock lock(m_mutex);
+        m_told.clear();
+    }
+
+  private:
+    const Reporter m_report;
+    foundation::core::Mutex m_mutex;
+    std::set<std::string> m_told VELTRA_GUARDED_BY(m_mutex);
+};
+
 // The file source, with a word to the user for each reference file that cannot be read: the library
 // leaves such a product out without one.
 class Documentation::ReportingSource final : public docparser::DocSource {
   public:
-    explicit ReportingSource(Reporter report) : m_report(std::move(report)) {}
+    explicit ReportingSource(std::shared_ptr<Reports> reports) : m_reports(std::move(reports)) {}
 
     docparser::ParsingResults getResourceLookupFiles() override {
         return m_files.getResourceLookupFiles();
@@ -82,7 +108,7 @@ class Documentation::ReportingSource final : public docparser::DocSource {
             if (exception.getFault().file.empty())
                 throw;
             ++m_unreadable;
-            m_report(std::string("left out: ") + exception.what());
+            m_reports->tell(std::string("left out: ") + exception.what());
             throw;
         }
     }
@@ -104,7 +130,7 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     [[nodiscard]] std::size_t unreadable() const noexcept { return m_unreadable; }
 
   private:
-    const Reporter m_report;
+    const std::shared_ptr<Reports> m_reports;
     FileDocSource m_files;
     std::atomic<std::size_t> m_unreadable{0};
 };
@@ -114,8 +140,9 @@ void reportToStandardError(const std::string& message) {
 }
 
 Documentation::Documentation(const DocumentationOptions& options, const Reporter& report)
-    : m_source(std::make_shared<ReportingSource>(report)) {
-    showWarnings(report);
+    : m_reports(std::make_shared<Reports>(report)),
+      m_source(std::make_shared<ReportingSource>(m_reports)) {
+    showWarnings([reports = m_reports](const std::string& message) { reports->tell(message); });
     if (!options.docRoot.empty())
         setting(settings::in_veltra::docRootSetting)->setValue(options.docRoot);
     try {
@@ -134,6 +161,10 @@ Documentation::Documentation(const DocumentationOptions& options, const Reporter
 
 Documentation::~Documentation() {
     docparser::DocResourceParser::setSource(nullptr);
+}
+
+void Documentation::startNewQuestion() {
+    m_reports->forget();
 }
 
 std::size_t Documentation::unreadableFiles() const {

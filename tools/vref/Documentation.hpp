@@ -39,7 +39,11 @@ class Documentation {
     Documentation(const Documentation&) = delete;  // there is one library to set up
     Documentation& operator=(const Documentation&) = delete;
 
-    // How many reference files could not be read so far.
+    // Lets `report` be told again of what it has been told of; until then it is told of each thing
+    // once, however often that is met.
+    void startNewQuestion();
+
+    // How often a reference file could not be read so far.
     [[nodiscard]] std::size_t unreadableFiles() const;
 
     // The language that is asked for, or the set's first: "ja_JP".
@@ -59,7 +63,9 @@ class Documentation {
     void requireInstalled(const std::u16string& product) const;
 
   private:
+    class Reports;
     class ReportingSource;
+    std::shared_ptr<Reports> m_reports;
     std::shared_ptr<ReportingSource> m_source;
 };
 

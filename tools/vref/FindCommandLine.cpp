@@ -5,6 +5,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "vref/OptionTexts.hpp"
 #include "vref/Ordering.hpp"
 
 namespace reference::tools {
@@ -63,7 +64,9 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
     command.add_flag("--explain", options.explain, "Tell which key put each entry before the next");
     command.add_flag("--all", options.query.all,
                      "Everything of the given types and products, whatever its name");
-    command.add_option("--limit", options.limit, "At most this many entries")->type_name("N");
+    command.add_option("--limit", options.limit, "At most this many entries")
+        ->type_name("N")
+        ->check(checkCount);
     command.add_flag("--long", options.hrefs, "Also show each entry's page");
     command.add_flag("--json", options.json, "Print the whole entries as a JSON array");
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include <boost/algorithm/string/join.hpp>
+
 #include "vref/CommandLineText.hpp"
 #include "vref/ExitStatus.hpp"
 #include "vref/Ordering.hpp"
@@ -63,8 +65,14 @@ std::vector<std::string> explanations(const Answer& answer, std::size_t shown) {
 std::string complaint(const QueryOptions& query) {
     if (query.all)
         return "there are no entries of these types and products";
-    return std::string("nothing is ") + (looksForName(query) ? "called" : "found for") + " \"" +
-           query.name + "\"";
+    if (!looksForName(query))
+        return "nothing is found for \"" + query.name + "\"";
+    std::string kinds;
+    for (const auto& type : query.types)
+        kinds +=
+            (kinds.empty() ? "" : " or ") + property::RefEntityType::enumToString(toType(type));
+    return (kinds.empty() ? "nothing" : "no " + kinds) + " is called \"" + query.name + "\"" +
+           (query.products.empty() ? "" : " in " + boost::join(query.products, " or "));
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "fl/i18n/utf.hpp"
 #include "sphinx/ImportTree.hpp"
 #include "vref/Commands.hpp"
+#include "vref/Counted.hpp"
 #include "vref/ProductSize.hpp"
 #include "vref/ProgressBar.hpp"
 #include "vref/Terminal.hpp"
@@ -42,7 +43,8 @@ void writeSummary(std::ostream& out, const sphinx::ImportReport& report, bool li
             << '\n';
         all += count;
     }
-    out << "  " << std::setw(7) << all << "  in all, from " << report.pagesRead << " pages\n";
+    out << "  " << std::setw(7) << all << "  in all, from " << counted(report.pagesRead, "page")
+        << '\n';
     if (report.undescribed.empty())
         return;
     out << "No description was found of " << report.undescribed.size() << ":\n";

@@ -1,8 +1,13 @@
 #include "vref/Query.hpp"
 
 #include <algorithm>
+#include <iterator>
+#include <optional>
 #include <string_view>
 #include <utility>
+
+#include <boost/algorithm/string/case_conv.hpp>
+#include <boost/algorithm/string/join.hpp>
 
 #include "property/RefEntityType.hpp"
 #include "reference/api/AllTextDataRetriever.hpp"
@@ -11,21 +16,34 @@
 #include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "vref/CommandLineText.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/ExitStatus.hpp"
+#include "vref/Nearest.hpp"
 
 namespace reference::tools {
 namespace {
 
 using property::RefEntityType;
 
-RefEntityType::Value toType(const std::string& text) {
-    if (const auto type = RefEntityType::fromString(text))
-        return *type;
-    std::string known;
-    for (const auto value : RefEntityType::namedValues())
-        known += (known.empty() ? "" : ", ") + RefEntityType::enumToString(value);
-    throw UnusableError("There is no entity type \"" + text + "\"; there is: " + known +
-                        ", or a number.");
+// What people call a type that is called otherwise here.
+constexpr std::pair<std::string_view, RefEntityType::Value> commonWords[] = {
+    {"attribute", RefEntityType::Property}, {"exception", RefEntityType::Class},
+    {"error", RefEntityType::Class},        {"struct", RefEntityType::Class},
+    {"module", RefEntityType::Package},     {"namespace", RefEntityType::Package},
+    {"data", RefEntityType::Variable},      {"field", RefEntityType::Property},
+    {"enum", RefEntityType::Enumeration},   {"typedef", RefEntityType::TypeAlias},
+    {"procedure", RefEntityType::Function}, {"signal", RefEntityType::Event},
+};
+
+// The type that was likely meant by a text that names none.
+std::optional<std::string> meantType(const std::string& text,
+                                     const std::vector<std::string>& known) {
+    const std::string word = boost::to_lower_copy(text);
+    for (const auto& [common, type] : commonWords)
+        if (word == common || word == std::string(common) + "s" ||
+            word == std::string(common) + "es")
+            return RefEntityType::enumToString(type);
+    return nearest(text, known);
 }
 
 const char* nameOf(Search search) {
@@ -57,6 +75,18 @@ std::string quoted(const std::string& word) {
 }
 
 }  // namespace
+
+RefEntityType::Value toType(const std::string& text) {
+    if (const auto type = RefEntityType::fromString(text))
+        return *type;
+    std::vector<std::string> names;
+    std::ranges::transform(RefEntityType::namedValues(), std::back_inserter(names),
+                           RefEntityType::enumToString);
+    const auto meant = meantType(text, names);
+    throw UnusableError("There is no entity type \"" + printable(text) + "\"; " +
+                        (meant ? "did you mean --type " + *meant + "? There is: " : "there is: ") +
+                        boost::join(names, ", ") + ", or a number.");
+}
 
 api::ReferenceRequest toRequest(const QueryOptions& options, const Documentation& documentation) {
     if (options.all && !options.name.empty())

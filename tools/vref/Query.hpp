@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "property/RefEntityType.hpp"
 #include "reference/api/ReferenceData.hpp"
 #include "reference/api/ReferenceRequest.hpp"
 #include "vref/Documentation.hpp"
@@ -34,6 +35,10 @@ struct QueryOptions {
 // neither of a name and, `all`.
 [[nodiscard]] api::ReferenceRequest toRequest(const QueryOptions& options,
                                               const Documentation& documentation);
+
+// The type that a text of --type names. Throws UnusableError, which lists the types and says which
+// is meant where people commonly use another word, for a text that names none.
+[[nodiscard]] property::RefEntityType::Value toType(const std::string& text);
 
 // What the library finds for a request.
 [[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,

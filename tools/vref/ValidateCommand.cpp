@@ -4,6 +4,7 @@
 #include "docset/Manifest.hpp"
 #include "docset/validate.hpp"
 #include "vref/Commands.hpp"
+#include "vref/Counted.hpp"
 
 namespace reference::tools {
 
@@ -15,11 +16,12 @@ ExitStatus validate(const std::string& root) {
     const auto report = docset::validate(root);
     for (const auto& fault : report.faults)
         std::cout << fault.toString() << '\n';
-    std::cout << (report.faults.empty() ? "sound: " : "faulty: ");
-    if (!report.faults.empty())
-        std::cout << report.faults.size() << " faults; ";
-    std::cout << report.products << " products, " << report.files << " files, " << report.entities
-              << " entities, " << report.items << " items\n";
+    std::cout << (report.faults.empty()
+                      ? "sound: "
+                      : "faulty: " + counted(report.faults.size(), "fault") + "; ")
+              << counted(report.products, "product") << ", " << counted(report.files, "file")
+              << ", " << counted(report.entities, "entity", "entities") << ", "
+              << counted(report.items, "item") << '\n';
     return report.faults.empty() ? Success : Incomplete;
 }
 

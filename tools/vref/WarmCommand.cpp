@@ -21,6 +21,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
 #include "vref/Commands.hpp"
+#include "vref/Counted.hpp"
 #include "vref/ProductFigures.hpp"
 #include "vref/Table.hpp"
 #include "vref/Terminal.hpp"
@@ -142,9 +143,9 @@ void writeText(std::ostream& out, const std::vector<Record>& records, const Load
                                    : "pages are loaded when they are asked for"}});
     table.write(out, Terminal::ofStandardOutput());
     out << "\n"
-        << loaded.rows.size() << " products, " << loaded.installed << " of them installed; "
-        << loaded.entities << " entities; " << loaded.pages << " pages; "
-        << megabytes(loaded.memory) << " of memory\n";
+        << counted(loaded.rows.size(), "product") << ", " << loaded.installed
+        << " of them installed; " << counted(loaded.entities, "entity", "entities") << "; "
+        << counted(loaded.pages, "page") << "; " << megabytes(loaded.memory) << " of memory\n";
 }
 
 void writeJson(std::ostream& out, const std::vector<Record>& records, const Loaded& loaded) {

@@ -17,11 +17,13 @@
 #include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/api/cache_manager/ReferenceDataChangeEvent.hpp"
+#include "vref/CommandLineErrors.hpp"
 #include "vref/CommandLineText.hpp"
 #include "vref/Commands.hpp"
 #include "vref/FindCommandLine.hpp"
 #include "vref/LineReader.hpp"
 #include "vref/ManifestWatch.hpp"
+#include "vref/OptionTexts.hpp"
 #include "vref/ProductFigures.hpp"
 #include "vref/WatchOutput.hpp"
 #include "vvm/Factory.hpp"
@@ -88,6 +90,7 @@ FindOptions parseRequest(const std::string& line) {
     FindOptions options;
     CLI::App app;
     addFindOptions(app, options);
+    requireCleanTexts(app);
     try {
         if (auto arguments = argumentsOf(line); !arguments.empty()) {
             // CLI11 takes them from the last to the first.
@@ -98,7 +101,7 @@ FindOptions parseRequest(const std::string& line) {
     } catch (const CLI::CallForHelp&) {
         throw HelpWanted();
     } catch (const CLI::ParseError& error) {
-        throw UnusableError(error.what());
+        throw UnusableError(describe(app, error));
     }
     return options;
 }
@@ -145,6 +148,7 @@ class Session {
             const auto [state, line] = reader.next(lookAround);
             if (state == State::AtTheEnd)
                 return;
+            m_documentation.startNewQuestion();
             followDocumentation();
             if (state == State::NoneYet)
                 continue;

@@ -1,8 +1,6 @@
 #include "vref/WatchOutput.hpp"
 
-#include <algorithm>
 #include <iostream>
-#include <stdexcept>
 #include <string_view>
 #include <unistd.h>
 #include <utility>
@@ -12,7 +10,7 @@
 #include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 
-#include "fl/i18n/utf.hpp"
+#include "vref/Counted.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/ResultJson.hpp"
 #include "vref/Terminal.hpp"
@@ -25,20 +23,6 @@ namespace json = boost::json;
 // The first message of every session in JSON; what a client need not understand may be added
 // without another number.
 constexpr int protocolVersion = 1;
-
-// The text as it is when it is UTF-8; else with a question mark for each byte above ASCII, so that
-// what is written stays well-formed.
-std::string wellFormed(const std::string& text) {
-    try {
-        static_cast<void>(fl::i18n::toUtf16(text));
-        return text;
-    } catch (const std::invalid_argument&) {
-        std::string plain = text;
-        std::ranges::replace_if(
-            plain, [](char byte) { return static_cast<unsigned char>(byte) >= 0x80; }, '?');
-        return plain;
-    }
-}
 
 class PersonOutput final : public WatchOutput {
   public:
@@ -75,16 +59,16 @@ class PersonOutput final : public WatchOutput {
                                      ? "the language is now " + documentation.language
                                  : why == "documentation" ? "the documentation has changed"
                                                           : "read anew";
-        tell(what + ": " + std::to_string(documentation.products) + " products, " +
-             std::to_string(documentation.entities) + " entities (" + documentation.language + ")" +
-             (why == "ready" ? "; :help tells what may be asked" : ""));
+        tell(what + ": " + counted(documentation.products, "product") + ", " +
+             counted(documentation.entities, "entity", "entities") + " (" + documentation.language +
+             ")" + (why == "ready" ? "; :help tells what may be asked" : ""));
     }
 
     void warning(const std::string& message) override { tell(message); }
 
   private:
     static void tell(const std::string& message) {
-        std::cerr << "vref: " << withoutControls(wellFormed(message)) << '\n';
+        std::cerr << "vref: " << printable(message) << '\n';
     }
 
     static void endAnswer() { std::cout << '\n' << std::flush; }

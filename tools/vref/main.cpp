@@ -1,13 +1,19 @@
-#include <cstdlib>
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
+#include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/FindCommandLine.hpp"
+#include "vref/OptionTexts.hpp"
 
 namespace {
 
@@ -25,6 +31,23 @@ void addDocumentationOptions(CLI::App& command, DocumentationOptions& options) {
         ->type_name("LOCALE");
 }
 
+constexpr std::string_view importerUsage =
+    "There is one importer, for built Sphinx HTML pages:\n"
+    "      vref import sphinx DIR --product NAME --into ROOT\n"
+    "where DIR is the folder on this machine that holds objects.inv.";
+
+bool isAddress(const std::string& text) {
+    return text.find("://") != std::string::npos;
+}
+
+std::string describeUnknownImporter(const std::string& typed) {
+    const std::string text = isAddress(typed)
+                                 ? "Nothing is imported from an address such as " +
+                                       printable(typed) + "; fetch the pages first."
+                                 : "There is no importer \"" + printable(typed) + "\".";
+    return text + " " + std::string(importerUsage);
+}
+
 // The command line of the tool, and what its commands were told.
 class CommandLine {
   public:
@@ -40,22 +63,89 @@ class CommandLine {
         addValidate();
         addWarm();
         addWatch();
+        addHelp();
+        requireCleanTexts(m_app);
     }
 
     int run(int argc, char** argv) {
+        const std::vector<std::string> arguments(argv + 1, argv + argc);
+        // Not left to CLI11, which would run the commands that help is wanted for.
+        if (!arguments.empty() && arguments.front() == "help" &&
+            std::ranges::none_of(arguments, [](auto& word) { return word.starts_with('-'); }))
+            return help(std::span(arguments).subspan(1));
+        requireKnownCommand(arguments);
         try {
             m_app.parse(argc, argv);
         } catch (const CLI::ParseError& error) {
-            return m_app.exit(error) == 0 ? Success : Unusable;
+            if (error.get_exit_code() == 0)  // --help and --version
+                return m_app.exit(error);
+            throw UnusableError(describe(m_app, error) + "\n\"" + helpCommand() + "\" tells more.");
         }
         if (!m_command)
-            throw UnusableError(
-                "A command is missing: find, show, products, import sphinx, validate, warm or "
-                "watch; \"vref --help\" tells more.");
+            throw UnusableError("A command is missing; \"vref help\" tells which there are.");
         return m_command();
     }
 
   private:
+    // CLI11 takes a command that it does not know for one argument too many, and all that comes
+    // after it, too.
+    void requireKnownCommand(const std::vector<std::string>& arguments) const {
+        const CLI::App* app = &m_app;
+        for (const auto& argument : arguments) {
+            if (argument.starts_with('-') || app->get_subcommands({}).empty())
+                return;
+            const CLI::App* const command = commandNamed(*app, argument);
+            if (command == nullptr && app == m_importCommand)
+                throw UnusableError(describeUnknownImporter(argument));
+            if (command == nullptr)
+                throw UnusableError(describeUnknownCommand(*app, argument));
+            app = command;
+        }
+        if (app == m_importCommand)
+            throw UnusableError("What to import is missing. " + std::string(importerUsage));
+        if (!app->get_subcommands({}).empty())
+            throw UnusableError("A command is missing; \"vref help\" tells which there are.");
+    }
+
+    static const CLI::App* commandNamed(const CLI::App& app, const std::string& name) {
+        for (const CLI::App* command : app.get_subcommands({}))
+            if (command->check_name(name))
+                return command;
+        return nullptr;
+    }
+
+    // The command that tells about what was parsed: "vref help import sphinx".
+    [[nodiscard]] std::string helpCommand() const {
+        std::string text = "vref help";
+        for (auto parsed = m_app.get_subcommands(); !parsed.empty();
+             parsed = parsed.front()->get_subcommands())
+            text += " " + parsed.front()->get_name();
+        return text;
+    }
+
+  private:
+    void addHelp() {
+        CLI::App* command =
+            m_app.add_subcommand("help", "Tells about the tool, or about a command");
+        command->add_option("COMMAND", m_helpFor, "The command, such as find or import sphinx");
+        command->callback([this] { m_command = [this] { return help(m_helpFor); }; });
+    }
+
+    // The help for a command, each word naming one below that of the word before.
+    [[nodiscard]] ExitStatus help(std::span<const std::string> words) const {
+        const CLI::App* app = &m_app;
+        std::string before;
+        for (const auto& word : words) {
+            const CLI::App* const command = commandNamed(*app, word);
+            if (command == nullptr)
+                throw UnusableError(describeUnknownCommand(*app, word));
+            before += (before.empty() ? "" : " ") + app->get_name();
+            app = command;
+        }
+        std::cout << app->help(before);
+        return Success;
+    }
+
     void addFind() {
         CLI::App* command =
             m_app.add_subcommand("find", "Lists the entries that bear a name, or hold it");
@@ -82,27 +172,39 @@ class CommandLine {
     }
 
     void addImport() {
-        CLI::App* import =
+        m_importCommand =
             m_app.add_subcommand("import", "Brings documentation into a documentation set");
-        CLI::App* command = import->add_subcommand(
+        CLI::App* command = m_importCommand->add_subcommand(
             "sphinx", "Imports a built Sphinx HTML tree as a product, or replaces the product");
         command->add_option("DIR", m_import.source, "The folder that holds objects.inv")
+            ->check([](const std::string& text) {
+                return isAddress(text) ? describeUnknownImporter(text) : std::string();
+            })
             ->required();
         command->add_option("--product", m_import.product, "The product's short name")
             ->type_name("NAME")
+            ->check(checkProductName)
             ->required();
         command->add_option("--into", m_import.root, "The documentation set; made when missing")
             ->type_name("ROOT")
             ->required();
-        command->add_option(
-            "--locale", m_import.locale,
-            "The locale to file it under (else the set's first, en_US in a new set)");
-        command->add_option("--display-name", m_import.displayName,
-                            "What readers see (else the project's own name)");
-        command->add_option("--product-version", m_import.version,
-                            "The product's version (else the project's own)");
-        command->add_option("--help-folder", m_import.helpFolder,
-                            "The folder of the pages below the help root (else the short name)");
+        command
+            ->add_option("--locale", m_import.locale,
+                         "The locale to file it under (else the set's first, en_US in a new set)")
+            ->type_name("LOCALE");
+        command
+            ->add_option("--display-name", m_import.displayName,
+                         "What readers see (else the project's own name)")
+            ->type_name("TEXT");
+        command
+            ->add_option("--product-version", m_import.version,
+                         "The product's version (else the project's own)")
+            ->type_name("TEXT");
+        command
+            ->add_option("--help-folder", m_import.helpFolder,
+                         "The folder of the pages below the help root (else the short name)")
+            ->type_name("FOLDER")
+            ->check(checkHelpFolder);
         command->add_flag("--list-all", m_import.listAll,
                           "List every object without a description, however many");
         command->add_flag("--force", m_import.force,
@@ -137,6 +239,8 @@ class CommandLine {
     }
 
     CLI::App m_app;
+    CLI::App* m_importCommand = nullptr;
+    std::vector<std::string> m_helpFor;
     FindOptions m_find;
     DocumentationOptions m_findWhere;
     ShowOptions m_show;

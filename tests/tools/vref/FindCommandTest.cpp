@@ -200,7 +200,7 @@ TEST(FindCommandTest, WrongUseIsStatusTwoAndSaysWhatToDo) {
         {{"find", "\xff"}, "UTF-8"},
         {{"bogus"}, "bogus"},
         {{"import"}, "import sphinx"},
-        {{}, "--help"},
+        {{}, "vref help"},
     };
     for (const auto& c : cases) {
         const ToolRun run = runTool(c.arguments);

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace reference::tools {
+
+// "1 fault", "2 faults"; for "entity" its plural is given.
+[[nodiscard]] inline std::string counted(std::size_t count, std::string_view singular,
+                                         std::string_view plural = {}) {
+    std::string text = std::to_string(count) + " ";
+    if (count == 1)
+        return text.append(singular);
+    return plural.empty() ? text.append(singular) + "s" : text.append(plural);
+}
+
+}  // namespace reference::tools
