@@ -11,8 +11,11 @@ enum ExitStatus : int {
     // The tool worked, but nothing was found, or not everything was whole.
     NothingFound = 1,
     Incomplete = 1,
-    // The command line is wrong, or what the tool stands on is broken.
+    // The command line is wrong, what the tool stands on is broken, or the output cannot be
+    // written.
     Unusable = 2,
+    // Nobody read the output to its end. What a shell reports of a tool that SIGPIPE ended.
+    Unread = 128 + 13,
 };
 
 // Ends the tool with status Unusable; what() tells the user what to do.

@@ -42,9 +42,12 @@ LineReader::Result LineReader::next(milliseconds patience) {
         }
 
         const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now());
-        pollfd waiting{.fd = m_descriptor, .events = POLLIN, .revents = 0};
-        const int ready =
-            ::poll(&waiting, 1, static_cast<int>(std::max<milliseconds::rep>(left.count(), 0)));
+        // Of the answers only errors are told, which need not be asked for; poll(2) passes over a
+        // negative descriptor.
+        std::array<pollfd, 2> waiting{{{.fd = m_descriptor, .events = POLLIN, .revents = 0},
+                                       {.fd = m_answers, .events = 0, .revents = 0}}};
+        const int ready = ::poll(waiting.data(), waiting.size(),
+                                 static_cast<int>(std::max<milliseconds::rep>(left.count(), 0)));
         if (ready == 0)
             return {State::NoneYet, {}};
         if (ready < 0 && errno != EINTR) {
@@ -53,6 +56,8 @@ LineReader::Result LineReader::next(milliseconds patience) {
         }
         if (ready < 0)
             continue;
+        if (waiting[0].revents == 0)
+            return {State::Unread, {}};
         std::array<char, 65536> piece;
         const auto count = ::read(m_descriptor, piece.data(), piece.size());
         if (count > 0)

@@ -18,6 +18,7 @@ class LineReader {
         TooLong,   // a line longer than `longestLine` was passed over
         NoneYet,   // the time is up
         AtTheEnd,  // there are no more
+        Unread,    // nobody reads the answers any more
     };
 
     struct Result {
@@ -25,11 +26,14 @@ class LineReader {
         std::string line;  // without its line end (LF or CR LF)
     };
 
-    // `descriptor` stays the caller's, and open while this lives.
-    explicit LineReader(int descriptor) noexcept : m_descriptor(descriptor) {}
+    // `descriptor` stays the caller's, and open while this lives; so does `answers`, where the
+    // answers to the lines are written, if that is to be watched too.
+    explicit LineReader(int descriptor, int answers = -1) noexcept
+        : m_descriptor(descriptor), m_answers(answers) {}
 
     // The next line, waiting for it at most so long. The last line need not have an end. A
-    // descriptor that cannot be read is at its end.
+    // descriptor that cannot be read is at its end. While it waits, it notices when the last reader
+    // of the answers goes.
     [[nodiscard]] Result next(std::chrono::milliseconds patience);
 
   private:
@@ -37,6 +41,7 @@ class LineReader {
     [[nodiscard]] Result take(std::size_t size, std::size_t lineEnd);
 
     const int m_descriptor;
+    const int m_answers;
     std::string m_buffer;
     std::size_t m_searched = 0;  // how much of the buffer is known to hold no line end
     bool m_isOverlong = false;   // the line that the buffer begins in the middle of is too long

@@ -25,6 +25,7 @@
 #include "vref/ManifestWatch.hpp"
 #include "vref/OptionTexts.hpp"
 #include "vref/ProductFigures.hpp"
+#include "vref/StandardStreams.hpp"
 #include "vref/WatchOutput.hpp"
 #include "vvm/Factory.hpp"
 
@@ -139,15 +140,19 @@ class Session {
     Session& operator=(const Session&) = delete;
     ~Session() { vvm::Factory::setCurrentLocalVVM(nullptr); }
 
-    // Answers lines until there are no more.
+    // Answers lines until there are no more. Throws OutputError and ReaderGone after an answer that
+    // could not be written, and ReaderGone as soon as nobody reads the answers.
     void run() {
         using State = LineReader::State;
-        LineReader reader(STDIN_FILENO);
+        LineReader reader(STDIN_FILENO, STDOUT_FILENO);
         m_output->prompt();
         while (true) {
+            flushOutput();
             const auto [state, line] = reader.next(lookAround);
             if (state == State::AtTheEnd)
                 return;
+            if (state == State::Unread)
+                throw ReaderGone();
             m_documentation.startNewQuestion();
             followDocumentation();
             if (state == State::NoneYet)

@@ -14,6 +14,7 @@
 #include "vref/DisplayText.hpp"
 #include "vref/FindCommandLine.hpp"
 #include "vref/OptionTexts.hpp"
+#include "vref/StandardStreams.hpp"
 
 namespace {
 
@@ -54,8 +55,8 @@ class CommandLine {
     CommandLine() : m_app("Finds and shows reference documentation.", "vref") {
         m_app.set_version_flag("--version", "vref " VELTRA_VERSION);
         m_app.footer(
-            "Exit status: 0 found or done, 1 nothing found or not whole, 2 wrong use or "
-            "broken documentation.");
+            "Exit status: 0 found or done, 1 nothing found or not whole, 2 wrong use, broken "
+            "documentation, or output that cannot be written.");
         addFind();
         addShow();
         addProducts();
@@ -255,10 +256,22 @@ class CommandLine {
 }  // namespace
 
 int main(int argc, char** argv) {
+    StandardStreams streams;
+    int status = Unusable;
     try {
-        return CommandLine().run(argc, argv);
-    } catch (const std::exception& error) {
+        try {
+            status = CommandLine().run(argc, argv);
+        } catch (const OutputError&) {
+            // Told below.
+        } catch (const std::exception& error) {
+            std::cerr << "vref: " << error.what() << '\n';
+        }
+        flushOutput();
+    } catch (const ReaderGone&) {
+        return Unread;
+    } catch (const OutputError& error) {
         std::cerr << "vref: " << error.what() << '\n';
         return Unusable;
     }
+    return streams.isErrorStreamWhole() ? status : Unusable;
 }
