@@ -12,7 +12,17 @@ endfunction()
 
 file(REMOVE_RECURSE "${WORK_DIR}")
 set(prefix "${WORK_DIR}/prefix")
-run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${prefix}")
+# Without debug information, which names the sources where they were built.
+run("${CMAKE_COMMAND}" --install "${BUILD_DIR}" --prefix "${prefix}" --strip)
+
+# What is installed stands by itself: nothing in it names the folders that it was built from.
+foreach(folder IN ITEMS "${SOURCE_DIR}" "${BUILD_DIR}")
+    execute_process(COMMAND grep --recursive --files-with-matches --fixed-strings "${folder}" "${prefix}"
+                    OUTPUT_VARIABLE files RESULT_VARIABLE result)
+    if(NOT result EQUAL 1)
+        message(FATAL_ERROR "these installed files hold the path ${folder}:\n${files}")
+    endif()
+endforeach()
 
 # The program that the README shows is built too.
 file(READ "${SOURCE_DIR}/README.md" readme)
