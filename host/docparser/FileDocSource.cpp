@@ -343,7 +343,8 @@ std::vector<ListedProduct> FileDocSource::listProducts() {
         listed.push_back({.shortName = product.shortName,
                           .installed = product.installed,
                           .locale = product.locale,
-                          .root = product.set->root});
+                          .root = product.set->root,
+                          .source = product.files.source});
     return listed;
 }
 

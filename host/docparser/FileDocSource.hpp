@@ -4,10 +4,12 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "docparser/DocSource.hpp"
+#include "docset/ProductSource.hpp"
 #include "foundation/core/Mutex.hpp"
 #include "foundation/core/export.hpp"
 
@@ -35,6 +37,8 @@ struct ListedProduct {
     std::string locale;
     // The documentation set that it is read from.
     std::filesystem::path root;
+    // What it was imported from, in that locale; nothing where the set does not say.
+    std::optional<docset::ProductSource> source = std::nullopt;
 };
 
 // Reads documentation sets from folders: the documentation root and the support packages. A product

@@ -42,6 +42,25 @@ std::string readFileName(const JsonNode& files, std::string_view member) {
     return std::string(*text);
 }
 
+bool isSourceFolder(std::string_view folder) {
+    return folder.starts_with('/') && folder.find('\0') == std::string_view::npos;
+}
+
+std::optional<ProductSource> readSource(const JsonNode& files) {
+    const auto node = files.find("source");
+    if (!node || !node->isObjectOf({"folder", "importer", "importerVersion"}))
+        return std::nullopt;
+    ProductSource source;
+    if (const auto folder = node->require("folder")) {
+        source.folder = std::string(folder->text().value_or(""));
+        if (folder->isText() && !isSourceFolder(source.folder))
+            folder->fault("The folder must be an absolute path, such as /usr/share/doc/demo/html.");
+    }
+    source.importer = fl::i18n::toUtf8(node->requiredTextOf("importer", false));
+    source.importerVersion = fl::i18n::toUtf8(node->textOf("importerVersion"));
+    return source;
+}
+
 ManifestProduct readProduct(const JsonNode& node, const std::vector<std::string>& locales) {
     ManifestProduct product;
     if (!node.isObjectOf({"shortName", "installed", "files"}))
@@ -57,12 +76,13 @@ ManifestProduct readProduct(const JsonNode& node, const std::vector<std::string>
             entry.fault("The locale is not among the set's \"locales\".");
             return;
         }
-        if (!entry.isObjectOf({"lookup", "reference"}) || !entry.require("lookup"))
+        if (!entry.isObjectOf({"lookup", "reference", "source"}) || !entry.require("lookup"))
             return;
         if (product.installed && !entry.require("reference"))
             return;
         product.files.emplace(locale, ProductFiles{.lookup = readFileName(entry, "lookup"),
-                                                   .reference = readFileName(entry, "reference")});
+                                                   .reference = readFileName(entry, "reference"),
+                                                   .source = readSource(entry)});
     });
     if (product.files.empty())
         files->fault("No locale is named; a product has the files of at least one.");

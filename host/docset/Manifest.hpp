@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "docset/Fault.hpp"
+#include "docset/ProductSource.hpp"
 #include "foundation/core/export.hpp"
 
 namespace reference::docset {
@@ -19,6 +20,8 @@ struct ProductFiles {
     std::string lookup;
     // May be empty for a product that is not installed.
     std::string reference;
+    // What the files were made from; nothing where that is not known.
+    std::optional<ProductSource> source = std::nullopt;
 
     friend bool operator==(const ProductFiles&, const ProductFiles&) = default;
 };

@@ -1,9 +1,11 @@
 #pragma once
 
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "docset/ProductSource.hpp"
 #include "property/RefItem.hpp"
 #include "property/RefItemLookup.hpp"
 
@@ -35,6 +37,9 @@ struct ProductDocumentation {
     // Href to the items filed under it, in page order. Every href of `entities` is a key here, and
     // every item carries its key as its href.
     std::map<std::u16string, std::vector<property::RefItem>> pages;
+
+    // Where this was imported from; nothing for documentation that was not imported.
+    std::optional<ProductSource> source = std::nullopt;
 
     friend bool operator==(const ProductDocumentation&, const ProductDocumentation&) = default;
 };

@@ -125,6 +125,13 @@ json::object referenceDocument(const ProductDocumentation& documentation) {
             {"products", std::move(products)}};
 }
 
+json::object sourceMembers(const ProductSource& source) {
+    json::object members{{"folder", source.folder}, {"importer", source.importer}};
+    if (!source.importerVersion.empty())
+        members.emplace("importerVersion", source.importerVersion);
+    return members;
+}
+
 json::object manifestDocument(const Manifest& manifest) {
     json::array locales;
     for (const auto& locale : manifest.locales)
@@ -136,6 +143,8 @@ json::object manifestDocument(const Manifest& manifest) {
             json::object entry{{"lookup", names.lookup}};
             if (!names.reference.empty())
                 entry.emplace("reference", names.reference);
+            if (names.source)
+                entry.emplace("source", sourceMembers(*names.source));
             files.emplace(locale, std::move(entry));
         }
         products.push_back(json::object{{"shortName", utf8(product.shortName)},
@@ -258,7 +267,8 @@ void publishLocked(const fs::path& root, const std::string& locale,
 
     const std::string stem = fileStem(documentation.header.shortName);
     fs::create_directories(root / locale);
-    const ProductFiles files = newEdition(root, locale, stem);
+    ProductFiles files = newEdition(root, locale, stem);
+    files.source = documentation.source;
     writeFile(root / files.lookup, lookupDocument(documentation));
     writeFile(root / files.reference, referenceDocument(documentation));
     flushToDisk(root / locale, O_RDONLY | O_DIRECTORY);
@@ -286,6 +296,12 @@ void requireNames(const fs::path& root, const std::string& locale,
     if (const auto reason = whyNotContained(locale);
         reason || locale.find('/') != std::string::npos)
         fail(root, "\"" + locale + "\" is no locale; it must be a folder name such as en_US.");
+}
+
+void requireSource(const fs::path& root, const std::optional<ProductSource>& source) {
+    if (source && (!source->folder.starts_with('/') ||
+                   source->folder.find('\0') != std::string::npos || source->importer.empty()))
+        fail(root, "The product's source must have an absolute folder and an importer's name.");
 }
 
 // The folder itself or, where it does not exist, the nearest above it that does.
@@ -319,6 +335,7 @@ void requirePublishable(const fs::path& root, const std::string& locale,
 void publishProduct(const fs::path& root, const std::string& locale,
                     const ProductDocumentation& documentation) {
     requireNames(root, locale, documentation.header.shortName);
+    requireSource(root, documentation.source);
     try {
         fs::create_directories(root);
         requireOwnFolder(root);

@@ -25,6 +25,8 @@ class VELTRA_HOST_API PublishError : public std::runtime_error {
 // manifest named stay until the next call for the same product, for readers that still hold it.
 // Calls from several processes wait for each other.
 //
+// The set remembers `documentation.source` for this locale, and keeps that of other locales.
+//
 // `locale` is a folder name such as "en_US". Throws PublishError when the root holds something
 // else, its manifest is faulty, or a file cannot be written; the set is then as it was. Any thread.
 VELTRA_HOST_API void publishProduct(const std::filesystem::path& root, const std::string& locale,

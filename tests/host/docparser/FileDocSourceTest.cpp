@@ -192,6 +192,17 @@ TEST_F(FileDocSourceTest, ListsTheProductsThatExistInOneOfTheLocales) {
     EXPECT_THAT(namesIn({u"de_DE"}), IsEmpty());
 }
 
+TEST_F(FileDocSourceTest, ListsWhereAProductWasImportedFromInTheLocaleThatItIsReadIn) {
+    change(manifestPath, "\"lookup\": \"ja_JP/both-1.lookup.json\"",
+           "\"source\": {\"folder\": \"/srv/ja\", \"importer\": \"sphinx\"}, "
+           "\"lookup\": \"ja_JP/both-1.lookup.json\"");
+    auto japanese = source("ja_JP");
+    const docset::ProductSource expected{.folder = "/srv/ja", .importer = "sphinx"};
+    EXPECT_EQ(japanese.listProducts().front().source, expected);
+    auto english = source("en_US");
+    EXPECT_EQ(english.listProducts().front().source, std::nullopt);
+}
+
 TEST_F(FileDocSourceTest, ListsProductsWithTheLocaleThatTheyAreReadIn) {
     const LogCapture log("docparser=4");
     fs::remove(root.path() / "ja_JP/japanese-1.lookup.json");  // readable or not, it is listed

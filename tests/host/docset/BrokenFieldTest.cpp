@@ -139,6 +139,8 @@ TEST(BrokenFieldTest, ARequiredMemberThatIsMissingIsNamedAtItsOwner) {
         path.insert(path.end(), steps.begin(), steps.end());
         return path;
     };
+    const Path source =
+        below(product, {std::string("files"), std::string("en_US"), std::string("source")});
     const Path record = {entities, std::string("twice"), std::size_t{0}};
     const Path item = below(product, {std::string("pages"), std::string("ref/twice.html"), 0U});
     const Path box = below(product, {std::string("pages"), std::string("ref/box.html"), 0U});
@@ -151,6 +153,8 @@ TEST(BrokenFieldTest, ARequiredMemberThatIsMissingIsNamedAtItsOwner) {
         {manifestPath, product, "files"},
         {manifestPath, below(product, {std::string("files"), std::string("en_US")}), "lookup"},
         {manifestPath, below(product, {std::string("files"), std::string("en_US")}), "reference"},
+        {manifestPath, source, "folder"},
+        {manifestPath, source, "importer"},
         {lookupPath, {}, "product"},
         {lookupPath, {}, entities},
         {lookupPath, {std::string("product")}, "shortName"},

@@ -45,7 +45,12 @@ TEST(ManifestTest, IsReadWhole) {
         .locales = {"en_US", "ja_JP"},
         .products = {{.shortName = u"demo",
                       .installed = true,
-                      .files = {{"en_US", {.lookup = lookupPath, .reference = referencePath}}}},
+                      .files = {{"en_US",
+                                 {.lookup = lookupPath,
+                                  .reference = referencePath,
+                                  .source = docset::ProductSource{.folder = "/srv/demo",
+                                                                  .importer = "sphinx",
+                                                                  .importerVersion = "1"}}}}},
                      {.shortName = u"other",
                       .installed = false,
                       .files = {{"ja_JP", {.lookup = "ja_JP/o.json", .reference = ""}}}}}};
@@ -108,7 +113,8 @@ const std::vector<Row> faultyProducts = {
      "products[0].installed", "true or false"},
     {"no files",
      "\"files\": {\n        \"en_US\": {\"lookup\": \"en_US/demo.lookup.json\", "
-     "\"reference\": \"en_US/demo.reference.json\"}\n      }",
+     "\"reference\": \"en_US/demo.reference.json\",\n                  \"source\": {\"folder\": "
+     "\"/srv/demo\", \"importer\": \"sphinx\", \"importerVersion\": \"1\"}}\n      }",
      "\"files\": ^{}", "products[0].files", "No locale is named"},
     {"locale that the set does not list", "\"en_US\": {",
      "\"de_DE\": ^{\"lookup\": \"a\", "
@@ -118,13 +124,21 @@ const std::vector<Row> faultyProducts = {
      "products[0].files.en_US", "\"lookup\" is missing"},
     {"no reference file of an installed product",
      "\"en_US\": {\"lookup\": \"en_US/demo.lookup.json\", "
-     "\"reference\": \"en_US/demo.reference.json\"}",
-     "\"en_US\": ^{\"lookup\": \"a\"}", "products[0].files.en_US", "\"reference\" is missing"},
+     "\"reference\": \"en_US/demo.reference.json\"",
+     "\"en_US\": ^{\"lookup\": \"a\"", "products[0].files.en_US", "\"reference\" is missing"},
     {"unknown member of a product", "\"installed\": true", "\"installed\": true, \"on\": ^1",
      "products[0].on", "known here are: shortName, installed, files"},
     {"unknown member of files", "{\"lookup\": \"en_US/demo.lookup.json\"",
      "{\"look\": ^\"a\", \"lookup\": \"en_US/demo.lookup.json\"", "products[0].files.en_US.look",
-     "known here are: lookup, reference"},
+     "known here are: lookup, reference, source"},
+    {"a source without a folder", "{\"folder\": \"/srv/demo\", ", "^{",
+     "products[0].files.en_US.source", "\"folder\" is missing"},
+    {"a source in a relative folder", "\"/srv/demo\"", "^\"srv/demo\"",
+     "products[0].files.en_US.source.folder", "absolute path"},
+    {"a source whose folder has a zero byte", "\"/srv/demo\"", "^\"/srv\\u0000demo\"",
+     "products[0].files.en_US.source.folder", "absolute path"},
+    {"a source without an importer", "\"sphinx\"", "^\"\"",
+     "products[0].files.en_US.source.importer", "empty"},
 };
 
 TEST(ManifestTest, LeavesOutAFaultyProductAndKeepsTheOthers) {

@@ -81,12 +81,47 @@ TEST(PublishTest, ReplacesAProductInOneLocaleAlone) {
     EXPECT_EQ(manifest->products.size(), 1U);
 }
 
+TEST(PublishTest, RemembersWhereAProductComesFromInEachLocale) {
+    const TempFolder root;
+    docset::ProductDocumentation english = makeProduct(u"demo");
+    english.source = {.folder = "/srv/docs/en", .importer = "sphinx", .importerVersion = "7"};
+    docset::ProductDocumentation japanese = makeProduct(u"demo", u"最初");
+    japanese.source = {.folder = "/srv/文書", .importer = "other"};
+    publishProduct(root.path(), "en_US", english);
+    publishProduct(root.path(), "ja_JP", japanese);
+    EXPECT_EQ(readProduct(root.path(), u"demo"), english);
+    EXPECT_EQ(readProduct(root.path(), u"demo", "ja_JP"), japanese);
+
+    publishProduct(root.path(), "en_US", makeProduct(u"demo", u"by hand"));
+    publishProduct(root.path(), "en_US", makeProduct(u"neighbour"));
+    EXPECT_EQ(readProduct(root.path(), u"demo"), makeProduct(u"demo", u"by hand"));
+    EXPECT_EQ(readProduct(root.path(), u"demo", "ja_JP"), japanese);
+    EXPECT_EQ(dump(docset::validate(root.path()).faults), "");
+}
+
+TEST(PublishTest, RefusesASourceThatNoReaderWouldTake) {
+    const TempFolder root;
+    for (const docset::ProductSource& source : std::vector<docset::ProductSource>{
+             {.folder = "", .importer = "sphinx"},
+             {.folder = "docs", .importer = "sphinx"},
+             {.folder = std::string("/a\0b", 4), .importer = "sphinx"},
+             {.folder = "/docs", .importer = ""}}) {
+        SCOPED_TRACE(source.folder);
+        docset::ProductDocumentation product = makeProduct(u"demo");
+        product.source = source;
+        EXPECT_THAT([&] { publishProduct(root.path(), "en_US", product); },
+                    ThrowsMessage<PublishError>(HasSubstr("absolute folder")));
+    }
+    EXPECT_TRUE(fs::is_empty(root.path()));
+}
+
 TEST(PublishTest, AProductThatWasNotInstalledIsInstalled) {
     const TempFolder root;
     SetTexts texts = soundSet();
     texts.manifest = replaced(texts.manifest, "\"installed\": true", "\"installed\": false");
-    texts.manifest = replaced(texts.manifest, ", \"reference\": \"en_US/demo.reference.json\"}",
-                              "}, \"ja_JP\": {\"lookup\": \"en_US/demo.lookup.json\"}");
+    texts.manifest = replaced(texts.manifest, ", \"reference\": \"en_US/demo.reference.json\"", "");
+    texts.manifest = replaced(texts.manifest, "\"en_US\": {",
+                              "\"ja_JP\": {\"lookup\": \"en_US/demo.lookup.json\"}, \"en_US\": {");
     writeSet(root, texts);
     ASSERT_EQ(dump(docset::validate(root.path()).faults), "");
     publishProduct(root.path(), "en_US", makeProduct(u"demo"));

@@ -26,7 +26,8 @@ SetTexts soundSet() {
       "shortName": "demo",
       "installed": true,
       "files": {
-        "en_US": {"lookup": "en_US/demo.lookup.json", "reference": "en_US/demo.reference.json"}
+        "en_US": {"lookup": "en_US/demo.lookup.json", "reference": "en_US/demo.reference.json",
+                  "source": {"folder": "/srv/demo", "importer": "sphinx", "importerVersion": "1"}}
       }
     }
   ]
@@ -167,7 +168,8 @@ std::optional<docset::ProductDocumentation> readProduct(const std::filesystem::p
         throw std::runtime_error("the files of the product do not belong together");
     return docset::ProductDocumentation{.header = lookup->header,
                                         .entities = std::move(lookup->entities),
-                                        .pages = std::move(reference->front().pages)};
+                                        .pages = std::move(reference->front().pages),
+                                        .source = files.source};
 }
 
 std::string editionOf(const docset::ProductDocumentation& product) {

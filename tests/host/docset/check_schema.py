@@ -43,7 +43,11 @@ SOUND = {
         "products": [{
             "shortName": "demo",
             "installed": True,
-            "files": {"en_US": {"lookup": "en_US/l.json", "reference": "en_US/r.json"}},
+            "files": {"en_US": {
+                "lookup": "en_US/l.json",
+                "reference": "en_US/r.json",
+                "source": {"folder": "/srv/docs", "importer": "sphinx", "importerVersion": "1"},
+            }},
         }],
     },
     "lookup": {
@@ -86,6 +90,7 @@ MAPS = {"files", "entities", "pages"}
 PRODUCT = ("products", 0)
 FILES = (*PRODUCT, "files")
 ENGLISH = (*FILES, "en_US")
+SOURCE = (*ENGLISH, "source")
 RECORD = ("entities", "area", 0)
 PAGES = (*PRODUCT, "pages")
 ITEM = (*PAGES, "ref/area.html", 0)
@@ -113,6 +118,11 @@ REFUSED = [
         for member in ("lookup", "reference")
         for path in ("", "/a.json", "../a.json", "a/../b.json", "a/..", "./a", "a//b", "a/", "a\\b")
     ),
+    *(
+        ("documentation-set", (*SOURCE, "folder"), folder, "itself")
+        for folder in ("", "docs", "./docs", "~/docs", "/a\0b")
+    ),
+    ("documentation-set", (*SOURCE, "importer"), "", "itself"),
     ("lookup", ("format",), "veltra-documentation-reference", "itself"),
     ("lookup", ("formatVersion",), 0, "itself"),
     ("lookup", ("product", "shortName"), "", "itself"),
@@ -144,6 +154,7 @@ REQUIRED = {
     "documentation-set": [
         ("format",), ("formatVersion",), ("locales",), ("products",),
         (*PRODUCT, "shortName"), (*PRODUCT, "installed"), FILES, (*ENGLISH, "lookup"),
+        (*SOURCE, "folder"), (*SOURCE, "importer"),
     ],
     "lookup": [
         ("format",), ("formatVersion",), ("product",), ("entities",),
@@ -282,7 +293,7 @@ def check_documents(claims, validators, origin, texts):
                     (name, f"veltra-documentation-{kind}")
                     for product in document["products"]
                     for files in product["files"].values()
-                    for kind, name in files.items()
+                    for kind, name in files.items() if kind != "source"
                 }
         except ValueError as error:
             problem = str(error)
