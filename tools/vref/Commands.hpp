@@ -26,6 +26,15 @@ struct ShowOptions {
 // Prints one entry as a manual page.
 ExitStatus show(const ShowOptions& options);
 
+struct OpenOptions {
+    DocumentationOptions documentation;
+    // The name may be an href as well.
+    QueryOptions query;
+};
+
+// Opens the page of one entry in the browser; where there is none, its address is printed.
+ExitStatus openPage(const OpenOptions& options);
+
 struct ProductsOptions {
     DocumentationOptions documentation;
     bool json = false;

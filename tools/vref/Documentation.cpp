@@ -196,6 +196,19 @@ std::vector<docparser::ListedProduct> Documentation::products() const {
     return m_source->files().listProducts();
 }
 
+std::optional<docset::ProductSource> Documentation::sourceOf(const std::u16string& product) const {
+    const auto listed = products();
+    const auto found = std::ranges::find(listed, product, &docparser::ListedProduct::shortName);
+    return found != listed.end() ? found->source : std::nullopt;
+}
+
+std::optional<PagePlace> Documentation::placeOf(const api::ReferenceData& result) const {
+    const auto source = sourceOf(result.getHeaderInfo().getShortName());
+    if (!source)
+        return std::nullopt;
+    return tools::placeOf(source->folder, fl::i18n::toUtf8(result.getRefItem().getHref()));
+}
+
 void Documentation::requireInstalled(const std::u16string& product) const {
     std::string installed;
     for (const auto& listed : products()) {

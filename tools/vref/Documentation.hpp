@@ -4,10 +4,14 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
 #include "docparser/FileDocSource.hpp"
+#include "docset/ProductSource.hpp"
+#include "reference/api/ReferenceData.hpp"
+#include "vref/PagePlace.hpp"
 
 namespace reference::tools {
 
@@ -58,6 +62,13 @@ class Documentation {
 
     // All products that the roots list, in their order.
     [[nodiscard]] std::vector<docparser::ListedProduct> products() const;
+
+    // What the product was imported from; nothing where its documentation set does not say.
+    [[nodiscard]] std::optional<docset::ProductSource> sourceOf(
+        const std::u16string& product) const;
+
+    // The file that a result's page is in, in the folder that its product was imported from.
+    [[nodiscard]] std::optional<PagePlace> placeOf(const api::ReferenceData& result) const;
 
     // Throws UnusableError for a name that is no installed product's.
     void requireInstalled(const std::u16string& product) const;

@@ -12,6 +12,7 @@
 #include "sphinx/ImportTree.hpp"
 #include "vref/Commands.hpp"
 #include "vref/Counted.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/ProductSize.hpp"
 #include "vref/ProgressBar.hpp"
 #include "vref/Terminal.hpp"
@@ -74,6 +75,15 @@ void requireWorthPublishing(const ImportSphinxOptions& options, const std::strin
                             " If that is right, import with --force.");
 }
 
+// The imported folder as the set remembers it, whatever folder the tool is called from; nothing for
+// one whose name no set can hold.
+std::optional<docset::ProductSource> sourceIn(const std::string& folder) {
+    const std::string path = std::filesystem::canonical(folder).string();
+    if (wellFormed(path) != path)
+        return std::nullopt;
+    return docset::ProductSource{.folder = path, .importer = "sphinx", .importerVersion = {}};
+}
+
 }  // namespace
 
 ExitStatus importSphinx(const ImportSphinxOptions& options) {
@@ -86,7 +96,7 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
     const Terminal terminal = Terminal::ofStandardError();
     std::optional<ProgressBar> progress(std::in_place, std::cerr, terminal,
                                         "importing " + options.product);
-    const auto result = sphinx::importTree(
+    auto result = sphinx::importTree(
         {.source = options.source,
          .shortName = fl::i18n::toUtf16(options.product),
          .displayName = fl::i18n::toUtf16(options.displayName),
@@ -97,6 +107,7 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
     for (const auto& fault : result.report.faults)
         std::cerr << "vref: passed over: " << fault.page << ": " << fault.problem << '\n';
     requireWorthPublishing(options, locale, result);
+    result.documentation.source = sourceIn(options.source);
     docset::publishProduct(options.root, locale, result.documentation);
 
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;

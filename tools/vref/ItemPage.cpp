@@ -56,9 +56,11 @@ class PageWriter {
   public:
     PageWriter(std::ostream& out, const Terminal& terminal) : m_out(out), m_terminal(terminal) {}
 
-    void write(const api::ReferenceData& result) {
+    void write(const api::ReferenceData& result, const std::string& address) {
         const RefItem& item = result.getRefItem();
         writeHead(result);
+        if (!address.empty())
+            verbatim(1, m_terminal.styled(Style::Faint, address));
         writeSyntaxes(item);
         writeDescription(item);
         if (item.getInputGroups().empty())
@@ -220,8 +222,9 @@ class PageWriter {
 
 }  // namespace
 
-void writePage(std::ostream& out, const Terminal& terminal, const api::ReferenceData& result) {
-    PageWriter(out, terminal).write(result);
+void writePage(std::ostream& out, const Terminal& terminal, const api::ReferenceData& result,
+               const std::string& address) {
+    PageWriter(out, terminal).write(result, address);
 }
 
 }  // namespace reference::tools

@@ -59,6 +59,7 @@ class CommandLine {
             "documentation, or output that cannot be written.");
         addFind();
         addShow();
+        addOpen();
         addProducts();
         addImport();
         addValidate();
@@ -165,6 +166,16 @@ class CommandLine {
         command->callback([this] { m_command = [this] { return show(m_show); }; });
     }
 
+    void addOpen() {
+        CLI::App* command = m_app.add_subcommand(
+            "open", "Opens the page of one entry in the browser, or prints its address");
+        command->add_option("NAME", m_open.query.name, "The entity's name, or a page's href")
+            ->required();
+        addQueryOptions(*command, m_open.query);
+        addDocumentationOptions(*command, m_open.documentation);
+        command->callback([this] { m_command = [this] { return openPage(m_open); }; });
+    }
+
     void addProducts() {
         CLI::App* command = m_app.add_subcommand("products", "Lists the products");
         command->add_flag("--json", m_products.json, "Print the list as a JSON array");
@@ -245,6 +256,7 @@ class CommandLine {
     FindOptions m_find;
     DocumentationOptions m_findWhere;
     ShowOptions m_show;
+    OpenOptions m_open;
     ProductsOptions m_products;
     ImportSphinxOptions m_import;
     WarmOptions m_warm;

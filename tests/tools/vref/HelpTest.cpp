@@ -21,7 +21,7 @@ TEST(HelpTest, IsThereForTheToolAndEachCommand) {
     EXPECT_EQ(runTool({"--help"}).status, 0);
     EXPECT_THAT(runTool({"--version"}).output, StartsWith("vref "));
     for (const char* command :
-         {"find", "show", "products", "import", "validate", "warm", "watch", "help"}) {
+         {"find", "show", "open", "products", "import", "validate", "warm", "watch", "help"}) {
         const ToolRun run = runTool({command, "--help"});
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_THAT(run.output, HasSubstr("Usage:")) << command;
@@ -51,7 +51,7 @@ TEST(HelpTest, AnUnknownCommandIsNamedWithTheNearestOne) {
     };
     const Case cases[] = {
         {{"fnid", "x"}, "There is no command \"fnid\"; did you mean \"find\"?"},
-        {{"lookup"}, "There is no command \"lookup\"; there is: find, show, products, "},
+        {{"lookup"}, "There is no command \"lookup\"; there is: find, show, open, products, "},
         {{"a\033[31m\xff"}, "There is no command \"a[31m?\""},
         {{"find", "x", "--limt", "3"}, "expected: --limt 3; did you mean \"--limit\"?"},
         {{"find", "x", "y", "z"}, "The following arguments were not expected: y z\n"},

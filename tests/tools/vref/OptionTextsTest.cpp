@@ -31,6 +31,8 @@ const std::vector<Arguments> optionsWithText = {
     {"show", "x", "--product"},
     {"show", "x", "--doc-root"},
     {"show", "x", "--language"},
+    {"open", "x", "--type"},
+    {"open", "x", "--language"},
     {"products", "--doc-root"},
     {"products", "--language"},
     {"warm", "--doc-root"},

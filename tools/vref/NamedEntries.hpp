@@ -1,0 +1,22 @@
+#pragma once
+
+#include <vector>
+
+#include "reference/api/ReferenceData.hpp"
+#include "vref/Documentation.hpp"
+#include "vref/Query.hpp"
+
+namespace reference::tools {
+
+// What the query's name means, by the narrowest reading that finds something: the exact name, a
+// page (an href, with or without the help folder before it), and then, for those who type from
+// memory, the name without its package, then also in any case, and the page of a property. Where
+// nothing is found, that is told on the standard error stream. Throws what toRequest() throws, and
+// UnusableError where what was found could not be read.
+[[nodiscard]] std::vector<api::ReferenceData> entriesNamed(const QueryOptions& query,
+                                                           const Documentation& documentation);
+
+// Lists all results but the first on the standard error stream, and how to tell them apart.
+void tellOthers(const std::vector<api::ReferenceData>& results);
+
+}  // namespace reference::tools

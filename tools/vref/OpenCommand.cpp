@@ -1,0 +1,49 @@
+#include <iostream>
+#include <string>
+
+#include "fl/i18n/utf.hpp"
+#include "vref/Browser.hpp"
+#include "vref/Commands.hpp"
+#include "vref/DisplayText.hpp"
+#include "vref/NamedEntries.hpp"
+#include "vref/PagePlace.hpp"
+
+namespace reference::tools {
+namespace {
+
+// Why there is no page to open for the result.
+std::string whyNoPlace(const api::ReferenceData& result, const Documentation& documentation) {
+    const std::u16string& product = result.getHeaderInfo().getShortName();
+    const std::string name = printable(fl::i18n::toUtf8(product));
+    const auto source = documentation.sourceOf(product);
+    if (!source)
+        return "the documentation set does not say where the pages of \"" + name +
+               "\" are; \"vref import\" remembers it";
+    return "\"" + printable(fl::i18n::toUtf8(result.getRefItem().getHref())) +
+           "\" is no page in the folder that \"" + name + "\" was imported from, " +
+           printable(source->folder);
+}
+
+}  // namespace
+
+ExitStatus openPage(const OpenOptions& options) {
+    const Documentation documentation(options.documentation);
+    const auto found = entriesNamed(options.query, documentation);
+    if (found.empty())
+        return NothingFound;
+    const auto place = documentation.placeOf(found.front());
+    if (!place) {
+        std::cerr << "vref: " << whyNoPlace(found.front(), documentation) << '\n';
+        return NothingFound;
+    }
+    const std::string address = place->address();
+    const Opening opening = openInBrowser(address);
+    if (opening != Opening::Done)
+        std::cout << address << '\n';
+    if (opening == Opening::Failed)
+        std::cerr << "vref: xdg-open could not open the page; its address is printed instead\n";
+    tellOthers(found);
+    return opening == Opening::Failed ? Incomplete : Success;
+}
+
+}  // namespace reference::tools
