@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "sphinx/MathText.hpp"
 #include "sphinx/Text.hpp"
 
 namespace reference::importers::sphinx {
@@ -42,9 +43,9 @@ bool isPageFurniture(Node node) {
 std::string formulaText(Node node) {
     // Formulas rendered in advance carry their source in an annotation.
     if (const Node annotation = node.findTag("annotation"))
-        return collapsed(InlineText(annotation).text());
+        return mathText(withoutDelimiters(InlineText(annotation).text()));
     if (node.tag() == "img")
-        return collapsed(node.attribute("alt").value_or(std::string_view()));
+        return mathText(withoutDelimiters(node.attribute("alt").value_or(std::string_view())));
     std::string tex;
     for (Node at = node.next(node); at; at = at.next(node, isPageFurniture(at))) {
         if (isPageFurniture(at))
@@ -54,7 +55,7 @@ std::string formulaText(Node node) {
         else if (at.tag().empty())
             tex += at.ownText();
     }
-    return collapsed(withoutDelimiters(tex));
+    return mathText(withoutDelimiters(tex));
 }
 
 void InlineText::addText(std::string_view text) {

@@ -11,7 +11,7 @@ namespace reference::importers::sphinx {
 
 // The text of running content (a paragraph, a heading, a signature) as a reader sees it: white
 // space collapsed, without the marks that a page adds for its own use (permalinks, links to source
-// code, line numbers), formulas as the TeX they are written in. Remembers which parts are code.
+// code, line numbers), formulas as MathText.hpp tells. Remembers which parts are code.
 //
 // A plain value: separate objects may be used from separate threads.
 class InlineText {
@@ -52,7 +52,8 @@ class InlineText {
 // line numbers, scripts and the like.
 [[nodiscard]] bool isPageFurniture(Node node);
 
-// What a formula's element shows, as TeX without delimiters; for a picture, its alternative text.
+// What a formula's element shows, for a picture its alternative text: as Unicode text where that is
+// possible, else as TeX without delimiters. Several lines where the formula has several.
 [[nodiscard]] std::string formulaText(Node node);
 
 // The text of a node as running content.

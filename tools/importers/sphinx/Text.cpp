@@ -66,6 +66,12 @@ std::string collapsed(std::string_view text) {
     return result;
 }
 
+std::string_view firstCharacter(std::string_view text) {
+    const auto isContinuation = [](char c) { return (c & '\xC0') == '\x80'; };
+    const auto next = std::find_if_not(text.begin() + 1, text.end(), isContinuation);
+    return text.substr(0, static_cast<std::size_t>(next - text.begin()));
+}
+
 std::string lowered(std::string_view text) {
     std::string result(text);
     std::ranges::transform(result, result.begin(), [](char c) {

@@ -15,6 +15,9 @@ namespace reference::importers::sphinx {
 // zero-width spaces, which pages carry as hints for line breaks, taken out.
 [[nodiscard]] std::string collapsed(std::string_view text);
 
+// The first character of a text that is not empty, as the bytes that it takes.
+[[nodiscard]] std::string_view firstCharacter(std::string_view text);
+
 // ASCII letters in lower case, everything else unchanged.
 [[nodiscard]] std::string lowered(std::string_view text);
 

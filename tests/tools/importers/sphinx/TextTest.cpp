@@ -41,6 +41,21 @@ TEST(TextTest, SplitsAtCommasOutsideBrackets) {
     EXPECT_THAT(splitAtCommas("a(, b"), ElementsAre("a(, b"));
 }
 
+TEST(TextTest, GivesTheFirstCharacter) {
+    EXPECT_EQ(firstCharacter("ab"), "a");
+    EXPECT_EQ(firstCharacter("αb"), "α");
+    EXPECT_EQ(firstCharacter("測"), "測");
+}
+
+TEST(TextTest, PutsALeadBeforeAText) {
+    EXPECT_EQ(withLead("Note:", "Text."), "Note: Text.");
+    EXPECT_EQ(withLead("Note:", "2022 was."), "Note: 2022 was.");
+    EXPECT_EQ(withLead("Note:", "- a"), "Note:\n- a");
+    EXPECT_EQ(withLead("Note:", "1. a"), "Note:\n1. a");
+    EXPECT_EQ(withLead("Note:", "| a |"), "Note:\n| a |");
+    EXPECT_EQ(withLead("Note:", "    code"), "Note:\n    code");
+}
+
 TEST(TextTest, GivesTheLastComponent) {
     EXPECT_EQ(lastComponent("a.b.c"), "c");
     EXPECT_EQ(lastComponent("c"), "c");
