@@ -9,7 +9,9 @@
 
 #include "fl/i18n/utf.hpp"
 #include "property/DeprecationStatus.hpp"
+#include "property/RefEntityType.hpp"
 #include "vref/DisplayText.hpp"
+#include "vref/ProseLayout.hpp"
 #include "vref/ResultList.hpp"
 
 namespace reference::tools {
@@ -27,42 +29,53 @@ std::string shown(const std::u16string& text) {
     return withoutControls(fl::i18n::toUtf8(text));
 }
 
-// The lines of a text in which lines that begin with a dash are the items of a list: the text of an
-// item stands under itself.
-std::vector<std::string> wrapItems(std::string_view text, std::size_t width) {
-    constexpr std::string_view mark = "- ";
-    std::vector<std::string> lines;
-    while (!text.empty()) {
-        const auto end = std::min(text.find('\n'), text.size());
-        const std::string_view line = text.substr(0, end);
-        text.remove_prefix(std::min(end + 1, text.size()));
-        if (!line.starts_with(mark)) {
-            const auto wrapped = wrapToWidth(line, width);
-            lines.insert(lines.end(), wrapped.begin(), wrapped.end());
-            if (wrapped.empty())
-                lines.emplace_back();
-            continue;
-        }
-        std::string_view before = mark;
-        for (const auto& part : wrapToWidth(line.substr(mark.size()), width - mark.size())) {
-            lines.push_back(std::string(before) + part);
-            before = "  ";
-        }
-    }
-    return lines;
+// The name of a property and what is known of its type and value, as they stand in lists.
+std::string headOf(const std::string& name, const std::vector<std::u16string>& values) {
+    std::string all;
+    for (const auto& value : values)
+        all += (all.empty() ? "" : " | ") + shown(value);
+    if (all.empty())
+        return name;
+    return name.empty() ? all : name + " : " + all;
+}
+
+// The property that an entry was made for; null for every other entry.
+const property::ClassProperty* singleProperty(const RefItem& item) {
+    const auto& groups = item.getClassPropertyGroups();
+    const bool isSingle =
+        item.getRefEntities().size() == 1 &&
+        item.getRefEntities().front().getRefEntityType() == property::RefEntityType::Property &&
+        groups.size() == 1 && groups.front().getClassProperties().size() == 1;
+    if (!isSingle)
+        return nullptr;
+    const auto& single = groups.front().getClassProperties().front();
+    return single.getPurpose() == item.getPurpose() ? &single : nullptr;
 }
 
 class PageWriter {
   public:
     PageWriter(std::ostream& out, const Terminal& terminal) : m_out(out), m_terminal(terminal) {}
 
-    void write(const api::ReferenceData& result, const std::string& address) {
+    void write(const api::ReferenceData& result, const PageDetails& details) {
         const RefItem& item = result.getRefItem();
-        writeHead(result);
-        if (!address.empty())
-            verbatim(1, m_terminal.styled(Style::Faint, address));
+        const property::ClassProperty* const single = singleProperty(item);
+        const std::string purpose = shown(item.getPurpose());
+        const std::size_t firstEnd = std::min(purpose.find("\n\n"), purpose.size());
+        const std::string first = single != nullptr ? purpose.substr(0, firstEnd) : purpose;
+        writeHead(result, first, single == nullptr);
+        if (!details.address.empty())
+            verbatim(1, m_terminal.styled(Style::Faint, details.address));
         writeSyntaxes(item);
-        writeDescription(item);
+        if (single != nullptr && !single->getValues().empty()) {
+            heading("Syntax");
+            syntax(headOf(shown(single->getName()), single->getValues()));
+        }
+        const std::vector<ProseSection> sections =
+            sectionsOf(single != nullptr ? purpose.substr(std::min(firstEnd + 2, purpose.size()))
+                                         : shown(item.getDescription()));
+        for (const ProseSection& section : sections)
+            if (section.title.empty())
+                writeSection("Description", section);
         if (item.getInputGroups().empty())
             writeInfos("Inputs", item.getInputs());
         for (const auto& group : item.getInputGroups())
@@ -70,15 +83,22 @@ class PageWriter {
                        group.getInputs());
         writeInfos("Outputs", item.getOutputs());
         writeParameters(item);
-        for (const auto& group : item.getClassPropertyGroups())
-            writeInfos(group.getTitle().empty() ? "Properties" : shown(group.getTitle()),
-                       group.getClassProperties());
+        for (const ProseSection& section : sections)
+            if (!section.title.empty())
+                writeSection(section.title, section);
+        if (single == nullptr)
+            for (const auto& group : item.getClassPropertyGroups())
+                writeInfos(group.getTitle().empty() ? "Properties" : shown(group.getTitle()),
+                           group.getClassProperties());
+        for (const ClassMemberGroup& group : details.members)
+            writeMembers(group);
         writeExamples(item);
         writeSeeAlso(item);
     }
 
   private:
-    void writeHead(const api::ReferenceData& result) {
+    void writeHead(const api::ReferenceData& result, const std::string& purpose,
+                   bool showsVersion) {
         const RefItem& item = result.getRefItem();
         const auto& header = result.getHeaderInfo();
         m_out << m_terminal.styled(Style::Name, namesOf(result)) << '\n';
@@ -86,7 +106,7 @@ class PageWriter {
             prose(1, DeprecationStatus::enumToString(item.getDeprecationStatus()), Style::Warning);
         if (const std::string replacements = replacementsOf(result); !replacements.empty())
             prose(1, "use " + replacements, Style::Warning);
-        prose(1, shown(item.getPurpose()));
+        prose(1, purpose);
         m_out << '\n';
 
         std::string place = kindsOf(result);
@@ -100,7 +120,7 @@ class PageWriter {
         if (!header.getVersion().empty())
             product += " " + shown(header.getVersion());
         add(product);
-        if (!item.getIntroduced().empty())
+        if (showsVersion && !item.getIntroduced().empty())
             add("since " + shown(item.getIntroduced()));
         prose(1, place, Style::Faint);
         prose(1, shown(header.getHelpFolder()) + "/" + shown(item.getHref()), Style::Faint);
@@ -112,16 +132,23 @@ class PageWriter {
         heading("Syntax");
         for (const auto& group : item.getSyntaxGroups()) {
             prose(1, shown(group.getTitle()), Style::Faint);
-            for (const auto& syntax : group.getSyntaxes())
-                verbatim(1, shown(syntax));
+            for (const auto& each : group.getSyntaxes())
+                syntax(shown(each));
         }
     }
 
-    void writeDescription(const RefItem& item) {
-        if (item.getDescription().empty())
-            return;
-        heading("Description");
-        prose(1, shown(item.getDescription()));
+    void writeSection(const std::string& title, const ProseSection& section) {
+        heading(title);
+        prose(1, section.text);
+    }
+
+    void writeMembers(const ClassMemberGroup& group) {
+        heading(group.title);
+        for (const ClassMember& member : group.members) {
+            indent(1);
+            m_out << m_terminal.styled(Style::Name, shown(member.name)) << '\n';
+            prose(2, shown(member.purpose));
+        }
     }
 
     template <typename Info>
@@ -130,14 +157,10 @@ class PageWriter {
             return;
         heading(title);
         for (const auto& info : infos) {
-            std::string values;
-            for (const auto& value : info.getValues())
-                values += (values.empty() ? "" : " | ") + shown(value);
+            const std::string name = shown(info.getName());
+            const std::string head = headOf(name, info.getValues());
             indent(1);
-            m_out << m_terminal.styled(Style::Name, shown(info.getName()));
-            if (!values.empty())
-                m_out << (info.getName().empty() ? "" : " : ") << values;
-            m_out << '\n';
+            m_out << m_terminal.styled(Style::Name, name) << head.substr(name.size()) << '\n';
             prose(2, shown(info.getPurpose()));
         }
     }
@@ -175,11 +198,17 @@ class PageWriter {
             return;
         heading("See also");
         for (const auto& seeAlso : item.getSeeAlsoInfo()) {
+            // What is said of the link stands after its name: "name – text".
+            constexpr std::string_view separator = " – ";
+            const std::string text = shown(seeAlso.getName());
+            const std::size_t nameEnd = std::min(text.find(separator), text.size());
             indent(1);
-            m_out << m_terminal.styled(Style::Name, shown(seeAlso.getName()));
+            m_out << m_terminal.styled(Style::Name, text.substr(0, nameEnd));
             if (!seeAlso.getPage().empty())
                 m_out << "  " << m_terminal.styled(Style::Faint, shown(seeAlso.getPage()));
             m_out << '\n';
+            if (nameEnd < text.size())
+                prose(2, text.substr(nameEnd + separator.size()));
         }
     }
 
@@ -194,14 +223,24 @@ class PageWriter {
     void indent(std::size_t level) { m_out << std::string(level * indentStep, ' '); }
 
     void prose(std::size_t level, const std::string& text, Style style = Style::Plain) {
-        const std::size_t whole = std::min(m_terminal.width(), widestProse);
-        const std::size_t taken = level * indentStep;
-        const std::size_t width = whole > taken + narrowestProse ? whole - taken : narrowestProse;
-        for (const auto& line : wrapItems(text, width)) {
+        for (const auto& line : layOutProse(text, widthAt(level))) {
             if (!line.empty())
                 indent(level);
             m_out << m_terminal.styled(style, line) << '\n';
         }
+    }
+
+    void syntax(const std::string& text) {
+        for (const auto& line : layOutSyntax(text, widthAt(1))) {
+            indent(1);
+            m_out << line << '\n';
+        }
+    }
+
+    [[nodiscard]] std::size_t widthAt(std::size_t level) const {
+        const std::size_t whole = std::min(m_terminal.width(), widestProse);
+        const std::size_t taken = level * indentStep;
+        return whole > taken + narrowestProse ? whole - taken : narrowestProse;
     }
 
     // Code keeps its own lines, however long.
@@ -223,8 +262,8 @@ class PageWriter {
 }  // namespace
 
 void writePage(std::ostream& out, const Terminal& terminal, const api::ReferenceData& result,
-               const std::string& address) {
-    PageWriter(out, terminal).write(result, address);
+               const PageDetails& details) {
+    PageWriter(out, terminal).write(result, details);
 }
 
 }  // namespace reference::tools

@@ -2,6 +2,7 @@
 #include <span>
 #include <string>
 
+#include "vref/ClassMembers.hpp"
 #include "vref/Commands.hpp"
 #include "vref/ItemPage.hpp"
 #include "vref/NamedEntries.hpp"
@@ -20,7 +21,8 @@ ExitStatus show(const ShowOptions& options) {
     } else {
         const auto place = documentation.placeOf(found.front());
         writePage(std::cout, Terminal::ofStandardOutput(), found.front(),
-                  place ? place->address() : std::string());
+                  {.address = place ? place->address() : std::string(),
+                   .members = membersOf(found.front())});
     }
     tellOthers(found);
     return Success;

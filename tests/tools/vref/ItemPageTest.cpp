@@ -1,5 +1,6 @@
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -9,9 +10,10 @@
 namespace reference::tools {
 namespace {
 
-std::string page(const api::ReferenceData& result, std::size_t width = 60) {
+std::string page(const api::ReferenceData& result, std::size_t width = 60,
+                 const std::vector<ClassMemberGroup>& members = {}) {
     std::ostringstream out;
-    writePage(out, Terminal(false, false, width), result);
+    writePage(out, Terminal(false, false, width), result, {.address = {}, .members = members});
     return out.str();
 }
 
@@ -85,6 +87,57 @@ TEST(ItemPageTest, BreaksProseButNotCode) {
     EXPECT_NE(text.find("    many words that do not fit\n    on one line\n"), std::string::npos)
         << text;
     EXPECT_NE(text.find("        many words that do not fit on one line\n"), std::string::npos)
+        << text;
+}
+
+TEST(ItemPageTest, PutsSectionsBeforeThePropertiesAndMembersAfterThem) {
+    const api::ReferenceData result(
+        property::HeaderInfo(),
+        tests::makeItem(
+            {.href = u"C",
+             .description = u"First.\n\nRaises\n------\n\n- E – if so.\n\nNotes\n-----\n\nNote it.",
+             .inputs = {property::Input(u"x", u"In.", u"", {u"int"})},
+             .classPropertyGroups = {property::ClassPropertyGroup(
+                 u"Attributes", {property::ClassProperty(u"a", u"The a.", u"", {u"int = 5"})})},
+             .seeAlso = {property::SeeAlso(u"d.html", u"D – does it, too")}}));
+    EXPECT_EQ(page(result, 60, {{"Methods", {{u"go", u"Goes."}, {u"run", u""}}}}),
+              "C\n\n    /C\n\n"
+              "DESCRIPTION\n    First.\n\n"
+              "INPUTS\n    x : int\n        In.\n\n"
+              "RAISES\n    - E – if so.\n\n"
+              "NOTES\n    Note it.\n\n"
+              "ATTRIBUTES\n    a : int = 5\n        The a.\n\n"
+              "METHODS\n    go\n        Goes.\n    run\n\n"
+              "SEE ALSO\n    D  d.html\n        does it, too\n");
+}
+
+TEST(ItemPageTest, ShowsASinglePropertyAsIfItHadAnItemOfItsOwn) {
+    const property::ClassProperty single(u"p", u"The p.\n\nNew in version 1.5.", u"C#p", {u"int"});
+    const api::ReferenceData result(
+        property::HeaderInfo(u"f", u"help", u"tools", u"", u""),
+        tests::makeItem(
+            {.href = u"C#p",
+             .entities = {property::RefEntity(property::RefEntityType::Property, u"m.C.p",
+                                              property::FunctionType::Property)},
+             .purpose = single.getPurpose(),
+             .introduced = u"0.9",
+             .classPropertyGroups = {property::ClassPropertyGroup(u"Attributes", {single})},
+             .seeAlso = {property::SeeAlso(u"C", u"m.C")}}));
+    EXPECT_EQ(page(result),
+              "m.C.p\n    The p.\n\n    property, tools\n    help/C#p\n\n"
+              "SYNTAX\n    p : int\n\n"
+              "DESCRIPTION\n    New in version 1.5.\n\n"
+              "SEE ALSO\n    m.C  C\n");
+}
+
+TEST(ItemPageTest, BreaksALongSyntaxAfterACommaWithinItsBrackets) {
+    const api::ReferenceData result(
+        property::HeaderInfo(),
+        tests::makeItem({.href = u"f",
+                         .syntaxGroups = {property::SyntaxGroup(
+                             u"", {u"function(first, second=(1, 2), third)"})}}));
+    const std::string text = page(result, 36);
+    EXPECT_NE(text.find("    function(first, second=(1, 2),\n        third)\n"), std::string::npos)
         << text;
 }
 

@@ -39,6 +39,12 @@ TEST(ShowCommandTest, ShowsAPropertyByNameAndByItsOwnPage) {
     EXPECT_EQ(runTool({"show", href, "--product", "veltra"}).output, byName.output);
 }
 
+TEST(ShowCommandTest, ListsWhatBelongsToAClass) {
+    EXPECT_THAT(runTool({"show", "geo.raster.Tile"}).output,
+                HasSubstr("\nMETHODS\n    open\n        Open a tile that is stored in a file\n    "
+                          "resample\n        Bring a tile to another cell size\n"));
+}
+
 TEST(ShowCommandTest, NamesTheOthersWhenSeveralBearTheName) {
     const ToolRun run = runTool({"show", "filter"});
     EXPECT_EQ(run.status, 0);

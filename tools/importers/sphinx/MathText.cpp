@@ -199,6 +199,10 @@ class MathReader {
         const std::string_view name = readCommandName();
         if (name == "\\") {
             part.text += '\n';
+        } else if (name == "\n" || name == "\t") {
+            part.text += ' ';
+        } else if (name == "choose" || name == "over") {
+            readInfix(part, name);
         } else if (name == "frac" || name == "dfrac" || name == "tfrac" || name == "cfrac") {
             readFraction(part);
         } else if (name == "sqrt") {
@@ -244,6 +248,24 @@ class MathReader {
         } else {
             readSymbol(part, name);
         }
+    }
+
+    // A command that takes all that stands before and after it within its group.
+    void readInfix(Part& part, std::string_view name) {
+        const std::string before(trimmed(part.text));
+        Part lower;
+        while (!m_rest.empty() && m_rest.front() != '}')
+            readNext(lower);
+        const std::string after(trimmed(lower.text));
+        if (before.empty() || after.empty())
+            throw NoTextForm();
+        const int atoms = part.atoms;
+        part = {};
+        if (name == "choose")
+            appendWord(part, "(" + before + " choose " + after + ")");
+        else
+            appendWord(part, (atoms > 1 ? inBrackets(before) : before) + "/" +
+                                 (lower.atoms > 1 ? inBrackets(after) : after));
     }
 
     void readSymbol(Part& part, std::string_view name) {
