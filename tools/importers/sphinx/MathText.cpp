@@ -252,10 +252,13 @@ class MathReader {
 
     // A command that takes all that stands before and after it within its group.
     void readInfix(Part& part, std::string_view name) {
+        if (++m_depth > maxDepth)
+            throw NoTextForm();
         const std::string before(trimmed(part.text));
         Part lower;
         while (!m_rest.empty() && m_rest.front() != '}')
             readNext(lower);
+        --m_depth;
         const std::string after(trimmed(lower.text));
         if (before.empty() || after.empty())
             throw NoTextForm();

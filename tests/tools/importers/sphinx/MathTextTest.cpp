@@ -99,6 +99,10 @@ TEST(MathTextTest, IsNotCaughtByDepth) {
     for (int level = 0; level < 100000; ++level)
         accents += "\\hat";
     EXPECT_EQ(mathText(accents + " x"), accents + " x");
+    std::string infixes = "a";
+    for (int level = 0; level < 100000; ++level)
+        infixes += "\\over a";
+    EXPECT_EQ(mathText(infixes), infixes);
     std::string scripts = "x";
     for (int level = 0; level < 100000; ++level)
         scripts += "^{a";
