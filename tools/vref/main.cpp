@@ -125,7 +125,6 @@ class CommandLine {
         return text;
     }
 
-  private:
     void addHelp() {
         CLI::App* command =
             m_app.add_subcommand("help", "Tells about the tool, or about a command");
