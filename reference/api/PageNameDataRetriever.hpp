@@ -7,8 +7,13 @@
 
 namespace reference::api {
 
-// Finds all entries of a page, by its href, or without its folder where the request ignores
-// packages.
+// Finds the entries with a given href, or with one that ends with the text after a "/" or "." where
+// the request ignores packages.
+//
+// The href is compared as a whole, fragment included. Where a page holds many entries, each has an
+// href of its own, and the page's name alone finds none of them: "library/os.html" is not
+// "library/os.html#os.getcwd". Whoever is given the name of a page takes the hrefs that begin with
+// it from the lookup cache and asks for those.
 //
 // A page stands for its entries, not for the properties on it: classes are not expanded. A
 // match-all-text request is the exception: it skips the question, so that every property becomes an

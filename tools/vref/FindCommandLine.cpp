@@ -51,7 +51,8 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
             "--search",
             [&options](const std::string& name) { options.query.search = toSearch(name); },
             "What the name is compared with: entity names (the default), classes, each with its "
-            "properties, parts of names and purposes, parts of all text, or pages")
+            "properties, parts of names and purposes, parts of all text, or the pages that "
+            "entries are on")
         ->type_name("entity|class|purpose|text|page");
     addQueryOptions(command, options.query);
     command

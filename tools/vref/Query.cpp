@@ -13,12 +13,12 @@
 #include "reference/api/AllTextDataRetriever.hpp"
 #include "reference/api/ClassEntityDataRetriever.hpp"
 #include "reference/api/EntityPurposeDataRetriever.hpp"
-#include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "vref/CommandLineText.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/ExitStatus.hpp"
 #include "vref/Nearest.hpp"
+#include "vref/PageEntries.hpp"
 
 namespace reference::tools {
 namespace {
@@ -121,7 +121,7 @@ std::vector<api::ReferenceData> retrieve(Search search, const api::ReferenceRequ
         case Search::Text:
             return api::AllTextDataRetriever(request).getReferenceData();
         case Search::Page:
-            return api::PageNameDataRetriever(request).getReferenceData();
+            return entriesOfNamedPages(request);
         case Search::Entity:
             break;
     }

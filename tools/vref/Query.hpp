@@ -16,7 +16,7 @@ enum class Search {
     Class,    // names of classes; a class comes with its properties
     Purpose,  // parts of names and purposes
     Text,     // parts of everything that is said in prose
-    Page,     // hrefs
+    Page,     // names of pages, each with all its entries
 };
 
 // What the command line says of a search, as it was typed. UTF-8.
@@ -40,7 +40,7 @@ struct QueryOptions {
 // is meant where people commonly use another word, for a text that names none.
 [[nodiscard]] property::RefEntityType::Value toType(const std::string& text);
 
-// What the library finds for a request.
+// What the library finds for a request; for pages, see entriesOfNamedPages().
 [[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,
                                                        const api::ReferenceRequest& request);
 

@@ -43,7 +43,7 @@ class VELTRA_REFERENCE_API ReferenceCacheManager {
         ClassEntitySearch = 1,     // the name of the class or of the member's class
         NameAndPurposeSearch = 2,  // a part of the name or of the purpose
         AllTextSearch = 3,         // nothing: every entity of the types is nominated
-        PageNameSearch = 4,        // the page's href
+        PageNameSearch = 4,        // the whole href, with its fragment
     };
 
     // Which installed products document the requested entity, by product short name, and under
