@@ -24,17 +24,39 @@ std::string utf8(const std::u16string& text) {
     return fl::i18n::toUtf8(text);
 }
 
-// The names under which an item is found: those of its entities, and its classes' properties.
-std::set<std::u16string> namesIn(const std::vector<RefItem>& items) {
+using Kind = std::pair<property::RefEntityType::Value, property::FunctionType::Value>;
+
+// What the items of an href answer to.
+struct Answers {
+    // The names of entities, and of their classes' properties with the class's before it.
     std::set<std::u16string> names;
+    // The kinds of the entities, and the properties' own names: what a further name may lead to.
+    std::set<Kind> kinds;
+    std::set<std::u16string> properties;
+};
+
+Answers answersOf(const std::vector<RefItem>& items) {
+    Answers answers;
     for (const auto& item : items)
         for (const auto& entity : item.getRefEntities()) {
-            names.insert(entity.getName());
+            answers.names.insert(entity.getName());
+            answers.kinds.emplace(entity.getRefEntityType(), entity.getFunctionType());
             for (const auto& group : item.getClassPropertyGroups())
-                for (const auto& property : group.getClassProperties())
-                    names.insert(entity.getName() + u"." + property.getName());
+                for (const auto& property : group.getClassProperties()) {
+                    answers.names.insert(entity.getName() + u"." + property.getName());
+                    answers.properties.insert(property.getName());
+                }
         }
-    return names;
+    return answers;
+}
+
+// Whether the record may file a further name of an entity there (an alias, the module where it is
+// really defined): it is of the entity's kind, or the last part of its name is a property's.
+bool isFurtherName(const std::u16string& name, const property::RefItemLookup& record,
+                   const Answers& answers) {
+    if (record.getType() == property::RefEntityType::Property)
+        return answers.properties.contains(name.substr(name.rfind(u'.') + 1));
+    return answers.kinds.contains({record.getType(), record.getFunctionType()});
 }
 
 class Validator {
@@ -128,15 +150,15 @@ class Validator {
             fault(files.reference, "products",
                   "The head of the product \"" + utf8(lookup.header.shortName) +
                       "\" is not the one that its lookup file has.");
-        std::map<std::u16string, std::set<std::u16string>> namesByHref;
+        std::map<std::u16string, Answers> answersByHref;
         for (const auto& [href, items] : reference.pages)
-            namesByHref.emplace(href, namesIn(items));
+            answersByHref.emplace(href, answersOf(items));
 
         std::map<std::u16string, std::set<std::u16string>> filedByHref;
         for (const auto& [name, records] : lookup.entities)
             for (const auto& record : records) {
                 filedByHref[record.getHref()].insert(name);
-                checkRecord(name, record.getHref(), files, namesByHref);
+                checkRecord(name, record, files, answersByHref);
             }
         for (const auto& [href, items] : reference.pages)
             for (const auto& item : items)
@@ -147,18 +169,20 @@ class Validator {
                                   utf8(entity.getName()) + "\" to this item.");
     }
 
-    void checkRecord(const std::u16string& name, const std::u16string& href,
+    void checkRecord(const std::u16string& name, const property::RefItemLookup& record,
                      const ProductFiles& files,
-                     const std::map<std::u16string, std::set<std::u16string>>& namesByHref) {
-        const auto names = namesByHref.find(href);
+                     const std::map<std::u16string, Answers>& answersByHref) {
+        const auto answers = answersByHref.find(record.getHref());
         const std::string field = "entities[\"" + utf8(name) + "\"]";
-        if (names == namesByHref.end())
+        if (answers == answersByHref.end())
             fault(files.lookup, field,
-                  "The href \"" + utf8(href) + "\" is no page of the reference file.");
-        else if (!names->second.contains(name))
+                  "The href \"" + utf8(record.getHref()) + "\" is no page of the reference file.");
+        else if (!answers->second.names.contains(name) &&
+                 !isFurtherName(name, record, answers->second))
             fault(files.lookup, field,
-                  "The items under \"" + utf8(href) +
-                      "\" have neither an entity nor a class property of this name.");
+                  "The items under \"" + utf8(record.getHref()) +
+                      "\" have neither an entity nor a class property of this name, nor one of "
+                      "this kind that it could be a further name of.");
     }
 
     fs::path m_root;

@@ -46,6 +46,13 @@ void writeSummary(std::ostream& out, const sphinx::ImportReport& report, bool li
     }
     out << "  " << std::setw(7) << all << "  in all, from " << counted(report.pagesRead, "page")
         << '\n';
+    if (report.furtherNames != 0)
+        out << "  " << std::setw(7) << report.furtherNames << "  further names of them\n";
+    if (!report.leftOut.empty()) {
+        out << "Listed by the inventory and no part of the reference:\n";
+        for (const auto& [role, count] : report.leftOut)
+            out << "  " << std::setw(7) << count << "  " << role << '\n';
+    }
     if (report.undescribed.empty())
         return;
     out << "No description was found of " << report.undescribed.size() << ":\n";

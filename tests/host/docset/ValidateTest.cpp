@@ -53,8 +53,8 @@ const std::vector<Row> rows = {
     {"a record that leads to no page", lookupPath, "\"twice\": [",
      "\"twice\": [{\"type\": 0, \"functionType\": 0, \"href\": \"ref/thrice.html\"}, ", lookupPath,
      "entities[\"twice\"]", "\"ref/thrice.html\" is no page"},
-    {"a record that leads to an item of others", lookupPath, "\"twice\": [",
-     "\"thrice\": [{\"type\": 0, \"functionType\": 0, \"href\": \"ref/twice.html\"}], \"twice\": [",
+    {"a record that leads to an item of another kind", lookupPath, "\"twice\": [",
+     "\"thrice\": [{\"type\": 1, \"functionType\": 9, \"href\": \"ref/twice.html\"}], \"twice\": [",
      lookupPath, "entities[\"thrice\"]", "have neither an entity nor a class property"},
     {"an item that no record leads to", referencePath, "\"entities\": [{\"name\": \"Box\"",
      "\"entities\": [{\"name\": \"Lid\", \"type\": 1, \"functionType\": 9}, {\"name\": \"Box\"",
@@ -89,6 +89,17 @@ TEST(ValidateTest, NamesWhereFilesDisagree) {
                                       Field(&Fault::field, row.field),
                                       Field(&Fault::problem, HasSubstr(row.problem)))));
     }
+}
+
+TEST(ValidateTest, FindsFurtherNamesOfEntitiesAndPropertiesSound) {
+    SetTexts texts = soundSet();
+    texts.lookup =
+        replaced(texts.lookup, "\"twice\": [",
+                 R"("impl.twice": [{"type": 0, "functionType": 0, "href": "ref/twice.html"}],
+           "impl.Box.Width": [{"type": 4, "functionType": 6, "href": "ref/box.html"}], "twice": [)");
+    const TempFolder root;
+    writeSet(root, texts);
+    EXPECT_EQ(dump(validate(root.path()).faults), "");
 }
 
 TEST(ValidateTest, NamesALookupFileOfAnotherProduct) {

@@ -69,6 +69,18 @@ TEST_F(ImportCommandTest, MissingPageIsReportedPassedOverAndToldByTheStatus) {
     EXPECT_EQ(runTool({"find", "turn", "--doc-root", root()}).status, 0);
 }
 
+TEST_F(ImportCommandTest, TellsWhatTheInventoryListsAndTheImportLeavesOut) {
+    m_tree.write("objects.inv", gadgetInventory("turn py:function 1 turn.html#$ -\n"
+                                                "gadgets.turn py:function -1 turn.html#turn -\n"
+                                                "start std:label -1 turn.html#$ -\n"));
+    const ToolRun run = import();
+    EXPECT_EQ(run.status, 0) << run.messages;
+    EXPECT_THAT(run.output, HasSubstr("      1  further names of them\n"));
+    EXPECT_THAT(run.output, HasSubstr("no part of the reference:\n        1  std:label\n"));
+    EXPECT_THAT(runTool({"find", "gadgets.turn", "--doc-root", root()}).output,
+                HasSubstr("turn  function  gadgets  Turn the gadget."));
+}
+
 TEST_F(ImportCommandTest, FolderWithoutAnInventoryIsStatusTwoAndChangesNothing) {
     ASSERT_EQ(import().status, 0);
     const TempFolder empty;

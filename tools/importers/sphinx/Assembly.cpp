@@ -70,6 +70,7 @@ class Assembly {
         connectLinks();
         fillPages();
         fillEntities();
+        addFurtherNames();
         return std::move(m_result);
     }
 
@@ -345,6 +346,53 @@ class Assembly {
                                   m_drafts[draft].classProperties.purposeOf(name));
                 }
             }
+    }
+
+    // Commands whose names may be written in any case are listed in lower case and shown as people
+    // write them.
+    void addShownSpellings(std::vector<FurtherName>& names) const {
+        for (std::size_t index = 0; index < m_entries.size(); ++index) {
+            const SignatureFacts* const signature = m_entries[index].signature;
+            if (signature != nullptr && object(index).domain == "cmake" &&
+                signature->name != object(index).name &&
+                lowered(signature->name) == object(index).name)
+                names.push_back({signature->name, index});
+        }
+    }
+
+    void addFurtherNames() {
+        auto& entities = m_result.documentation.entities;
+        std::map<std::u16string, std::vector<property::RefItemLookup>> further;
+        const auto add = [&](const std::u16string& name, const property::RefItemLookup& record) {
+            auto& records = further[name];
+            if (std::ranges::find(records, record) == records.end())
+                records.push_back(record);
+        };
+        std::vector<FurtherName> names = m_gathered.furtherNames;
+        addShownSpellings(names);
+        for (const auto& [text, index] : names) {
+            const std::u16string name = toUtf16(text);
+            const Entry& entry = m_entries[index];
+            if (!entities.contains(name))
+                add(name,
+                    {entry.kind.type, entry.kind.functionType, toUtf16(m_drafts[entry.draft].href),
+                     toUtf16(purposeOf(speaker(index)))});
+            if (!holdsProperties(entry.kind.type))
+                continue;
+            const std::u16string own = toUtf16(object(index).name);
+            const std::u16string within = own + (object(index).domain == "cpp" ? u"::" : u".");
+            for (auto member = entities.lower_bound(within);
+                 member != entities.end() && member->first.starts_with(within); ++member) {
+                const std::u16string memberName = name + member->first.substr(own.size());
+                if (!entities.contains(memberName))
+                    for (const property::RefItemLookup& record : member->second)
+                        add(memberName, record);
+            }
+        }
+        for (auto& [name, records] : further) {
+            m_result.furtherNames.insert(name);
+            entities.emplace(name, std::move(records));
+        }
     }
 
     const Gathered& m_gathered;

@@ -1,12 +1,14 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 #include <vector>
 
 #include "docset/ProductDocumentation.hpp"
 #include "sphinx/Facts.hpp"
 #include "sphinx/Inventory.hpp"
+#include "sphinx/InventorySorting.hpp"
 
 namespace reference::importers::sphinx {
 
@@ -15,6 +17,7 @@ struct Gathered {
     // The objects that belong into the reference, in the order of the inventory. The numbers in
     // SignatureFacts::objects are positions in this list.
     std::vector<InventoryObject> objects;
+    std::vector<FurtherName> furtherNames;
     // By name of the page.
     std::map<std::string, PageFacts> pages;
     // One-line summaries of modules.
@@ -24,6 +27,8 @@ struct Gathered {
 struct Assembled {
     // Without a header.
     docset::ProductDocumentation documentation;
+    // The keys of its entities that are further names.
+    std::set<std::u16string> furtherNames;
     // Positions of the objects that nothing was found about, in the order of the list.
     std::vector<std::size_t> undescribed;
 };
@@ -35,7 +40,10 @@ struct Assembled {
 // objects that are described together with it. An item's href is the page where the page documents
 // nothing else at its top level, the page with the object's anchor otherwise; descriptions of one
 // page with the same name and kind are filed together. Properties that only a class's field list
-// names get a lookup record, too, unless another entity has the name.
+// names get a lookup record, too, unless another entity has the name. A further name gets the
+// record of its object again, and that of a class those of the class's members: with
+// "a.impl.Box" for "a.Box" goes "a.impl.Box.open" for "a.Box.open". A name that an object has of
+// its own stays with that object alone.
 //
 // The result depends on nothing but the argument. May be called from any thread.
 [[nodiscard]] Assembled assemble(const Gathered& gathered);

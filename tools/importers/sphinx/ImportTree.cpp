@@ -5,13 +5,13 @@
 #include <exception>
 #include <mutex>
 #include <optional>
-#include <set>
 #include <thread>
 #include <utility>
 
 #include "fl/i18n/utf.hpp"
 #include "sphinx/Assembly.hpp"
 #include "sphinx/Inventory.hpp"
+#include "sphinx/InventorySorting.hpp"
 #include "sphinx/Kinds.hpp"
 #include "sphinx/ModuleIndex.hpp"
 #include "sphinx/PageReader.hpp"
@@ -46,23 +46,6 @@ Inventory readInventory(const SourceTree& tree, const ImportOptions& options) {
     } catch (const std::runtime_error& error) {
         throw ImportError(file + ": " + error.what());
     }
-}
-
-// The objects that belong into the reference, each once.
-std::vector<InventoryObject> referenceObjects(std::vector<InventoryObject> all) {
-    std::vector<InventoryObject> objects;
-    std::set<std::string> seen;
-    for (InventoryObject& object : all) {
-        if (!isReferenceObject(object))
-            continue;
-        std::string identity;
-        for (const std::string* part :
-             {&object.domain, &object.role, &object.name, &object.page, &object.anchor})
-            identity += *part + '\n';
-        if (seen.insert(std::move(identity)).second)
-            objects.push_back(std::move(object));
-    }
-    return objects;
 }
 
 // One page that is to be read, and what was found.
@@ -188,8 +171,10 @@ ImportResult importTree(const ImportOptions& options) {
     const SourceTree tree = openTree(options);
     Inventory inventory = readInventory(tree, options);
 
+    SortedInventory sorted = sortInventory(std::move(inventory.objects));
     Gathered gathered;
-    gathered.objects = referenceObjects(std::move(inventory.objects));
+    gathered.objects = std::move(sorted.objects);
+    gathered.furtherNames = std::move(sorted.furtherNames);
     std::vector<PageTask> tasks = pageTasks(gathered.objects);
     PageReaders(tree, options, tasks).run();
     gathered.summaries = readSummaries(tree);
@@ -209,11 +194,14 @@ ImportResult importTree(const ImportOptions& options) {
     result.documentation = std::move(assembled.documentation);
     result.documentation.header = headerOf(options, inventory);
     report.objects = gathered.objects.size();
+    report.furtherNames = assembled.furtherNames.size();
+    report.leftOut = std::move(sorted.leftOut);
     for (const std::size_t index : assembled.undescribed)
         report.undescribed.push_back(gathered.objects[index].name);
     for (const auto& [name, records] : result.documentation.entities)
-        for (const property::RefItemLookup& record : records)
-            ++report.entitiesByKind[record.getType()];
+        if (!assembled.furtherNames.contains(name))
+            for (const property::RefItemLookup& record : records)
+                ++report.entitiesByKind[record.getType()];
     return result;
 }
 

@@ -48,8 +48,13 @@ struct PageFault {
 struct ImportReport {
     // How many objects the inventory lists for the reference.
     std::size_t objects = 0;
-    // How many lookup records the documentation has of each kind.
+    // How many lookup records the documentation has of each kind, without those of further names.
     std::map<property::RefEntityType::Value, std::size_t> entitiesByKind;
+    // How many further names (aliases) entities are filed under.
+    std::size_t furtherNames = 0;
+    // How many objects of the inventory are no part of the reference, by domain and role:
+    // "std:label".
+    std::map<std::string, std::size_t> leftOut;
     // Pages that were read, with faults or without.
     std::size_t pagesRead = 0;
     // By name of the page. Those that could not be read were passed over.

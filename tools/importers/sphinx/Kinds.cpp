@@ -13,7 +13,8 @@ namespace {
 using property::FunctionType;
 using property::RefEntityType;
 
-constexpr std::array domains = std::to_array<std::string_view>({"py", "c", "cpp", "js"});
+// Places in the prose, which an inventory lists for links alone.
+constexpr std::array placeRoles = std::to_array<std::string_view>({"label", "doc", "token"});
 constexpr std::array classRoles = std::to_array<std::string_view>(
     {"class", "exception", "struct", "union", "enum", "enum-class", "enum-struct", "concept"});
 
@@ -21,6 +22,8 @@ constexpr Kind functionKind{RefEntityType::Function, FunctionType::Function};
 constexpr Kind methodKind{RefEntityType::Method, FunctionType::Method};
 constexpr Kind propertyKind{RefEntityType::Property, FunctionType::Property};
 constexpr Kind constructorKind{RefEntityType::Constructor, FunctionType::Constructor};
+constexpr Kind commandKind{RefEntityType::Command, FunctionType::Function};
+constexpr Kind operatorKind{RefEntityType::Operator, FunctionType::Operator};
 
 constexpr Kind notCallable(RefEntityType::Value type) {
     return {type, FunctionType::NotCallable};
@@ -62,6 +65,75 @@ const std::map<std::string_view, Kind>& plainKinds() {
         {"cpp:member", notCallable(RefEntityType::Variable)},
         {"js:class", notCallable(RefEntityType::Class)},
         {"js:module", notCallable(RefEntityType::Package)},
+    };
+    return kinds;
+}
+
+// What is documented besides a language's own entities: settings, options, commands, terms and what
+// projects add to them. The kind is that of the nearest thing a reader knows: a template filter is
+// called with arguments, a field lookup compares, a generator expression is evaluated.
+const std::map<std::string_view, Kind>& otherKinds() {
+    static const std::map<std::string_view, Kind> kinds{
+        {"std:cmdoption", notCallable(RefEntityType::Option)},
+        {"std:confval", notCallable(RefEntityType::Setting)},
+        {"std:setuptools-confval", notCallable(RefEntityType::Setting)},
+        {"std:envvar", notCallable(RefEntityType::Variable)},
+        {"std:term", notCallable(RefEntityType::Term)},
+        {"std:opcode", commandKind},
+        {"std:pdbcommand", commandKind},
+        {"std:django-admin", commandKind},
+        {"std:control", commandKind},
+        {"std:magic", commandKind},
+        {"std:2to3fixer", notCallable(RefEntityType::Tool)},
+        {"std:templatetag", notCallable(RefEntityType::Keyword)},
+        {"std:templatefilter", functionKind},
+        {"std:fieldlookup", operatorKind},
+        {"std:fixture", functionKind},
+        {"std:hook", functionKind},
+        {"std:globalvar", notCallable(RefEntityType::Variable)},
+        {"std:sig", notCallable(RefEntityType::Event)},
+        {"std:state", notCallable(RefEntityType::Constant)},
+        {"rst:directive", commandKind},
+        {"rst:directive:option", notCallable(RefEntityType::Option)},
+        {"rst:role", notCallable(RefEntityType::Keyword)},
+        {"cmake:command", commandKind},
+        {"cmake:genex", functionKind},
+        {"cmake:envvar", notCallable(RefEntityType::Variable)},
+        {"cmake:policy", notCallable(RefEntityType::Setting)},
+        {"cmake:generator", notCallable(RefEntityType::Tool)},
+        {"cmake:cpack_gen", notCallable(RefEntityType::Tool)},
+        {"cmake:manual", notCallable(RefEntityType::Topic)},
+        {"cmake:guide", notCallable(RefEntityType::Topic)},
+    };
+    return kinds;
+}
+
+// Roles that mean the same in every domain that has them.
+const std::map<std::string_view, Kind>& kindsOfAnyDomain() {
+    static const std::map<std::string_view, Kind> kinds{
+        {"function", functionKind},
+        {"class", notCallable(RefEntityType::Class)},
+        {"struct", notCallable(RefEntityType::Class)},
+        {"exception", notCallable(RefEntityType::Class)},
+        {"interface", notCallable(RefEntityType::Interface)},
+        {"trait", notCallable(RefEntityType::Interface)},
+        {"enum", notCallable(RefEntityType::Enumeration)},
+        {"module", notCallable(RefEntityType::Package)},
+        {"namespace", notCallable(RefEntityType::Package)},
+        {"package", notCallable(RefEntityType::Package)},
+        {"const", notCallable(RefEntityType::Constant)},
+        {"constant", notCallable(RefEntityType::Constant)},
+        {"global", notCallable(RefEntityType::Variable)},
+        {"var", notCallable(RefEntityType::Variable)},
+        {"variable", notCallable(RefEntityType::Variable)},
+        {"macro", {RefEntityType::Macro, FunctionType::Macro}},
+        {"type", notCallable(RefEntityType::TypeAlias)},
+        {"operator", operatorKind},
+        {"event", notCallable(RefEntityType::Event)},
+        {"signal", notCallable(RefEntityType::Event)},
+        {"command", commandKind},
+        {"option", notCallable(RefEntityType::Option)},
+        {"setting", notCallable(RefEntityType::Setting)},
     };
     return kinds;
 }
@@ -183,8 +255,13 @@ Kind cppFunctionKind(const InventoryObject& object, const Scopes& scopes,
 }  // namespace
 
 bool isReferenceObject(const InventoryObject& object) {
-    return object.priority >= 0 && std::ranges::find(domains, object.domain) != domains.end() &&
-           !object.name.empty() && object.role != "parameter" && !object.role.ends_with("Param");
+    if (object.name.empty() || object.role == "parameter" || object.role.ends_with("Param"))
+        return false;
+    if (object.domain != "std")
+        return object.priority >= 0;
+    // A term ranks as low as a place in the prose, and yet is looked up by its name.
+    return object.role == "term" ||
+           (object.priority >= 0 && std::ranges::find(placeRoles, object.role) == placeRoles.end());
 }
 
 Scopes::Scopes(const std::vector<InventoryObject>& objects) {
@@ -229,6 +306,7 @@ std::string_view Scopes::moduleOf(const InventoryObject& object) const {
 //   - for Python's classes by the bases that are shown,
 //   - for C++ functions by the name and by what they stand within,
 //   - for members of C structures by what they stand within.
+// A role that only some domain knows, and that means nothing here, gives an unknown kind.
 Kind kindOf(const InventoryObject& object, const Scopes& scopes, const DescriptionFacts* facts,
             const SignatureFacts* signature) {
     const std::string& role = object.role;
@@ -250,8 +328,15 @@ Kind kindOf(const InventoryObject& object, const Scopes& scopes, const Descripti
                    : propertyKind;
     if (role == "data")
         return dataKind(ownName(object));
-    const auto found = plainKinds().find(object.domain + ":" + role);
-    return found != plainKinds().end() ? found->second : Kind{};
+    const std::string fullRole = object.domain + ":" + role;
+    for (const auto* const kinds : {&plainKinds(), &otherKinds()})
+        if (const auto found = kinds->find(fullRole); found != kinds->end())
+            return found->second;
+    // The properties of a cache entry, a directory, a source file, a target and so on.
+    if (fullRole.starts_with("cmake:prop_"))
+        return notCallable(RefEntityType::Setting);
+    const auto found = kindsOfAnyDomain().find(role);
+    return found != kindsOfAnyDomain().end() ? found->second : Kind{};
 }
 
 bool holdsProperties(RefEntityType::Value type) {

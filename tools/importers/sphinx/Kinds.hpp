@@ -19,8 +19,8 @@ struct Kind {
     friend bool operator==(const Kind&, const Kind&) = default;
 };
 
-// Whether the object belongs into a reference at all: it is of one of the domains py, c, cpp and
-// js, no alias, and no parameter of a function or template.
+// Whether the object belongs into a reference at all: it is named, no alias, no parameter of a
+// function or template, and no mere place in the prose (a label, a document, a grammar token).
 [[nodiscard]] bool isReferenceObject(const InventoryObject& object);
 
 // The names of an inventory's classes and modules, which tell what a name stands within. Immutable

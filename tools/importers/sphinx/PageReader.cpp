@@ -4,6 +4,7 @@
 #include <iterator>
 #include <map>
 #include <optional>
+#include <set>
 #include <unordered_map>
 #include <utility>
 
@@ -23,6 +24,10 @@ bool isHeading(Node node) {
 
 bool isSection(Node node) {
     return node.tag() == "section" || (node.tag() == "div" && node.hasClass("section"));
+}
+
+bool isGlossary(Node node) {
+    return node.tag() == "dl" && node.hasClass("glossary");
 }
 
 bool isModuleTarget(Node node) {
@@ -72,7 +77,7 @@ class Anchors {
 // it, or a mark that stands before the description has it. Null: none.
 Node signatureLineOf(Node element) {
     for (Node node = element; node; node = node.parent()) {
-        if (node.tag() == "dt" && isObjectDescription(node.parent()))
+        if (node.tag() == "dt" && (isObjectDescription(node.parent()) || isGlossary(node.parent())))
             return node;
         if (node.hasTag({"dd", "div", "section", "body", "li", "td"}))
             break;
@@ -119,6 +124,9 @@ DescriptionFacts readDescription(Node firstLine, const ObjectsOfLine& objects) {
     Node node = firstLine;
     for (; node && node.tag() == "dt"; node = node.nextElement()) {
         SignatureFacts signature = readSignature(node);
+        // A term is a name and no signature.
+        if (isGlossary(node.parent()))
+            signature.name = std::exchange(signature.text, {});
         if (const auto found = objects.find(node.offset()); found != objects.end())
             signature.objects = found->second.second;
         facts.names.push_back(signature.name);
@@ -184,6 +192,69 @@ DescriptionFacts readModule(Node target, std::size_t object) {
     return facts;
 }
 
+// The section that a mark names: one that has the id itself, that the mark stands before, if only
+// as the last thing in the section before it, or whose heading it stands before. Null: none.
+Node sectionOf(Node mark) {
+    if (isSection(mark))
+        return mark;
+    Node following = mark;
+    while (following && following.hasTag({"span", "a"})) {
+        Node last = following;
+        while (!last.nextElement() && isSection(last.parent()))
+            last = last.parent();
+        following = last.nextElement();
+    }
+    if (!following || isSection(following))
+        return following;
+    return isHeading(following) && isSection(mark.parent()) ? mark.parent() : Node();
+}
+
+// Some projects begin a setting's section with its default value. What the setting is for comes
+// after it; that is to be the purpose.
+void putDefaultSecond(std::vector<Node>& nodes) {
+    const auto isParagraph = [](Node node) { return node.tag() == "p"; };
+    const auto first = std::ranges::find_if(nodes, isParagraph);
+    if (first == nodes.end() || !inlineText(*first).starts_with("Default:"))
+        return;
+    const auto second = std::find_if(first + 1, nodes.end(), isParagraph);
+    if (second != nodes.end())
+        std::iter_swap(first, second);
+}
+
+// Settings, commands and the like have a section of their own in some projects. It speaks of them
+// up to the first thing that is described for itself; a subsection that holds none belongs to it.
+DescriptionFacts readSection(Node section, const std::vector<std::size_t>& objects,
+                             const std::set<std::size_t>& places) {
+    const auto isOther = [&](Node node) {
+        return isObjectDescription(node) || isGlossary(node) || isModuleTarget(node) ||
+               (node.isElement() && places.contains(node.offset()));
+    };
+    const auto holdsOther = [&](Node node) {
+        for (Node each = node; each; each = each.next(node))
+            if (isOther(each))
+                return true;
+        return false;
+    };
+    DescriptionFacts facts;
+    std::vector<Node> nodes;
+    bool isBelowHeading = false;
+    for (const Node node : section) {
+        if (isHeading(node) && !isBelowHeading) {
+            isBelowHeading = true;
+            facts.title = inlineText(node);
+        } else if (isBelowHeading && holdsOther(node)) {
+            break;
+        } else if (isBelowHeading) {
+            nodes.push_back(node);
+        }
+    }
+    facts.names.push_back(facts.title);
+    facts.signatures.emplace_back().objects = objects;
+    putDefaultSecond(nodes);
+    readDescriptionBody(nodes, facts);
+    return facts;
+}
+
 void resolveLinks(DescriptionFacts& facts, std::string_view page) {
     for (std::vector<LinkFacts>* const links : {&facts.seeAlso, &facts.replacements})
         for (LinkFacts& link : *links)
@@ -194,6 +265,8 @@ void resolveLinks(DescriptionFacts& facts, std::string_view page) {
 std::vector<DescriptionFacts> readDescriptions(Node root, const std::vector<WantedObject>& wanted) {
     const Anchors anchors(root, wanted);
     ObjectsOfLine objectsOfLine;
+    ObjectsOfLine objectsOfSection;
+    std::set<std::size_t> places;
     std::map<std::size_t, Node> firstLines;
     std::multimap<std::size_t, DescriptionFacts> found;
     for (const WantedObject& each : wanted) {
@@ -205,8 +278,14 @@ std::vector<DescriptionFacts> readDescriptions(Node root, const std::vector<Want
             continue;
         }
         const Node line = signatureLineOf(element);
-        if (!line)
+        if (!line) {
+            places.insert(element.offset());
+            if (const Node section = sectionOf(element)) {
+                objectsOfSection[section.offset()].first = section;
+                objectsOfSection[section.offset()].second.push_back(each.object);
+            }
             continue;
+        }
         objectsOfLine[line.offset()].first = line;
         objectsOfLine[line.offset()].second.push_back(each.object);
         const Node first = firstLineOf(line);
@@ -214,6 +293,8 @@ std::vector<DescriptionFacts> readDescriptions(Node root, const std::vector<Want
     }
     for (const auto& [offset, line] : firstLines)
         found.emplace(offset, readDescription(line, objectsOfLine));
+    for (const auto& [offset, section] : objectsOfSection)
+        found.emplace(offset, readSection(section.first, section.second, places));
     std::vector<DescriptionFacts> descriptions;
     std::ranges::transform(found, std::back_inserter(descriptions),
                            [](auto& each) { return std::move(each.second); });

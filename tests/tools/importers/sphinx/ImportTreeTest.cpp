@@ -201,10 +201,9 @@ TEST(ImportTreeTest, LeadsRelatedEntitiesToTheirRecords) {
                             property::SeeAlso(u"guide.html#part", u"guide")));
 }
 
-TEST(ImportTreeTest, LeavesOutAliasesParametersAndOtherDomains) {
+TEST(ImportTreeTest, LeavesOutParametersAndPlacesInTheProse) {
     BuiltTree tree;
     tree.object("m.f", "py:function", "m.html#$")
-        .object("m.alias", "py:function", "m.html#m.f", -1)
         .object("f::x", "cpp:functionParam", "m.html#m.f")
         .object("label", "std:label", "m.html#m.f")
         .page("m.html", described("py", "function", "m.f", "f()", ""));
