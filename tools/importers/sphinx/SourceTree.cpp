@@ -48,6 +48,16 @@ class OpenFile {
     OpenFile(const OpenFile&) = delete;  // one owner closes
     OpenFile& operator=(const OpenFile&) = delete;
 
+    // Where the file lies, whatever its name leads to by now.
+    [[nodiscard]] fs::path place() const {
+        std::error_code error;
+        fs::path place = fs::read_symlink("/proc/self/fd/" + std::to_string(m_descriptor), error);
+        if (error)
+            throw SystemFailure(
+                "The system does not tell where the open file lies: " + error.message() + ".");
+        return place;
+    }
+
     [[nodiscard]] std::string content() const {
         struct ::stat status = {};
         if (::fstat(m_descriptor, &status) != 0)
@@ -122,7 +132,12 @@ std::string SourceTree::read(std::string_view page) const {
         file = locate(percentDecoded(page));
     if (file.empty())
         throw PageError("There is no such file in the tree.");
-    return OpenFile(file).content();
+    // A link may have been changed since its target was looked at, so what is open is looked at
+    // too.
+    const OpenFile open(file);
+    if (!isWithin(open.place(), m_root))
+        throw PageError("The name is a link that leads out of the tree.");
+    return open.content();
 }
 
 }  // namespace reference::importers::sphinx

@@ -1,5 +1,9 @@
+#include <atomic>
+#include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
 #include <sys/resource.h>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -91,6 +95,34 @@ TEST(SourceTreeTest, RefusesFilesThatAreTooLarge) {
     std::filesystem::resize_file(folder.path() / "big.html", (std::uintmax_t{64} << 20U) + 1);
     EXPECT_THAT([&] { static_cast<void>(SourceTree(folder.path()).read("big.html")); },
                 ThrowsMessage<PageError>(HasSubstr("at most 67108864")));
+}
+
+TEST(SourceTreeTest, NeverLeadsOutsideWhileAFolderAndALinkChangePlaces) {
+    const TempFolder folder;
+    folder.write("tree/sub/a.html", "inside");
+    folder.write("outer/a.html", "outside");
+    const std::filesystem::path sub = folder.path() / "tree/sub";
+    const std::filesystem::path link = folder.path() / "tree/link";
+    std::filesystem::create_directory_symlink("../outer", link);
+    std::atomic<bool> isOver = false;
+    std::thread changer([&] {
+        while (!isOver)
+            ::renameat2(AT_FDCWD, sub.c_str(), AT_FDCWD, link.c_str(), RENAME_EXCHANGE);
+    });
+    const SourceTree tree(folder.path() / "tree");
+    int inside = 0;
+    int outside = 0;
+    for (int each = 0; each < 40000; ++each) {
+        try {
+            ++(tree.read("sub/a.html") == "inside" ? inside : outside);
+        } catch (const PageError&) {
+            // The name is that of the link at the moment.
+        }
+    }
+    isOver = true;
+    changer.join();
+    EXPECT_GT(inside, 0);
+    EXPECT_EQ(outside, 0);
 }
 
 TEST(SourceTreeTest, TellsWhatIsMissingFromWhatTheSystemCannotRead) {
