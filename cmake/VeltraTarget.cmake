@@ -20,3 +20,11 @@ function(veltra_target target)
         $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
         $<$<BOOL:${VELTRA_WARNINGS_AS_ERRORS}>:-Werror>)
 endfunction()
+
+# A library that other threads may still use while the process exits: nothing that it holds for the
+# whole process is destroyed, and its code stays where it is when it is unloaded.
+function(veltra_lasting_library target)
+    target_compile_options(${target} PRIVATE
+        $<$<CXX_COMPILER_ID:Clang>:-Wexit-time-destructors>)
+    target_link_options(${target} PRIVATE LINKER:-z,nodelete)
+endfunction()

@@ -7,6 +7,7 @@
 #include "docparser/DocParserException.hpp"
 #include "reference/api/cache_manager/LookupSnapshot.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/utils/errors.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 #include "refutils/matchUnqualifiedString.hpp"
 #include "zorb/ClassDescription.hpp"
@@ -83,6 +84,8 @@ const vqArray* ReferenceDataRetriever::getReferenceRequestProperty() const {
 void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
     if (value == nullptr)
         return;
+    if (omGetNumberOfElementsInUnderlyingArray(value) == 0)
+        throw utils::ExpectedRequestError();
     ReferenceDataRetriever prepared(
         omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy());
     prepared.m_requestCache = zorb::wrap(prepared.m_request);

@@ -56,8 +56,9 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     [[nodiscard]] const vqArray* getReferenceRequestProperty() const;
 
     // Takes a copy of the request that the first element of `value` wraps, and searches by that
-    // from now on. Null is ignored. Throws "VELTRA:class:RequireClass" for anything that is no
-    // ReferenceRequest, and std::out_of_range for an empty array; the request stays as it was then.
+    // from now on. Null is ignored. Throws "VELTRA:referenceapi:ExpectedRequest" for an empty array
+    // and "VELTRA:class:RequireClass" for anything else that is no ReferenceRequest; the request
+    // stays as it was then.
     void setReferenceRequestProperty(const vqArray* value);
 
     [[nodiscard]] static const char* getZORBClassName() noexcept;

@@ -1,5 +1,6 @@
-// The errors that the library itself raises against scripts; the host's message catalogue has their
-// texts. Internal: no public header includes it, for a client catches IMsgIDException.
+// The errors that the library itself raises against scripts. Their texts, which errors.cpp has, are
+// added to the host's message catalogue when the library is loaded. Internal: no public header
+// includes it, for a client catches IMsgIDException.
 #pragma once
 
 #include "zorb/errors.hpp"
@@ -15,5 +16,7 @@ using ExpectedScalarComparatorError = LibraryError<"ExpectedScalarComparator">;
 using InvalidComparatorError = LibraryError<"InvalidComparator">;
 // No arguments.
 using ExpectedComparatorCellArrayError = LibraryError<"ExpectedComparatorCellArray">;
+// No arguments.
+using ExpectedRequestError = LibraryError<"ExpectedRequest">;
 
 }  // namespace reference::utils

@@ -38,6 +38,7 @@ REQUIRE_STRING = "VELTRA:class:RequireString"
 REQUIRE_STRINGS = "VELTRA:class:RequireStringArray"
 EXPECTED_SCALAR = "VELTRA:referenceapi:ExpectedScalarComparator"
 EXPECTED_CELLS = "VELTRA:referenceapi:ExpectedComparatorCellArray"
+EXPECTED_REQUEST = "VELTRA:referenceapi:ExpectedRequest"
 INVALID = "VELTRA:referenceapi:InvalidComparator"
 FAILED = "VELTRA:class:OperationFailed"
 
@@ -129,7 +130,7 @@ COMPARATORS = {
     "cell in cell": (lambda: [[comparator(), [comparator()]]], INVALID),
 }
 REQUEST = {
-    "[]": ([], FAILED),
+    "[]": ([], EXPECTED_REQUEST),
     "text": ("fit", REQUIRE_CLASS),
     "number": (1, REQUIRE_CLASS),
     "foreign": (comparator, REQUIRE_CLASS),

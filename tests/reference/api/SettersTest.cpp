@@ -88,6 +88,7 @@ vqArrayPtr productMatch(const std::u16string& product) {
 constexpr const char* requireScalar = "VELTRA:class:RequireScalar";
 constexpr const char* requireClass = "VELTRA:class:RequireClass";
 constexpr const char* notScalar = "VELTRA:referenceapi:ExpectedScalarComparator";
+constexpr const char* emptyRequest = "VELTRA:referenceapi:ExpectedRequest";
 
 const std::map<std::string, Setter>& setters() {
     static const Setter text{matrix::createString(u"a"),
@@ -151,7 +152,11 @@ const std::map<std::string, Setter>& setters() {
          {zorb::wrap(ReferenceRequest(u"plot")),
           requireClass,
           {{"null", ignored},
-           {"no objects", "out of range: There is no element 0: the array is empty."},
+           {"no objects", emptyRequest},
+           {"no members", emptyRequest},
+           {"no numbers", emptyRequest},
+           {"no texts", emptyRequest},
+           {"no cells", emptyRequest},
            {"a request", ""}}}},
         {"CompoundReferenceComparator.Comparators",
          {matrix::createCellRow({productMatch(u"veltra")}),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -24,20 +25,28 @@ struct MessageKey {
 //     throw Exception<MessageKey<"VELTRA:class", "RequireScalar">, std::exception, void>();
 //
 // Standard is the standard exception that it also is; Extension is void, or one more base. what()
-// is the catalogue's text with the arguments filled in. It can be captured by
-// boost::current_exception() and thrown again on another thread, as what it was.
+// is the catalogue's text with the arguments filled in. It is also a boost::exception, to which a
+// catcher may add information, and can be captured by boost::current_exception() and thrown again
+// on another thread, as what it was and with what was added.
 template <typename Key, typename Standard, typename Extension = void>
 class Exception;
 
 template <typename Key, typename Standard>
-class Exception<Key, Standard, void>
-    : public IMsgIDException, public Standard, public virtual boost::exception_detail::clone_base {
+class Exception<Key, Standard, void> : public IMsgIDException,
+                                       public Standard,
+                                       public boost::exception,
+                                       public virtual boost::exception_detail::clone_base {
   public:
     // `arguments` in UTF-8, for the places of the catalogue's text.
     explicit Exception(std::vector<std::string> arguments = {})
-        : m_identifier(std::string(Key::catalog) + ":" + Key::key),
+        : m_identifier(identifier()),
           m_arguments(std::move(arguments)),
           m_text(MessageCatalog::getText(m_identifier, m_arguments)) {}
+
+    // The identifier that all errors of this type have; for MessageCatalog::addText.
+    [[nodiscard]] static std::string identifier() {
+        return std::string(Key::catalog) + ":" + Key::key;
+    }
 
     [[nodiscard]] const char* what() const noexcept override { return m_text.c_str(); }
     [[nodiscard]] const char* getMessage() const noexcept override { return what(); }
@@ -48,8 +57,13 @@ class Exception<Key, Standard, void>
         return m_arguments;
     }
 
-    // For Boost.Exception: a copy on the heap, and throwing this again.
-    [[nodiscard]] const clone_base* clone() const override { return new Exception(*this); }
+    // For Boost.Exception: a copy on the heap that shares nothing with this, and throwing this
+    // again.
+    [[nodiscard]] const clone_base* clone() const override {
+        auto copy = std::make_unique<Exception>(*this);
+        boost::exception_detail::copy_boost_exception(copy.get(), this);
+        return copy.release();
+    }
     void rethrow() const override { throw *this; }
 
   private:

@@ -2,17 +2,24 @@
 
 #include <cstddef>
 #include <map>
+#include <stdexcept>
+#include <utility>
 
+#include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "foundation/core/except/IMsgIDException.hpp"
 
 namespace foundation::core::except {
 namespace {
 
+using core::Mutex;
+using core::MutexLock;
+using core::NeverDestroyed;
 using Texts = std::map<std::string, std::string, std::less<>>;
 
-// Never destroyed: errors may be raised after static objects have gone.
-const Texts& texts() {
-    static const auto* const all = new Texts{
+// The texts of the host's own errors.
+Texts hostTexts() {
+    return {
         {"VELTRA:class:NoConstructor",
          "Objects of the class {0} are made by the library; a script cannot construct one."},
         {"VELTRA:class:NoSuchMethod", "The class {0} has no method \"{1}\"; its methods are: {2}."},
@@ -39,17 +46,26 @@ const Texts& texts() {
          "A value of the type {0} cannot be passed on. Texts, numbers, enumeration members, "
          "objects, lists of these and None can."},
         {"VELTRA:class:WrongArgumentCount", "{0} takes {1} arguments, but {2} were given."},
-        {"VELTRA:referenceapi:ExpectedComparatorCellArray",
-         "The comparators of a compound comparator are given as a cell array, with one comparator "
-         "in each cell; this value is no cell array."},
-        {"VELTRA:referenceapi:ExpectedScalarComparator",
-         "A request takes one comparator object; to order by several, put them into a "
-         "CompoundReferenceComparator."},
-        {"VELTRA:referenceapi:InvalidComparator",
-         "A value of the class {0} is no comparator; objects of the classes of the package "
-         "veltra.internal.reference.api.comparator are."},
     };
-    return *all;
+}
+
+struct State {
+    Mutex mutex;
+    Texts texts VELTRA_GUARDED_BY(mutex) = hostTexts();
+};
+
+// Made on first use: other libraries add their texts while they are loaded.
+State& state() {
+    static NeverDestroyed<State> instance;
+    return *instance;
+}
+
+// Empty where there is no text.
+std::string findText(std::string_view identifier) {
+    State& all = state();
+    const MutexLock lock(all.mutex);
+    const auto found = all.texts.find(identifier);
+    return found == all.texts.end() ? std::string() : found->second;
 }
 
 }  // namespace
@@ -60,8 +76,8 @@ IMsgIDException::~IMsgIDException() = default;
 
 std::string MessageCatalog::getText(std::string_view identifier,
                                     std::span<const std::string> arguments) {
-    const auto found = texts().find(identifier);
-    if (found == texts().end()) {
+    const std::string pattern = findText(identifier);
+    if (pattern.empty()) {
         std::string text(identifier);
         for (const auto& argument : arguments)
             text += " " + argument;
@@ -69,7 +85,7 @@ std::string MessageCatalog::getText(std::string_view identifier,
     }
     std::string text;
     // From left to right in one go, so that a place's mark within an argument stays what it is.
-    for (std::string_view rest = found->second; !rest.empty();) {
+    for (std::string_view rest = pattern; !rest.empty();) {
         const bool isPlace = rest.size() >= 3 && rest[0] == '{' && rest[2] == '}';
         const auto number = isPlace ? static_cast<std::size_t>(rest[1] - '0') : arguments.size();
         if (isPlace && number < arguments.size()) {
@@ -83,9 +99,24 @@ std::string MessageCatalog::getText(std::string_view identifier,
     return text;
 }
 
+void MessageCatalog::addText(std::string identifier, std::string text) {
+    if (identifier.find(':') == std::string::npos || text.empty())
+        throw std::invalid_argument(
+            "A message has an identifier such as \"VELTRA:class:RequireScalar\" and a text; got "
+            "\"" +
+            identifier + "\" and \"" + text + "\".");
+    State& all = state();
+    const MutexLock lock(all.mutex);
+    const auto [place, isNew] = all.texts.emplace(std::move(identifier), std::move(text));
+    if (!isNew)
+        throw std::logic_error("The message \"" + place->first + "\" has a text already.");
+}
+
 std::vector<std::string> MessageCatalog::getIdentifiers() {
+    State& all = state();
+    const MutexLock lock(all.mutex);
     std::vector<std::string> identifiers;
-    for (const auto& [identifier, text] : texts())
+    for (const auto& [identifier, text] : all.texts)
         identifiers.push_back(identifier);
     return identifiers;
 }

@@ -1,7 +1,11 @@
 #include <exception>
+#include <memory>
 #include <string>
 #include <thread>
 
+#include <boost/exception/error_info.hpp>
+#include <boost/exception/get_error_info.hpp>
+#include <boost/exception/info.hpp>
 #include <boost/exception_ptr.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -12,6 +16,7 @@
 namespace foundation::core::except {
 namespace {
 
+using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -41,6 +46,42 @@ TEST(ExceptionTest, IsEveryMemberOfTheFamilyAndAStandardException) {
     EXPECT_NE(dynamic_cast<const boost::exception_detail::clone_base*>(&error), nullptr);
 }
 
+struct Tag;
+using Note = boost::error_info<Tag, std::string>;
+
+TEST(ExceptionTest, IsCaughtAsABoostExceptionAndKeepsWhatACatcherAddsToIt) {
+    boost::exception_ptr captured;
+    try {
+        try {
+            throw zorb::RequireScalarError();
+        } catch (boost::exception& error) {
+            error << Note("while the request was set");
+            throw;
+        }
+    } catch (...) {
+        captured = boost::current_exception();
+    }
+    try {
+        boost::rethrow_exception(captured);
+        FAIL() << "nothing was thrown";
+    } catch (const boost::exception& error) {
+        const auto* note = boost::get_error_info<Note>(error);
+        ASSERT_NE(note, nullptr);
+        EXPECT_EQ(*note, "while the request was set");
+        EXPECT_NE(dynamic_cast<const zorb::RequireScalarError*>(&error), nullptr);
+    }
+}
+
+TEST(ExceptionTest, ACloneSharesNothingThatIsAddedLater) {
+    const zorb::RequireScalarError error;
+    error << Note("before");
+    const std::unique_ptr<const boost::exception_detail::clone_base> clone(error.clone());
+    error << Note("after");
+    const auto* copy = dynamic_cast<const zorb::RequireScalarError*>(clone.get());
+    ASSERT_NE(copy, nullptr);
+    EXPECT_EQ(*boost::get_error_info<Note>(*copy), "before");
+}
+
 TEST(ExceptionTest, IsCapturedAndThrownAgainAsWhatItWas) {
     boost::exception_ptr captured;
     std::thread([&captured] {
@@ -64,6 +105,20 @@ TEST(ExceptionTest, IsCapturedAndThrownAgainAsWhatItWas) {
 TEST(MessageCatalogTest, AnIdentifierWithoutATextIsItsOwnTextWithTheArgumentsBehind) {
     EXPECT_STREQ(UnlistedError({"one", "two"}).what(), "VELTRA:test:Unlisted one two");
     EXPECT_STREQ(UnlistedError().what(), "VELTRA:test:Unlisted");
+}
+
+TEST(MessageCatalogTest, TakesTextsOfOtherLibrariesOnceForEachIdentifier) {
+    using AddedError = Exception<MessageKey<"VELTRA:test", "Added">, std::exception, void>;
+    MessageCatalog::addText(AddedError::identifier(), "A {0} was added.");
+    EXPECT_STREQ(AddedError({"text"}).what(), "A text was added.");
+    EXPECT_THAT(MessageCatalog::getIdentifiers(), Contains("VELTRA:test:Added"));
+
+    EXPECT_THROW(MessageCatalog::addText(AddedError::identifier(), "Another."), std::logic_error);
+    EXPECT_THROW(MessageCatalog::addText(zorb::RequireScalarError::identifier(), "Another."),
+                 std::logic_error);
+    EXPECT_STREQ(AddedError({"text"}).what(), "A text was added.");
+    EXPECT_THROW(MessageCatalog::addText("NoCatalogue", "A text."), std::invalid_argument);
+    EXPECT_THROW(MessageCatalog::addText("VELTRA:test:Empty", ""), std::invalid_argument);
 }
 
 TEST(MessageCatalogTest, PlacesWithoutAnArgumentStay) {
