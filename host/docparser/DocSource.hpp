@@ -29,13 +29,17 @@ class VELTRA_HOST_API DocSource {
     DocSource& operator=(const DocSource&) = delete;
     virtual ~DocSource();
 
-    // The lookup resources of all products. Called once, and again after the caches were cleared. A
-    // product that cannot be read is left out, not thrown for.
+    // The lookup resources of all products. Called once, and again after the caches were cleared;
+    // what is read while they are being cleared serves one request and is not cached. A product
+    // that cannot be read is left out, not thrown for.
     [[nodiscard]] virtual ParsingResults getResourceLookupFiles() = 0;
 
     // All products of one reference file, named by what HeaderInfo::getReferenceFileName() of a
-    // lookup resource says, or by a product's short name. Called once for a product that is asked
-    // for, and again after the caches were cleared.
+    // lookup resource says, or by a product's short name. Called when a product is asked for that
+    // is not cached: once, and again after the caches were cleared. Called once more for a product
+    // that is cached from a file that the lookup resources do not name, when it was not read for
+    // them: it may be in another language. That is done once at most for one reading of the lookup
+    // files.
     [[nodiscard]] virtual ReferenceResources getResourceFile(
         const std::u16string& resourceFile) = 0;
 

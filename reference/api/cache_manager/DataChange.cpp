@@ -7,6 +7,7 @@
 
 #include <boost/smart_ptr/shared_ptr.hpp>
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/msg_svc/eventmgr/Connection.hpp"
 #include "foundation/msg_svc/eventmgr/EventMgr.hpp"
@@ -20,6 +21,7 @@
 namespace reference::cache_manager {
 namespace {
 
+using foundation::core::NeverDestroyed;
 using foundation::core::context::ContextRegistry;
 using foundation::msg_svc::eventmgr::Connection;
 using foundation::msg_svc::eventmgr::EventMgr;
@@ -37,14 +39,14 @@ boost::shared_ptr<EventMgr> eventMgrOfLocalVVM() {
 }
 
 // Set by the host before it uses the library, and read without a lock.
-std::function<boost::shared_ptr<EventMgr>()> m_getEventMgrFcn = &eventMgrOfLocalVVM;
+NeverDestroyed<std::function<boost::shared_ptr<EventMgr>()>> m_getEventMgrFcn(&eventMgrOfLocalVVM);
 
-const std::string s_docLanguageSetting = std::string("veltra.desktop.help") + "." + "DocLanguage";
+const NeverDestroyed<std::string> s_docLanguageSetting("veltra.desktop.help.DocLanguage");
 
 // Kept for the life of the process. Only who has raised the flag may touch the listener: a lock
 // would be held while the settings library runs.
 std::atomic_flag s_isListenerInUse;
-std::unique_ptr<Connection> s_docLanguageListener;
+NeverDestroyed<std::unique_ptr<Connection>> s_docLanguageListener;
 
 // Lowers the flag at the end of a scope.
 class ListenerUse {
@@ -73,15 +75,15 @@ void onDocLanguageChanged(const SettingsValueChangeEvent& /*event*/) {
 
 void ReferenceCacheManager::InitializeListener() {
     const ListenerUse use;
-    if (!use.isOurs() || s_docLanguageListener)
+    if (!use.isOurs() || *s_docLanguageListener)
         return;
     try {
         const auto root =
             settings::in_veltra::getSettingsRoot(ContextRegistry::getCurrentContextId());
         if (!root)
             return;
-        s_docLanguageListener = settings::in_veltra::addListener<SettingsValueChangeEvent>(
-            root->getSettingsByFullName(s_docLanguageSetting), &onDocLanguageChanged);
+        *s_docLanguageListener = settings::in_veltra::addListener<SettingsValueChangeEvent>(
+            root->getSettingsByFullName(*s_docLanguageSetting), &onDocLanguageChanged);
     } catch (...) {
         // Without the setting there is one language; the next call tries again.
     }
@@ -89,23 +91,23 @@ void ReferenceCacheManager::InitializeListener() {
 
 void ReferenceCacheManager::SetGetEventMgrFcn(
     const std::function<boost::shared_ptr<EventMgr>()>& f) {
-    m_getEventMgrFcn = f;
+    *m_getEventMgrFcn = f;
 }
 
 void ReferenceCacheManager::ResetGetEventMgrFcn() {
-    m_getEventMgrFcn = &eventMgrOfLocalVVM;
+    *m_getEventMgrFcn = &eventMgrOfLocalVVM;
 }
 
 void ReferenceCacheManager::SubscribeToDataChangeEvent(
     ScopedConnection& connection,
     const std::function<void(const ReferenceDataChangeEvent&)>& callback) {
-    if (const auto manager = m_getEventMgrFcn())
+    if (const auto manager = (*m_getEventMgrFcn)())
         connection.assign(manager->subscribe<ReferenceDataChangeEvent>(callback));
 }
 
 void publishDataChange() {
     constexpr bool immediately = true;
-    if (const auto manager = m_getEventMgrFcn())
+    if (const auto manager = (*m_getEventMgrFcn)())
         manager->publish(std::make_shared<const ReferenceDataChangeEvent>(), immediately);
 }
 

@@ -1,8 +1,10 @@
 #include "reference/api/cache_manager/EntitySearch.hpp"
 
 #include <algorithm>
+#include <initializer_list>
 #include <unordered_set>
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "property/FunctionType.hpp"
 #include "property/RefEntityType.hpp"
 #include "reference/utils/toLowerCopy.hpp"
@@ -11,6 +13,7 @@
 namespace reference::cache_manager {
 namespace {
 
+using foundation::core::NeverDestroyed;
 using property::FunctionType;
 using property::RefEntityType;
 using utils::toLowerCopy;
@@ -18,12 +21,13 @@ using enum ReferenceCacheManager::SearchMethod;
 
 // The kinds of entity that may be asked for without their package. The others (commands, options,
 // pages and the like) have names in which a dot is no qualification.
-const std::unordered_set<RefEntityType::Value> s_unqualifiedMatchTypes = {
-    RefEntityType::Function,    RefEntityType::Class,       RefEntityType::Package,
-    RefEntityType::Method,      RefEntityType::Property,    RefEntityType::Event,
-    RefEntityType::Enumeration, RefEntityType::Constructor, RefEntityType::Interface,
-    RefEntityType::Constant,    RefEntityType::Operator,    RefEntityType::TypeAlias,
-    RefEntityType::Macro};
+const NeverDestroyed<std::unordered_set<RefEntityType::Value>> s_unqualifiedMatchTypes(
+    std::initializer_list<RefEntityType::Value>{
+        RefEntityType::Function, RefEntityType::Class, RefEntityType::Package,
+        RefEntityType::Method, RefEntityType::Property, RefEntityType::Event,
+        RefEntityType::Enumeration, RefEntityType::Constructor, RefEntityType::Interface,
+        RefEntityType::Constant, RefEntityType::Operator, RefEntityType::TypeAlias,
+        RefEntityType::Macro});
 
 bool contains(const std::u16string& text, const std::u16string& part) {
     return text.find(part) != std::u16string::npos;
@@ -181,7 +185,7 @@ bool EntitySearch::isEntityNameMatch(const std::u16string& candidate, const Reco
     if (m_request.isAllTextMatch())
         return true;
     const bool qualified =
-        m_request.isExactMatch() || !s_unqualifiedMatchTypes.contains(record.getType());
+        m_request.isExactMatch() || !s_unqualifiedMatchTypes->contains(record.getType());
     return utils::matchUnqualifiedString(m_searchText, m_componentCount, candidate, qualified);
 }
 

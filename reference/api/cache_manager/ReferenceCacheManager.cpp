@@ -8,10 +8,11 @@
 #include "docparser/DocParserException.hpp"
 #include "docparser/DocResourceParser.hpp"
 #include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "reference/api/cache_manager/EntitySearch.hpp"
 #include "reference/api/cache_manager/LookupSnapshot.hpp"
 #include "reference/api/cache_manager/dataChange.hpp"
-#include "reference/api/cache_manager/resourceReading.hpp"
+#include "reference/api/cache_manager/requestCaches.hpp"
 
 namespace reference::cache_manager {
 namespace {
@@ -20,49 +21,10 @@ using docparser::DocParserException;
 using docparser::DocResourceParser;
 using foundation::core::Mutex;
 using foundation::core::MutexLock;
+using foundation::core::NeverDestroyed;
 using property::RefEntityType;
 using LookupCache = ReferenceCacheManager::LookupCache;
 using ResourceCache = ReferenceCacheManager::ResourceCache;
-using LookupCachePtr = std::shared_ptr<const LookupCache>;
-
-// The two lookup caches; null: not loaded.
-struct LookupCaches {
-    LookupCachePtr installed;
-    LookupCachePtr uninstalled;
-
-    [[nodiscard]] bool isLoaded() const noexcept { return installed || uninstalled; }
-};
-
-// Both lookup caches as one value that is replaced in one step. A load stores only what is still to
-// be stored then: when the caches were cleared while it read, what it read may be out of date.
-//
-// std::atomic<std::shared_ptr> would say the same as these functions, but in GCC 12's library its
-// load() is a data race with a later store (it lets go of the pointer with relaxed order).
-class LookupState {
-  public:
-    using Value = std::shared_ptr<const LookupCaches>;
-
-    // Never null. Two values are the same as long as nothing was stored or cleared between them.
-    [[nodiscard]] Value load() const { return std::atomic_load(&m_value); }
-
-    // Stores `caches`, if the value is still `expected`; else `expected` becomes what it is.
-    [[nodiscard]] bool storeInPlaceOf(Value& expected, LookupCaches caches) {
-        return std::atomic_compare_exchange_strong(
-            &m_value, &expected, Value(std::make_shared<LookupCaches>(std::move(caches))));
-    }
-
-    // Stores what `change` makes of the value, and returns the old one.
-    template <typename Change>
-    Value update(const Change& change) {
-        Value old = load();
-        while (!storeInPlaceOf(old, change(*old))) {
-        }
-        return old;
-    }
-
-  private:
-    Value m_value = std::make_shared<LookupCaches>();
-};
 
 // Who reads or changes a cache holds its mutex, so that a second load waits for the first. No
 // thread ever holds two of these.
@@ -71,42 +33,97 @@ Mutex s_uninstalledLookupCacheMutex;
 Mutex s_resourceCacheMutex;
 
 // Not guarded by one mutex: a load fills both caches under the one that its caller chose.
-LookupState s_lookupCaches;
-const LookupCachePtr s_emptyLookupCache = std::make_shared<const LookupCache>();
+NeverDestroyed<LookupState> s_lookupCaches;
+const NeverDestroyed<LookupCachePtr> s_emptyLookupCache(std::make_shared<const LookupCache>());
 
 // Grows in place, so that a map that was handed out is always the whole cache. Never null.
-std::shared_ptr<ResourceCache> s_resourceCache VELTRA_GUARDED_BY(s_resourceCacheMutex) =
-    std::make_shared<ResourceCache>();
+NeverDestroyed<std::shared_ptr<ResourceCache>> s_resourceCache
+    VELTRA_GUARDED_BY(s_resourceCacheMutex)(std::make_shared<ResourceCache>());
+
+// For which reading of the lookups a cached resource was read from the file that these name. None
+// for those that were read by a product's name, for start-up and for clients.
+using Origins = std::map<std::u16string, std::weak_ptr<const LookupReading>>;
+NeverDestroyed<Origins> s_origins VELTRA_GUARDED_BY(s_resourceCacheMutex);
 
 constexpr std::array s_classLikeTypes = {RefEntityType::Class, RefEntityType::Enumeration,
                                          RefEntityType::Interface};
 
-// Fills both lookup caches or neither. While either is filled there is nothing to do: the parser
-// reads both in one go, and a cache that was cleared alone stays empty until its twin is cleared
-// too, so that the two always come from the same reading.
-// Requires: the caller holds one of the two lookup mutexes.
-void loadLookupCaches() {
-    auto found = s_lookupCaches.load();
-    while (!found->isLoaded()) {
-        docparser::ParsingResults results = DocResourceParser::getResourceLookupFiles();
-        if (s_lookupCaches.storeInPlaceOf(
-                found,
-                {.installed = std::make_shared<const LookupCache>(std::move(results.installed)),
-                 .uninstalled =
-                     std::make_shared<const LookupCache>(std::move(results.uninstalled))}))
-            return;
-    }
+// Fills both lookup caches or neither, holding `mutex`, one of their two. While either is filled
+// there is nothing to do: the parser reads both in one go, and a cache that was cleared alone stays
+// empty until its twin is cleared too, so that the two always come from the same reading.
+//
+// Returns what is cached then, or what was read, if the caches were cleared meanwhile: they stay
+// empty, as if they had been cleared right after the load. To read again until nobody interferes
+// might take for ever.
+std::shared_ptr<const LookupCaches> loadLookupCaches(Mutex& mutex) {
+    const MutexLock lock(mutex);
+    auto found = s_lookupCaches->load();
+    if (found->isLoaded())
+        return found;
+    docparser::ParsingResults results = DocResourceParser::getResourceLookupFiles();
+    const auto read = std::make_shared<const LookupCaches>(LookupCaches{
+        .installed = std::make_shared<const LookupCache>(std::move(results.installed)),
+        .uninstalled = std::make_shared<const LookupCache>(std::move(results.uninstalled)),
+        .reading = std::make_shared<LookupReading>()});
+    s_lookupCaches->storeInPlaceOf(found, read);
+    return read;
 }
 
 LookupCachePtr orEmpty(const LookupCachePtr& cache) {
-    return cache ? cache : s_emptyLookupCache;
+    return cache ? cache : *s_emptyLookupCache;
 }
 
 // Takes the items out of `resource`.
-std::shared_ptr<const ReferenceCacheManager::Resource> toShared(
-    ReferenceCacheManager::Resource& resource) {
+ResourcePtr toShared(ReferenceCacheManager::Resource& resource) {
     return std::make_shared<const ReferenceCacheManager::Resource>(resource.getHeaderInfo(),
                                                                    resource.takeItems());
+}
+
+// Null when the cache does not hold the product.
+ResourcePtr findCached(const std::u16string& product) VELTRA_REQUIRES(s_resourceCacheMutex) {
+    const ResourceCache& cache = **s_resourceCache;
+    const auto cached = cache.find(product);
+    return cached == cache.end() ? nullptr : cached->second;
+}
+
+// Parses the file for a product that is not cached, and caches all that the file holds and the
+// cache does not. `reading`: the lookups that name the file; null for none.
+ResourcePtr parseIntoCache(const std::u16string& resourceFile, const std::u16string& product,
+                           const std::shared_ptr<const LookupReading>& reading)
+    VELTRA_REQUIRES(s_resourceCacheMutex) {
+    ResourceCache& cache = **s_resourceCache;
+    for (auto& [name, resource] : DocResourceParser::getResourceFile(resourceFile)) {
+        if (cache.contains(name))
+            continue;
+        s_origins->insert_or_assign(name, reading);
+        cache.emplace(name, toShared(resource));
+    }
+    return findCached(product);
+}
+
+// Null when the file does not hold the product.
+ResourcePtr parseAlone(const std::u16string& resourceFile, const std::u16string& product) {
+    auto resources = DocResourceParser::getResourceFile(resourceFile);
+    const auto found = resources.find(product);
+    return found == resources.end() ? nullptr : toShared(found->second);
+}
+
+// Whether a cached resource was read for these lookups. Where that is not known, the name of its
+// file tells. It need not be the file that the product is listed with: a product that came along in
+// another product's file is kept from there. It must be a file that these lookups know. A source
+// that does not name its files tells nothing, and is taken at its word.
+bool isOfReading(const LookupCaches& lookups, const std::u16string& product,
+                 const ReferenceCacheManager::Resource& resource,
+                 const std::u16string& resourceFile) VELTRA_REQUIRES(s_resourceCacheMutex) {
+    const auto origin = s_origins->find(product);
+    if (origin != s_origins->end() && origin->second.lock() == lookups.reading)
+        return true;
+    const std::u16string& file = resource.getHeaderInfo().getReferenceFileName();
+    if (file == resourceFile || file.empty() || resourceFile.empty())
+        return true;
+    return std::ranges::any_of(*lookups.installed, [&](const auto& other) {
+        return other.second.getHeaderInfo().getReferenceFileName() == file;
+    });
 }
 
 }  // namespace
@@ -129,17 +146,17 @@ bool ReferenceCacheManager::IsClassLikeType(RefEntityType::Value type) {
 
 std::shared_ptr<const LookupCache> ReferenceCacheManager::GetLookupCache() {
     const MutexLock lock(s_lookupCacheMutex);
-    return orEmpty(s_lookupCaches.load()->installed);
+    return orEmpty(s_lookupCaches->load()->installed);
 }
 
 std::shared_ptr<const LookupCache> ReferenceCacheManager::GetUninstalledLookupCache() {
     const MutexLock lock(s_uninstalledLookupCacheMutex);
-    return orEmpty(s_lookupCaches.load()->uninstalled);
+    return orEmpty(s_lookupCaches->load()->uninstalled);
 }
 
 std::shared_ptr<const ResourceCache> ReferenceCacheManager::GetResourceCache() {
     const MutexLock lock(s_resourceCacheMutex);
-    return s_resourceCache;
+    return *s_resourceCache;
 }
 
 std::shared_ptr<const ReferenceCacheManager::Resource>
@@ -147,25 +164,17 @@ ReferenceCacheManager::GetResourceCacheForProduct(const std::u16string& resource
                                                   const std::u16string& product) {
     // Held while the file is parsed, so that two threads never parse at once.
     const MutexLock lock(s_resourceCacheMutex);
-    ResourceCache& cache = *s_resourceCache;
-    if (const auto cached = cache.find(product); cached != cache.end())
-        return cached->second;
-
-    for (auto& [name, resource] : DocResourceParser::getResourceFile(resourceFile))
-        if (!cache.contains(name))
-            cache.emplace(name, toShared(resource));
-    const auto parsed = cache.find(product);
-    return parsed == cache.end() ? nullptr : parsed->second;
+    if (auto cached = findCached(product))
+        return cached;
+    return parseIntoCache(resourceFile, product, nullptr);
 }
 
 void ReferenceCacheManager::PopulateLookupCache() {
-    const MutexLock lock(s_lookupCacheMutex);
-    loadLookupCaches();
+    static_cast<void>(loadLookupCaches(s_lookupCacheMutex));
 }
 
 void ReferenceCacheManager::PopulateUninstalledLookupCache() {
-    const MutexLock lock(s_uninstalledLookupCacheMutex);
-    loadLookupCaches();
+    static_cast<void>(loadLookupCaches(s_uninstalledLookupCacheMutex));
 }
 
 void ReferenceCacheManager::PopulateLookupCaches() {
@@ -201,16 +210,19 @@ void ReferenceCacheManager::PopulateAllCaches() {
 void ReferenceCacheManager::ClearLookupCache() {
     LookupState::Value dropped;  // dies after the lock is released
     const MutexLock lock(s_lookupCacheMutex);
-    dropped = s_lookupCaches.update([](const LookupCaches& caches) {
-        return LookupCaches{.installed = nullptr, .uninstalled = caches.uninstalled};
+    dropped = s_lookupCaches->update([](LookupCaches caches) {
+        caches.installed.reset();
+        caches.reading.reset();
+        return caches;
     });
 }
 
 void ReferenceCacheManager::ClearUninstalledLookupCache() {
     LookupState::Value dropped;  // dies after the lock is released
     const MutexLock lock(s_uninstalledLookupCacheMutex);
-    dropped = s_lookupCaches.update([](const LookupCaches& caches) {
-        return LookupCaches{.installed = caches.installed, .uninstalled = nullptr};
+    dropped = s_lookupCaches->update([](LookupCaches caches) {
+        caches.uninstalled.reset();
+        return caches;
     });
 }
 
@@ -219,13 +231,14 @@ void ReferenceCacheManager::ClearUninstalledLookupCache() {
 void ReferenceCacheManager::ClearLookupCaches() {
     LookupState::Value dropped;  // dies after the lock is released
     const MutexLock lock(s_lookupCacheMutex);
-    dropped = s_lookupCaches.update([](const LookupCaches&) { return LookupCaches(); });
+    dropped = s_lookupCaches->update([](const LookupCaches&) { return LookupCaches(); });
 }
 
 void ReferenceCacheManager::ClearResourceCache() {
     auto replacement = std::make_shared<ResourceCache>();  // takes the old map along when it dies
     const MutexLock lock(s_resourceCacheMutex);
-    s_resourceCache.swap(replacement);
+    s_resourceCache->swap(replacement);
+    s_origins->clear();
 }
 
 void ReferenceCacheManager::ClearAllCaches() {
@@ -235,31 +248,39 @@ void ReferenceCacheManager::ClearAllCaches() {
     DocResourceParser::clearSupportPackageCaches();
 }
 
-std::shared_ptr<const LookupCache> loadedLookupCache() {
-    const MutexLock lock(s_lookupCacheMutex);
-    loadLookupCaches();
-    return orEmpty(s_lookupCaches.load()->installed);
+std::shared_ptr<const LookupCaches> loadedLookupCaches() {
+    return loadLookupCaches(s_lookupCacheMutex);
 }
 
-std::shared_ptr<const ReferenceCacheManager::Resource> readResourceAgain(
-    const std::u16string& resourceFile, const std::u16string& product, bool replacesCached) {
-    std::shared_ptr<const ReferenceCacheManager::Resource> dropped;  // dies outside the lock
+ResourcePtr resourceFor(const LookupCaches& lookups, const std::u16string& product,
+                        const std::u16string& resourceFile) {
+    // Held while a file is parsed, so that two threads never parse at once.
     const MutexLock lock(s_resourceCacheMutex);
-    ResourceCache& cache = *s_resourceCache;
-    const auto cached = cache.find(product);
-    // Another thread may have mended the cache while this one waited.
-    if (cached != cache.end() &&
-        cached->second->getHeaderInfo().getReferenceFileName() == resourceFile)
-        return cached->second;
+    auto& own = lookups.reading->ownResources;
+    if (const auto known = own.find(product); known != own.end())
+        return known->second;
 
-    auto resources = DocResourceParser::getResourceFile(resourceFile);
-    const auto found = resources.find(product);
-    if (found == resources.end())
-        return nullptr;
-    auto read = toShared(found->second);
-    if (replacesCached)
-        dropped = std::exchange(cache[product], read);
-    return read;
+    const ResourcePtr cached = findCached(product);
+    if (cached && isOfReading(lookups, product, *cached, resourceFile))
+        return cached;
+    // As long as the lookups are current, a clearing of the resource cache is still to come when
+    // the language changes, and takes along what is put into it now.
+    if (!cached && s_lookupCaches->load()->reading == lookups.reading)
+        return parseIntoCache(resourceFile, product, lookups.reading);
+
+    ResourcePtr resource;
+    try {
+        resource = parseAlone(resourceFile, product);
+    } catch (...) {
+        // What is cached is better than nothing, and is not tried to be bettered again.
+        if (!cached)
+            throw;
+    }
+    if (!resource)
+        resource = cached;
+    if (resource)
+        own.emplace(product, resource);
+    return resource;
 }
 
 }  // namespace reference::cache_manager

@@ -1,9 +1,11 @@
 // Warming the caches while requests may already arrive.
 #include <chrono>
+#include <initializer_list>
 #include <string>
 #include <vector>
 
 #include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "foundation/log/basic_diagnostic_logger.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 
@@ -12,6 +14,7 @@ namespace {
 
 using foundation::core::Mutex;
 using foundation::core::MutexLock;
+using foundation::core::NeverDestroyed;
 using foundation::log::diagnostic_logger;
 using foundation::log::FunctionTrace;
 using Clock = std::chrono::steady_clock;
@@ -20,9 +23,9 @@ Mutex s_startupMutex;
 bool m_startupProcessDone VELTRA_GUARDED_BY(s_startupMutex) = false;
 
 // The products whose pages are wanted first, in the order in which they are parsed.
-const std::vector<std::u16string> s_startupProducts = {u"veltra", u"brisk",   u"caldera", u"lumora",
-                                                       u"qix",    u"tarvel",  u"merisk",  u"dornel",
-                                                       u"yarl",   u"pendrake"};
+const NeverDestroyed<std::vector<std::u16string>> s_startupProducts(
+    std::initializer_list<std::u16string>{u"veltra", u"brisk", u"caldera", u"lumora", u"qix",
+                                          u"tarvel", u"merisk", u"dornel", u"yarl", u"pendrake"});
 
 // Under this number readers of start-up logs know the trace; it does not follow the source.
 constexpr int startupTraceLine = 677;
@@ -45,7 +48,7 @@ void ReferenceCacheManager::PerformStartupOperations() {
 
     InitializeListener();
     PopulateLookupCache();
-    for (const auto& product : s_startupProducts) {
+    for (const auto& product : *s_startupProducts) {
         try {
             static_cast<void>(GetResourceCacheForProduct(product, product));
         } catch (...) {
