@@ -4,21 +4,27 @@
 
 #include "docparser/FileDocSource.hpp"
 #include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 
 namespace reference::docparser {
 namespace {
 
 using foundation::core::Mutex;
 using foundation::core::MutexLock;
+using foundation::core::NeverDestroyed;
 
-Mutex sourceMutex;
-std::shared_ptr<DocSource> currentSource VELTRA_GUARDED_BY(sourceMutex);  // null until first used
+struct State {
+    Mutex mutex;
+    std::shared_ptr<DocSource> source VELTRA_GUARDED_BY(mutex);  // null until first used
+};
+NeverDestroyed<State> s_state;
 
 std::shared_ptr<DocSource> source() {
-    const MutexLock lock(sourceMutex);
-    if (!currentSource)
-        currentSource = std::make_shared<FileDocSource>();
-    return currentSource;
+    State& state = *s_state;
+    const MutexLock lock(state.mutex);
+    if (!state.source)
+        state.source = std::make_shared<FileDocSource>();
+    return state.source;
 }
 
 }  // namespace
@@ -27,8 +33,9 @@ DocSource::~DocSource() = default;
 
 void DocResourceParser::setSource(std::shared_ptr<DocSource> source) {
     // The old source dies outside the lock: its destructor is foreign code.
-    const MutexLock lock(sourceMutex);
-    currentSource.swap(source);
+    State& state = *s_state;
+    const MutexLock lock(state.mutex);
+    state.source.swap(source);
 }
 
 ParsingResults DocResourceParser::getResourceLookupFiles() {

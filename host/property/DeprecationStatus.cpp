@@ -1,5 +1,6 @@
 #include "property/DeprecationStatus.hpp"
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "property/EnumNames.hpp"
 
 namespace reference::property {
@@ -22,8 +23,8 @@ std::optional<DeprecationStatus::Value> DeprecationStatus::fromString(std::strin
 }
 
 const std::vector<DeprecationStatus::Value>& DeprecationStatus::namedValues() {
-    static const std::vector<Value> all = names.values();
-    return all;
+    static const foundation::core::NeverDestroyed<std::vector<Value>> all(names.values());
+    return *all;
 }
 
 const char* DeprecationStatus::getZORBClassName() noexcept {

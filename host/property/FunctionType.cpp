@@ -1,5 +1,6 @@
 #include "property/FunctionType.hpp"
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "property/EnumNames.hpp"
 
 namespace reference::property {
@@ -29,8 +30,8 @@ std::optional<FunctionType::Value> FunctionType::fromString(std::string_view tex
 }
 
 const std::vector<FunctionType::Value>& FunctionType::namedValues() {
-    static const std::vector<Value> all = names.values();
-    return all;
+    static const foundation::core::NeverDestroyed<std::vector<Value>> all(names.values());
+    return *all;
 }
 
 const char* FunctionType::getZORBClassName() noexcept {

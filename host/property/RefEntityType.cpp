@@ -1,5 +1,6 @@
 #include "property/RefEntityType.hpp"
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "property/EnumNames.hpp"
 
 namespace reference::property {
@@ -23,8 +24,8 @@ std::optional<RefEntityType::Value> RefEntityType::fromString(std::string_view t
 }
 
 const std::vector<RefEntityType::Value>& RefEntityType::namedValues() {
-    static const std::vector<Value> all = names.values();
-    return all;
+    static const foundation::core::NeverDestroyed<std::vector<Value>> all(names.values());
+    return *all;
 }
 
 const char* RefEntityType::getZORBClassName() noexcept {

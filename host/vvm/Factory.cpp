@@ -5,6 +5,7 @@
 #include <boost/smart_ptr/make_shared_object.hpp>
 
 #include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "foundation/msg_svc/eventmgr/EventMgr.hpp"
 
 namespace vvm {
@@ -12,9 +13,13 @@ namespace {
 
 using foundation::core::Mutex;
 using foundation::core::MutexLock;
+using foundation::core::NeverDestroyed;
 
-Mutex currentMutex;
-std::shared_ptr<VVM> current VELTRA_GUARDED_BY(currentMutex);  // null until the host makes one
+struct State {
+    Mutex mutex;
+    std::shared_ptr<VVM> current VELTRA_GUARDED_BY(mutex);  // null until the host makes one
+};
+NeverDestroyed<State> s_state;
 
 }  // namespace
 
@@ -23,11 +28,12 @@ VVM::VVM() : m_eventMgr(boost::make_shared<foundation::msg_svc::eventmgr::EventM
 VVM::~VVM() = default;
 
 std::shared_ptr<VVM> Factory::getCurrentLocalVVM(NoActiveUSMBehavior behavior) {
-    const MutexLock lock(currentMutex);
-    if (!current && behavior == Throw)
+    State& state = *s_state;
+    const MutexLock lock(state.mutex);
+    if (!state.current && behavior == Throw)
         throw NoCurrentVVMError(
             "This process has no virtual machine; the host makes one with Factory::makeLocalVVM.");
-    return current;
+    return state.current;
 }
 
 std::shared_ptr<VVM> Factory::makeLocalVVM() {
@@ -38,8 +44,9 @@ std::shared_ptr<VVM> Factory::makeLocalVVM() {
 
 void Factory::setCurrentLocalVVM(std::shared_ptr<VVM> machine) {
     // The old machine dies outside the lock: with it may die callbacks, which are foreign code.
-    const MutexLock lock(currentMutex);
-    current.swap(machine);
+    State& state = *s_state;
+    const MutexLock lock(state.mutex);
+    state.current.swap(machine);
 }
 
 }  // namespace vvm

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "zorb/COSInterface.hpp"
 #include "zorb/errors.hpp"
 
@@ -16,6 +17,7 @@ namespace {
 
 using foundation::core::Mutex;
 using foundation::core::MutexLock;
+using foundation::core::NeverDestroyed;
 
 struct Registry {
     Mutex mutex;
@@ -23,9 +25,9 @@ struct Registry {
         VELTRA_GUARDED_BY(mutex);
 };
 
-// Never destroyed: host objects may die after static objects do.
+// Made on first use: other libraries register their classes while they are loaded.
 Registry& registry() {
-    static auto* const instance = new Registry;
+    static NeverDestroyed<Registry> instance;
     return *instance;
 }
 

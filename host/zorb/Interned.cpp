@@ -4,14 +4,15 @@
 #include <utility>
 
 #include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 
 namespace zorb {
 
-// All names that were ever interned. Never destroyed: host objects may die after static objects do.
+// All names that were ever interned.
 class InternedTexts {
   public:
     static Interned get(std::string&& name) {
-        static auto* const texts = new InternedTexts;
+        static foundation::core::NeverDestroyed<InternedTexts> texts;
         const foundation::core::MutexLock lock(texts->m_mutex);
         return Interned(&*texts->m_names.insert(std::move(name)).first);
     }
@@ -22,7 +23,7 @@ class InternedTexts {
 };
 
 const std::string& Interned::str() const {
-    static const auto* const none = new std::string;
+    static const foundation::core::NeverDestroyed<std::string> none;
     return m_text == nullptr ? *none : *m_text;
 }
 

@@ -4,18 +4,18 @@
 #include <cstdlib>
 #include <iostream>
 #include <map>
-#include <mutex>
 #include <utility>
 
-#include <boost/log/attributes/mutable_constant.hpp>
+#include <boost/log/attributes/attribute_name.hpp>
+#include <boost/log/attributes/attribute_value_impl.hpp>
 #include <boost/log/attributes/value_extraction.hpp>
 #include <boost/log/core.hpp>
-#include <boost/log/expressions/message.hpp>
 #include <boost/log/sinks/basic_sink_backend.hpp>
 #include <boost/log/sinks/sync_frontend.hpp>
-#include <boost/log/sources/record_ostream.hpp>
-#include <boost/log/sources/severity_channel_logger.hpp>
+#include <boost/log/sources/logger.hpp>
 
+#include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
 
@@ -23,6 +23,8 @@ namespace foundation::log {
 namespace {
 
 namespace blog = boost::log;
+using core::Mutex;
+using core::MutexLock;
 using LevelsByChannel = std::map<std::string, int, std::less<>>;
 
 thread_local int openTraces = 0;
@@ -57,23 +59,32 @@ std::string levelsText() {
     return fromEnvironment == nullptr ? std::string() : fromEnvironment;
 }
 
-// The end of the road for records: the sink that was installed, or the standard error stream.
+// What a record is made of, by the names that Boost.Log knows it under.
+struct Names {
+    const blog::attribute_name channel{"Channel"};
+    const blog::attribute_name severity{"Severity"};
+    const blog::attribute_name message{"Message"};
+};
+
+// Where records end: in the sink that was installed, or in the standard error stream.
 class Backend : public blog::sinks::basic_sink_backend<blog::sinks::synchronized_feeding> {
   public:
+    explicit Backend(const Names& names) : m_names(names) {}
+
     void setSink(LogSink sink) {
-        const std::lock_guard lock(m_mutex);
+        const MutexLock lock(m_mutex);
         m_sink = std::move(sink);
     }
 
     void consume(const blog::record_view& record) {
-        const auto channel = blog::extract<std::string>("Channel", record);
-        const auto severity = blog::extract<int>("Severity", record);
-        const auto text = blog::extract<std::string>("Message", record);
+        const auto channel = blog::extract<std::string>(m_names.channel, record);
+        const auto severity = blog::extract<int>(m_names.severity, record);
+        const auto text = blog::extract<std::string>(m_names.message, record);
         if (!channel || !severity || !text)
             return;  // a record of somebody else's logger in this process
         LogSink sink;
         {
-            const std::lock_guard lock(m_mutex);
+            const MutexLock lock(m_mutex);
             sink = m_sink;
         }
         const LogRecord written{
@@ -86,35 +97,55 @@ class Backend : public blog::sinks::basic_sink_backend<blog::sinks::synchronized
     }
 
   private:
-    std::mutex m_mutex;
-    LogSink m_sink;
+    const Names& m_names;
+    Mutex m_mutex;
+    LogSink m_sink VELTRA_GUARDED_BY(m_mutex);
 };
 
-Backend& backend() {
-    static const boost::shared_ptr<Backend> instance = [] {
-        auto made = boost::make_shared<Backend>();
-        blog::core::get()->add_sink(
-            boost::make_shared<blog::sinks::synchronous_sink<Backend>>(made));
-        return made;
-    }();
-    return *instance;
-}
+// The road of all records of the process. Boost.Log has process-wide tables of its own, which are
+// destroyed when the process exits, while other threads may still log. So everything that is
+// looked up in them is looked up once, when this library is loaded, and kept: the core, the source
+// and the names of attributes.
+class Road {
+  public:
+    Road() {
+        m_core->add_sink(boost::make_shared<blog::sinks::synchronous_sink<Backend>>(m_backend));
+    }
+
+    void setSink(LogSink sink) { m_backend->setSink(std::move(sink)); }
+
+    void write(const std::string& channel, int severity, std::string_view text) {
+        auto record = m_source.open_record();
+        if (!record)
+            return;
+        using blog::attributes::make_attribute_value;
+        auto& values = record.attribute_values();
+        values.insert(m_names.channel, make_attribute_value(channel));
+        values.insert(m_names.severity, make_attribute_value(severity));
+        values.insert(m_names.message, make_attribute_value(std::string(text)));
+        m_source.push_record(std::move(record));
+    }
+
+  private:
+    const Names m_names;
+    const blog::core_ptr m_core = blog::core::get();
+    const boost::shared_ptr<Backend> m_backend = boost::make_shared<Backend>(m_names);
+    blog::sources::logger_mt m_source;
+};
+
+core::NeverDestroyed<Road> s_road;
 
 }  // namespace
 
 class basic_diagnostic_logger<char>::Impl {
   public:
-    explicit Impl(std::string name)
-        : channel(std::move(name)), source(blog::keywords::channel = channel) {
-        backend();
-    }
+    explicit Impl(std::string name) : channel(std::move(name)) {}
 
     const std::string channel;
-    blog::sources::severity_channel_logger_mt<int, std::string> source;
 };
 
 void setLogSink(LogSink sink) {
-    backend().setSink(std::move(sink));
+    s_road->setSink(std::move(sink));
 }
 
 basic_diagnostic_logger<char>::basic_diagnostic_logger(std::string channel)
@@ -131,14 +162,8 @@ bool basic_diagnostic_logger<char>::isEnabled(int severity) const {
 }
 
 void basic_diagnostic_logger<char>::log(int severity, std::string_view text) const {
-    if (!isEnabled(severity))
-        return;
-    if (auto record = m_impl->source.open_record(blog::keywords::severity = severity)) {
-        blog::record_ostream stream(record);
-        stream.write(text.data(), static_cast<std::streamsize>(text.size()));
-        stream.flush();
-        m_impl->source.push_record(std::move(record));
-    }
+    if (isEnabled(severity))
+        s_road->write(m_impl->channel, severity, text);
 }
 
 FunctionTrace::FunctionTrace(const diagnostic_logger& logger, std::string_view file,
@@ -154,7 +179,7 @@ FunctionTrace::~FunctionTrace() {
     try {
         m_logger.log(Trace, "leave " + std::string(m_signature));
     } catch (...) {
-        // Leaving a function never fails for want of a log record.
+        // A function does not fail because its end could not be logged.
     }
 }
 

@@ -1,12 +1,25 @@
 #include "settings/in_veltra/settingsRoot.hpp"
 
 #include <map>
-#include <mutex>
 #include <string>
 #include <vector>
 
+#include "foundation/core/Mutex.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
+
 namespace settings::in_veltra {
 namespace {
+
+using foundation::core::Mutex;
+using foundation::core::MutexLock;
+using foundation::core::NeverDestroyed;
+using foundation::core::context::ContextId;
+
+struct State {
+    Mutex mutex;
+    std::map<ContextId, std::shared_ptr<core::Settings>> roots VELTRA_GUARDED_BY(mutex);
+};
+NeverDestroyed<State> s_state;
 
 std::shared_ptr<core::Settings> makeContextRoot() {
     auto root = core::Settings::makeRoot();
@@ -22,11 +35,10 @@ std::shared_ptr<core::Settings> makeContextRoot() {
 
 }  // namespace
 
-std::shared_ptr<core::Settings> getSettingsRoot(foundation::core::context::ContextId contextId) {
-    static std::mutex mutex;
-    static std::map<foundation::core::context::ContextId, std::shared_ptr<core::Settings>> roots;
-    const std::lock_guard lock(mutex);
-    auto& root = roots[contextId];
+std::shared_ptr<core::Settings> getSettingsRoot(ContextId contextId) {
+    State& state = *s_state;
+    const MutexLock lock(state.mutex);
+    auto& root = state.roots[contextId];
     if (!root)
         root = makeContextRoot();
     return root;

@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <memory>
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "foundation/msg_svc/eventmgr/SubscriptionCountByType.hpp"
 #include "foundation/msg_svc/eventmgr/detail/TypeInformation.hpp"
 
@@ -14,9 +15,9 @@ class DerivedTypeInformation final : public TypeInformation {
   public:
     // The one that all events of the type share; never null.
     [[nodiscard]] static std::shared_ptr<const DerivedTypeInformation> shared() {
-        static const std::shared_ptr<const DerivedTypeInformation> instance(
+        static const core::NeverDestroyed<std::shared_ptr<const DerivedTypeInformation>> instance(
             new DerivedTypeInformation);
-        return instance;
+        return *instance;
     }
 
     [[nodiscard]] std::size_t getSubscriptionCount(const EventMgr& manager) const override {
