@@ -81,10 +81,10 @@ std::string checkProductName(const std::string& text) {
 std::string checkHelpFolder(const std::string& text) {
     if (auto problem = checkClean(text); !problem.empty())
         return problem;
-    const std::string problem = "\"" + printable(text) +
-                                "\" cannot be a help folder; it must be a path below the help root "
-                                "such as scipy or python/library: relative, without \"..\", empty "
-                                "parts and \"\\\".";
+    std::string problem = "\"" + printable(text) +
+                          "\" cannot be a help folder; it must be a path below the help root "
+                          "such as scipy or python/library: relative, without \"..\", empty "
+                          "parts and \"\\\".";
     if (text.find('\\') != std::string::npos)
         return problem;
     for (std::size_t start = 0; start <= text.size();) {
