@@ -53,8 +53,8 @@ constexpr std::array s_classLikeTypes = {RefEntityType::Class, RefEntityType::En
 // empty until its twin is cleared too, so that the two always come from the same reading.
 //
 // Returns what is cached then, or what was read, if the caches were cleared meanwhile: they stay
-// empty, as if they had been cleared right after the load. To read again until nobody interferes
-// might take for ever.
+// empty, as if they had been cleared right after the load. Reading again until nothing is cleared
+// might never end.
 std::shared_ptr<const LookupCaches> loadLookupCaches(Mutex& mutex) {
     const MutexLock lock(mutex);
     auto found = s_lookupCaches->load();
@@ -272,7 +272,7 @@ ResourcePtr resourceFor(const LookupCaches& lookups, const std::u16string& produ
     try {
         resource = parseAlone(resourceFile, product);
     } catch (...) {
-        // What is cached is better than nothing, and is not tried to be bettered again.
+        // What is cached serves this request and the later ones of the reading.
         if (!cached)
             throw;
     }

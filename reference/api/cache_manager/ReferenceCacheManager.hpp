@@ -54,7 +54,7 @@ class VELTRA_REFERENCE_API ReferenceCacheManager {
 
     // Whether `searchText` occurs in `name` as it stands, or in `purpose`, which is lower-cased
     // first unless `caseSensitive`. For a search that folds case, the caller passes text and name
-    // in lower case. An empty text occurs nowhere. Throws nothing but for want of memory.
+    // in lower case. An empty text occurs nowhere. Throws only if memory runs out.
     [[nodiscard]] static bool IsNameAndPurposeContentMatch(const std::u16string& searchText,
                                                            const std::u16string& name,
                                                            const std::u16string& purpose,

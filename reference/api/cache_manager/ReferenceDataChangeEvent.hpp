@@ -5,7 +5,7 @@
 
 namespace reference::cache_manager {
 
-// The reference data is not what it was: whoever shows some of it asks again. Published after the
+// The reference data has changed: clients that show some of it ask again. Published after the
 // caches were cleared, so that a subscriber's request already reads anew. Immutable; any thread.
 class VELTRA_REFERENCE_API ReferenceDataChangeEvent
     : public foundation::msg_svc::eventmgr::BaseEvent {
