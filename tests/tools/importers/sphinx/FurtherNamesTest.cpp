@@ -86,6 +86,7 @@ TEST(FurtherNamesTest, GiveWayToWhatHasTheNameOfItsOwn) {
     const ImportResult result = tree.import();
     EXPECT_EQ(recordOf(result, u"pkg.impl.Box").getPurpose(), u"Another box.");
     EXPECT_EQ(recordOf(result, u"pkg.impl.Box.open").getPurpose(), u"Opens that.");
+    EXPECT_EQ(result.report.entitiesByKind.at(RefEntityType::Method), 2U);
 }
 
 TEST(FurtherNamesTest, OfSeveralThingsLeadToEach) {
