@@ -1,5 +1,6 @@
 #include <string>
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "BuiltTree.hpp"
@@ -62,6 +63,18 @@ TEST(RelatedLinksTest, AreFoundInAllFormsWithWhatIsSaidOfThem) {
         EXPECT_EQ(seeAlsoOf(facts), row.expected) << row.name;
         EXPECT_EQ(facts.description, "") << row.name;
     }
+}
+
+TEST(RelatedLinksTest, GiveReadersTheNameAndWhatIsSaidOfIt) {
+    tests::BuiltTree tree;
+    tree.object("m.f", "py:function", "m.html#$")
+        .page("m.html", tests::described("py", "function", "m.f", "m.f",
+                                         "<p>Does.</p><div class=\"admonition seealso\"><dl><dt><a "
+                                         "href=\"n.html\">g</a></dt><dd>Like it.</dd><dt><a "
+                                         "href=\"o.html\">h</a></dt><dd></dd></dl></div>"));
+    EXPECT_THAT(tests::itemAt(tree.import(), u"m.html").getSeeAlsoInfo(),
+                testing::ElementsAre(property::SeeAlso(u"n.html", u"g – Like it."),
+                                     property::SeeAlso(u"o.html", u"h")));
 }
 
 }  // namespace
