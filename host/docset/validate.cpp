@@ -18,11 +18,8 @@ namespace reference::docset {
 namespace {
 
 namespace fs = std::filesystem;
+using fl::i18n::toUtf8;
 using property::RefItem;
-
-std::string utf8(const std::u16string& text) {
-    return fl::i18n::toUtf8(text);
-}
 
 using Kind = std::pair<property::RefEntityType::Value, property::FunctionType::Value>;
 
@@ -110,7 +107,7 @@ class Validator {
                 const std::u16string shortName = product.header.shortName;
                 if (!at->second.emplace(shortName, std::move(product)).second)
                     fault(relativePath, "products",
-                          "The product \"" + utf8(shortName) + "\" occurs twice in the file.");
+                          "The product \"" + toUtf8(shortName) + "\" occurs twice in the file.");
             }
         }
         return at->second;
@@ -125,8 +122,8 @@ class Validator {
                 m_report.entities += records.size();
             if (lookup->header.shortName != product.shortName)
                 fault(files.lookup, "product.shortName",
-                      "The file is of the product \"" + utf8(lookup->header.shortName) +
-                          "\"; the manifest names it for \"" + utf8(product.shortName) + "\".");
+                      "The file is of the product \"" + toUtf8(lookup->header.shortName) +
+                          "\"; the manifest names it for \"" + toUtf8(product.shortName) + "\".");
         }
         if (files.reference.empty())
             return;
@@ -136,7 +133,7 @@ class Validator {
         if (reference == references.end()) {
             if (m_report.faults.size() == faultsBefore)
                 fault(files.reference, "products",
-                      "The product \"" + utf8(product.shortName) +
+                      "The product \"" + toUtf8(product.shortName) +
                           "\" is missing; the manifest names this file for it.");
             return;
         }
@@ -148,7 +145,7 @@ class Validator {
                  const ReferenceContents& reference) {
         if (!(lookup.header == reference.header))
             fault(files.reference, "products",
-                  "The head of the product \"" + utf8(lookup.header.shortName) +
+                  "The head of the product \"" + toUtf8(lookup.header.shortName) +
                       "\" is not the one that its lookup file has.");
         std::map<std::u16string, Answers> answersByHref;
         for (const auto& [href, items] : reference.pages)
@@ -164,23 +161,24 @@ class Validator {
             for (const auto& item : items)
                 for (const auto& entity : item.getRefEntities())
                     if (!filedByHref[href].contains(entity.getName()))
-                        fault(files.reference, "pages[\"" + utf8(href) + "\"]",
+                        fault(files.reference, "pages[\"" + toUtf8(href) + "\"]",
                               "No record of the lookup file leads from \"" +
-                                  utf8(entity.getName()) + "\" to this item.");
+                                  toUtf8(entity.getName()) + "\" to this item.");
     }
 
     void checkRecord(const std::u16string& name, const property::RefItemLookup& record,
                      const ProductFiles& files,
                      const std::map<std::u16string, Answers>& answersByHref) {
         const auto answers = answersByHref.find(record.getHref());
-        const std::string field = "entities[\"" + utf8(name) + "\"]";
+        const std::string field = "entities[\"" + toUtf8(name) + "\"]";
         if (answers == answersByHref.end())
-            fault(files.lookup, field,
-                  "The href \"" + utf8(record.getHref()) + "\" is no page of the reference file.");
+            fault(
+                files.lookup, field,
+                "The href \"" + toUtf8(record.getHref()) + "\" is no page of the reference file.");
         else if (!answers->second.names.contains(name) &&
                  !isFurtherName(name, record, answers->second))
             fault(files.lookup, field,
-                  "The items under \"" + utf8(record.getHref()) +
+                  "The items under \"" + toUtf8(record.getHref()) +
                       "\" have neither an entity nor a class property of this name, nor one of "
                       "this kind that it could be a further name of.");
     }

@@ -6,7 +6,7 @@
 namespace reference::property {
 namespace {
 
-constexpr detail::EnumNames<DeprecationStatus::Value, 3> names({
+constexpr detail::EnumNames<DeprecationStatus::Value, 3> deprecationStatusNames({
     "current",
     "deprecated",
     "removed",
@@ -15,15 +15,16 @@ constexpr detail::EnumNames<DeprecationStatus::Value, 3> names({
 }  // namespace
 
 std::string DeprecationStatus::enumToString(Value value) {
-    return names.toString(value);
+    return deprecationStatusNames.toString(value);
 }
 
 std::optional<DeprecationStatus::Value> DeprecationStatus::fromString(std::string_view text) {
-    return names.fromString(text);
+    return deprecationStatusNames.fromString(text);
 }
 
 const std::vector<DeprecationStatus::Value>& DeprecationStatus::namedValues() {
-    static const foundation::core::NeverDestroyed<std::vector<Value>> all(names.values());
+    static const foundation::core::NeverDestroyed<std::vector<Value>> all(
+        deprecationStatusNames.values());
     return *all;
 }
 

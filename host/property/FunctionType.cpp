@@ -6,7 +6,7 @@
 namespace reference::property {
 namespace {
 
-constexpr detail::EnumNames<FunctionType::Value, 10> names({
+constexpr detail::EnumNames<FunctionType::Value, 10> functionTypeNames({
     "function",
     "method",
     "static-method",
@@ -22,15 +22,16 @@ constexpr detail::EnumNames<FunctionType::Value, 10> names({
 }  // namespace
 
 std::string FunctionType::enumToString(Value value) {
-    return names.toString(value);
+    return functionTypeNames.toString(value);
 }
 
 std::optional<FunctionType::Value> FunctionType::fromString(std::string_view text) {
-    return names.fromString(text);
+    return functionTypeNames.fromString(text);
 }
 
 const std::vector<FunctionType::Value>& FunctionType::namedValues() {
-    static const foundation::core::NeverDestroyed<std::vector<Value>> all(names.values());
+    static const foundation::core::NeverDestroyed<std::vector<Value>> all(
+        functionTypeNames.values());
     return *all;
 }
 

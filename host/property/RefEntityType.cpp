@@ -6,7 +6,7 @@
 namespace reference::property {
 namespace {
 
-constexpr detail::EnumNames<RefEntityType::Value, 28> names({
+constexpr detail::EnumNames<RefEntityType::Value, 28> entityTypeNames({
     "function",  "class",       "package",    "method",   "property", "event",    "enumeration",
     "interface", "constructor", "destructor", "constant", "operator", "variable", "keyword",
     "command",   "app",         "block",      "option",   "setting",  "topic",    "example",
@@ -16,15 +16,15 @@ constexpr detail::EnumNames<RefEntityType::Value, 28> names({
 }  // namespace
 
 std::string RefEntityType::enumToString(Value value) {
-    return names.toString(value);
+    return entityTypeNames.toString(value);
 }
 
 std::optional<RefEntityType::Value> RefEntityType::fromString(std::string_view text) {
-    return names.fromString(text);
+    return entityTypeNames.fromString(text);
 }
 
 const std::vector<RefEntityType::Value>& RefEntityType::namedValues() {
-    static const foundation::core::NeverDestroyed<std::vector<Value>> all(names.values());
+    static const foundation::core::NeverDestroyed<std::vector<Value>> all(entityTypeNames.values());
     return *all;
 }
 

@@ -11,11 +11,12 @@ namespace {
 
 constexpr std::string_view whiteSpace = " \t\r\n";
 
-std::string_view trimmed(std::string_view text, std::string_view around) {
-    const auto begin = text.find_first_not_of(around);
+// The text without those characters at either end.
+std::string_view without(std::string_view characters, std::string_view text) {
+    const auto begin = text.find_first_not_of(characters);
     if (begin == std::string_view::npos)
         return {};
-    return text.substr(begin, text.find_last_not_of(around) - begin + 1);
+    return text.substr(begin, text.find_last_not_of(characters) - begin + 1);
 }
 
 }  // namespace
@@ -29,18 +30,18 @@ std::u16string fromCommandLine(const std::string& text) {
 }
 
 std::string trimmed(const std::string& text) {
-    return std::string(trimmed(text, whiteSpace));
+    return std::string(without(whiteSpace, text));
 }
 
 std::string nameInPastedCode(const std::string& text) {
-    std::string_view name = trimmed(text, whiteSpace);
+    std::string_view name = without(whiteSpace, text);
     for (const std::string_view prompt : {">>>", "..."})
         if (name.starts_with(prompt))
-            name = trimmed(name.substr(prompt.size()), whiteSpace);
+            name = without(whiteSpace, name.substr(prompt.size()));
     name = name.substr(0, name.find('('));
     if (const auto assignment = name.rfind('='); assignment != std::string_view::npos)
         name = name.substr(assignment + 1);
-    name = trimmed(name, " \t\r\n.,;:\"'`)");
+    name = without(" \t\r\n.,;:\"'`)", name);
     // What is left of it: "return f", "new Table", "x + f". Words without any code are words.
     const bool isCode = text.find_first_of("(=") != std::string::npos;
     if (const auto space = name.find_last_of(whiteSpace); isCode && space != std::string_view::npos)

@@ -143,4 +143,8 @@ std::string printable(const std::string& text) {
     return withoutControls(wellFormed(text));
 }
 
+std::string shown(const std::u16string& text) {
+    return withoutControls(fl::i18n::toUtf8(text));
+}
+
 }  // namespace reference::tools

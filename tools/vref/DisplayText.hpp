@@ -36,4 +36,7 @@ namespace reference::tools {
 // Any bytes, ready to be shown in a message: well-formed and without control characters.
 [[nodiscard]] std::string printable(const std::string& text);
 
+// A text of the documentation in UTF-8, without such characters.
+[[nodiscard]] std::string shown(const std::u16string& text);
+
 }  // namespace reference::tools

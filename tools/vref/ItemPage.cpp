@@ -7,7 +7,6 @@
 #include <string_view>
 #include <vector>
 
-#include "fl/i18n/utf.hpp"
 #include "property/DeprecationStatus.hpp"
 #include "property/RefEntityType.hpp"
 #include "vref/DisplayText.hpp"
@@ -24,10 +23,6 @@ using property::RefItem;
 constexpr std::size_t widestProse = 100;
 constexpr std::size_t narrowestProse = 20;
 constexpr std::size_t indentStep = 4;
-
-std::string shown(const std::u16string& text) {
-    return withoutControls(fl::i18n::toUtf8(text));
-}
 
 // The name of a property and what is known of its type and value, as they stand in lists.
 std::string headOf(const std::string& name, const std::vector<std::u16string>& values) {

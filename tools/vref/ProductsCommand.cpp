@@ -23,7 +23,7 @@ namespace {
 namespace json = boost::json;
 using cache_manager::ReferenceCacheManager;
 
-struct Row {
+struct ProductRow {
     std::string product;
     std::string displayName;
     std::string version;
@@ -33,10 +33,10 @@ struct Row {
     std::size_t pages = 0;
 };
 
-Row toRow(const docparser::ListedProduct& product) {
-    Row row{.product = fl::i18n::toUtf8(product.shortName),
-            .state = product.installed ? "installed" : "not installed",
-            .locale = product.locale};
+ProductRow toProductRow(const docparser::ListedProduct& product) {
+    ProductRow row{.product = fl::i18n::toUtf8(product.shortName),
+                   .state = product.installed ? "installed" : "not installed",
+                   .locale = product.locale};
     const auto lookups = product.installed ? ReferenceCacheManager::GetLookupCache()
                                            : ReferenceCacheManager::GetUninstalledLookupCache();
     const auto found = lookups->find(product.shortName);
@@ -51,9 +51,9 @@ Row toRow(const docparser::ListedProduct& product) {
     return row;
 }
 
-void writeJson(std::ostream& out, const std::vector<Row>& rows) {
+void writeJson(std::ostream& out, const std::vector<ProductRow>& rows) {
     json::array array;
-    for (const Row& row : rows)
+    for (const ProductRow& row : rows)
         array.push_back(json::object{{"product", row.product},
                                      {"displayName", row.displayName},
                                      {"version", row.version},
@@ -65,7 +65,7 @@ void writeJson(std::ostream& out, const std::vector<Row>& rows) {
     out << '\n';
 }
 
-void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<Row>& rows) {
+void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<ProductRow>& rows) {
     using enum Table::Align;
     Table table({{"PRODUCT", Left},
                  {"VERSION", Left},
@@ -74,7 +74,7 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<R
                  {"ENTITIES", Right},
                  {"PAGES", Right},
                  {"NAME", Left}});
-    for (const Row& row : rows)
+    for (const ProductRow& row : rows)
         table.add({{row.product, Style::Name},
                    {row.version},
                    {row.locale},
@@ -90,8 +90,8 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<R
 ExitStatus products(const ProductsOptions& options) {
     const Documentation documentation(options.documentation);
     ReferenceCacheManager::PopulateLookupCaches();
-    std::vector<Row> rows;
-    std::ranges::transform(documentation.products(), std::back_inserter(rows), toRow);
+    std::vector<ProductRow> rows;
+    std::ranges::transform(documentation.products(), std::back_inserter(rows), toProductRow);
     if (options.json)
         writeJson(std::cout, rows);
     else

@@ -23,7 +23,7 @@ constexpr std::string_view memberOrder[] = {
     "syntaxGroups", "inputs",     "inputGroups",  "outputs",     "classPropertyGroups", "seeAlso",
     "examples",     "parameters", "replacements", "appThumbnail"};
 
-json::object toJson(const api::ReferenceData& result) {
+json::object resultToJson(const api::ReferenceData& result) {
     const auto& header = result.getHeaderInfo();
     const auto& item = result.getRefItem();
     json::object element{{"product", fl::i18n::toUtf8(header.getShortName())},
@@ -43,7 +43,7 @@ json::array toJson(std::span<const api::ReferenceData> results,
     json::array array;
     array.reserve(results.size());
     for (std::size_t at = 0; at < results.size(); ++at) {
-        json::object element = toJson(results[at]);
+        json::object element = resultToJson(results[at]);
         if (!notes.empty())
             element.emplace("note", notes[at]);
         array.push_back(std::move(element));

@@ -5,7 +5,6 @@
 #include <ostream>
 #include <vector>
 
-#include "fl/i18n/utf.hpp"
 #include "property/DeprecationStatus.hpp"
 #include "property/RefEntityType.hpp"
 #include "vref/DisplayText.hpp"
@@ -28,10 +27,6 @@ struct Row {
     std::string href;
     std::string replacements;  // names, for what is deprecated
 };
-
-std::string shown(const std::u16string& text) {
-    return withoutControls(fl::i18n::toUtf8(text));
-}
 
 std::string statusText(DeprecationStatus::Value status) {
     return status == DeprecationStatus::Current

@@ -80,7 +80,7 @@ std::size_t residentMemory() {
     return resident * static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
 }
 
-struct Row {
+struct LoadedProduct {
     std::string product;
     bool installed = false;
     std::size_t entities = 0;
@@ -89,7 +89,7 @@ struct Row {
 };
 
 struct Loaded {
-    std::vector<Row> rows;
+    std::vector<LoadedProduct> rows;
     std::size_t installed = 0;
     std::size_t entities = 0;
     std::size_t pages = 0;
@@ -105,9 +105,9 @@ Loaded whatIsLoaded(std::size_t memoryBefore) {
         const auto lookups = installed ? ReferenceCacheManager::GetLookupCache()
                                        : ReferenceCacheManager::GetUninstalledLookupCache();
         for (const auto& [name, lookup] : *lookups) {
-            Row row{.product = fl::i18n::toUtf8(name),
-                    .installed = installed,
-                    .entities = countEntities(lookup)};
+            LoadedProduct row{.product = fl::i18n::toUtf8(name),
+                              .installed = installed,
+                              .entities = countEntities(lookup)};
             if (const auto resource = resources->find(name); resource != resources->end())
                 row.pages = countPages(*resource->second);
             loaded.installed += installed ? 1 : 0;

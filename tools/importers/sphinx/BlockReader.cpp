@@ -93,12 +93,6 @@ bool isLinksInBrackets(Node paragraph) {
     });
 }
 
-std::string withoutColon(std::string text) {
-    while (text.ends_with(':') || text.ends_with(' '))
-        text.pop_back();
-    return text;
-}
-
 // The text with every line set in, the first one if `setsFirst`. Empty lines are set in, too: an
 // empty line would end the block.
 std::string setIn(std::string text, std::size_t width, bool setsFirst) {

@@ -39,12 +39,6 @@ bool isSeeAlsoHeading(std::string_view heading) {
     return fieldRoleOf(heading) == FieldRole::SeeAlso;
 }
 
-std::string withoutColon(std::string text) {
-    while (text.ends_with(':') || text.ends_with(' '))
-        text.pop_back();
-    return text;
-}
-
 // A paragraph of nothing but links says where to go, not what the object is.
 bool isLinksOnly(Node paragraph) {
     return paragraph && std::ranges::all_of(contentOf(paragraph), [](Node node) {

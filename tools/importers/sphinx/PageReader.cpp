@@ -18,7 +18,7 @@
 namespace reference::importers::sphinx {
 namespace {
 
-bool isHeading(Node node) {
+bool isHtmlHeading(Node node) {
     return node.hasTag({"h1", "h2", "h3", "h4", "h5", "h6"});
 }
 
@@ -149,7 +149,7 @@ std::vector<Node> moduleIntroduction(Node target, DescriptionFacts& facts) {
     const bool isWhole = isSection(target);
     const Node section = isWhole ? target : target.parent();
     for (Node node = section.firstElement(); node && facts.title.empty(); node = node.nextElement())
-        if (isHeading(node))
+        if (isHtmlHeading(node))
             facts.title = inlineText(node);
     std::vector<Node> nodes;
     bool follows = isWhole;
@@ -158,7 +158,7 @@ std::vector<Node> moduleIntroduction(Node target, DescriptionFacts& facts) {
             follows = true;
             continue;
         }
-        if (!follows || isHeading(node))
+        if (!follows || isHtmlHeading(node))
             continue;
         if (isSection(node) || isObjectDescription(node) || isModuleTarget(node))
             break;

@@ -51,10 +51,6 @@ bool isUpper(char c) {
 bool isLower(char c) {
     return c >= 'a' && c <= 'z';
 }
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 template <std::size_t Count>
 bool contains(const std::array<std::string_view, Count>& sorted, std::string_view word) {
     return std::ranges::binary_search(sorted, word);

@@ -167,6 +167,12 @@ std::string withLead(std::string lead, std::string_view text) {
     return std::move(lead) + (isSetApart ? "\n" : " ") + std::string(text);
 }
 
+std::string withoutColon(std::string text) {
+    while (text.ends_with(':') || text.ends_with(' '))
+        text.pop_back();
+    return text;
+}
+
 std::string joined(const std::vector<std::string>& parts, std::string_view separator) {
     std::string result;
     for (const std::string& part : parts) {

@@ -43,6 +43,14 @@ namespace reference::importers::sphinx {
 // where it begins with a list, a table or code.
 [[nodiscard]] std::string withLead(std::string lead, std::string_view text);
 
+// The text of a label without the colon, and the spaces around it, that it ends with.
+[[nodiscard]] std::string withoutColon(std::string text);
+
+// Whether `c` is an ASCII digit.
+[[nodiscard]] constexpr bool isDigit(char c) noexcept {
+    return c >= '0' && c <= '9';
+}
+
 // `parts` with `separator` between each two.
 [[nodiscard]] std::string joined(const std::vector<std::string>& parts, std::string_view separator);
 

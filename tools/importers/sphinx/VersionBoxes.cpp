@@ -112,10 +112,6 @@ std::vector<std::string> wordsOf(std::string_view text) {
     return words;
 }
 
-bool isDigit(char c) {
-    return c >= '0' && c <= '9';
-}
-
 // The first stretch that begins with a digit; scripts without spaces may follow it at once.
 std::string versionIn(std::string_view text) {
     const auto isVersionCharacter = [](char c) {
