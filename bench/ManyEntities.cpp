@@ -13,7 +13,6 @@ namespace reference::bench {
 namespace {
 
 using namespace property;
-using tests::ItemFields;
 using tests::ProductBuilder;
 
 std::u16string digits(std::size_t number) {

@@ -4,7 +4,8 @@ function(veltra_target target)
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
         POSITION_INDEPENDENT_CODE ON
-        CXX_EXTENSIONS OFF)
+        CXX_EXTENSIONS OFF
+        UNITY_BUILD_CODE_BEFORE_INCLUDE "// NOLINTNEXTLINE(bugprone-suspicious-include)")
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_options(${target} PRIVATE
         # Logs name a source file from the top of the tree, wherever that was built.

@@ -16,7 +16,6 @@ namespace {
 
 using settings::core::Settings;
 using settings::core::SettingsException;
-using settings::core::SettingsValue;
 using settings::in_veltra::getSettingsRoot;
 using testing::HasSubstr;
 using testing::ThrowsMessage;

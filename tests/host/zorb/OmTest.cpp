@@ -18,7 +18,6 @@ using reference::property::HeaderInfo;
 using reference::property::RefEntityType;
 using reference::property::SeeAlso;
 using reference::tests::construct;
-using reference::tests::LiveCounts;
 using reference::tests::members;
 using reference::tests::nativeOf;
 using reference::tests::outcomeOf;

@@ -14,7 +14,6 @@ namespace {
 
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
-using api::ReferenceData;
 using api::ReferenceDataRetriever;
 using api::ReferenceRequest;
 using namespace property;

@@ -13,7 +13,6 @@ namespace reference::tests {
 namespace {
 
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 
 class ImportCommandTest : public ::testing::Test {
   protected:

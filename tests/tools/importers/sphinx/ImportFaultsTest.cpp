@@ -14,7 +14,6 @@ using testing::AllOf;
 using testing::ElementsAre;
 using testing::Field;
 using testing::HasSubstr;
-using testing::IsEmpty;
 using testing::ThrowsMessage;
 using tests::BuiltTree;
 using tests::described;

@@ -12,7 +12,6 @@ namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
-using testing::Property;
 using testing::ThrowsMessage;
 using tests::inventoryFile;
 

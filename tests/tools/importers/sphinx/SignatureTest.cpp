@@ -9,7 +9,6 @@
 namespace reference::importers::sphinx {
 namespace {
 
-using testing::Contains;
 using testing::ElementsAre;
 
 SignatureFacts read(const std::string& content, const std::string& classes = "py function") {
