@@ -10,13 +10,13 @@
 namespace reference::importers::sphinx {
 namespace {
 
-bool isHeading(Node node) {
+bool startsSection(Node node) {
     return node.hasTag({"h1", "h2", "h3", "h4", "h5", "h6"}) ||
            (node.tag() == "p" && node.hasClass("rubric"));
 }
 
 bool endsProse(Node node) {
-    return isObjectDescription(node) || isHeading(node) || node.tag() == "section" ||
+    return isObjectDescription(node) || startsSection(node) || node.tag() == "section" ||
            node.hasClass("section") ||
            node.attribute("id").value_or(std::string_view()).starts_with("module-");
 }
@@ -55,7 +55,7 @@ bool introducesNext(Node paragraph) {
 // Whether the place that holds the description sets prose before what it describes.
 bool setsProseFirst(Node description) {
     Node first = description.parent().firstChild();
-    while (first && (isHeading(first) || (!endsProse(first) && !showsSomething(first))))
+    while (first && (startsSection(first) || (!endsProse(first) && !showsSomething(first))))
         first = first.nextSibling();
     if (endsProse(first))
         return false;
