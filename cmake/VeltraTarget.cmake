@@ -10,8 +10,10 @@ function(veltra_target target)
     target_compile_options(${target} PRIVATE
         # Logs name a source file from the top of the tree, wherever that was built.
         "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
-        -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wnon-virtual-dtor
-        -Woverloaded-virtual -Wcast-qual -Wold-style-cast -Wimplicit-fallthrough -Wundef
+        # Where all sources of a library are compiled as one, a name may shadow another source's.
+        -Wall -Wextra -Wpedantic $<$<NOT:$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wshadow> -Wconversion
+        -Wsign-conversion -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-qual -Wold-style-cast
+        -Wimplicit-fallthrough -Wundef
         # A designated initialiser that leaves members at their defaults does so on purpose.
         -Wno-missing-field-initializers
         # At -O3 GCC 12 sees overlapping copies where texts are put together (its bug 105651), and

@@ -246,12 +246,12 @@ constexpr std::array symbols = std::to_array<MathSymbol>({
     {"}", "}", MathSpacing::None},
 });
 
-struct Form {
+struct WrittenForm {
     std::string_view text;
     std::string_view form;
 };
 
-constexpr std::array superscripts = std::to_array<Form>({
+constexpr std::array superscripts = std::to_array<WrittenForm>({
     {"0", "⁰"}, {"1", "¹"}, {"2", "²"}, {"3", "³"}, {"4", "⁴"}, {"5", "⁵"}, {"6", "⁶"}, {"7", "⁷"},
     {"8", "⁸"}, {"9", "⁹"}, {"+", "⁺"}, {"-", "⁻"}, {"=", "⁼"}, {"(", "⁽"}, {")", "⁾"}, {"a", "ᵃ"},
     {"b", "ᵇ"}, {"c", "ᶜ"}, {"d", "ᵈ"}, {"e", "ᵉ"}, {"f", "ᶠ"}, {"g", "ᵍ"}, {"h", "ʰ"}, {"i", "ⁱ"},
@@ -263,7 +263,7 @@ constexpr std::array superscripts = std::to_array<Form>({
     {"χ", "ᵡ"}, {"′", "′"}, {"∘", "°"}, {"°", "°"},
 });
 
-constexpr std::array subscripts = std::to_array<Form>({
+constexpr std::array subscripts = std::to_array<WrittenForm>({
     {"0", "₀"}, {"1", "₁"}, {"2", "₂"}, {"3", "₃"}, {"4", "₄"}, {"5", "₅"}, {"6", "₆"}, {"7", "₇"},
     {"8", "₈"}, {"9", "₉"}, {"+", "₊"}, {"-", "₋"}, {"=", "₌"}, {"(", "₍"}, {")", "₎"}, {"a", "ₐ"},
     {"e", "ₑ"}, {"h", "ₕ"}, {"i", "ᵢ"}, {"j", "ⱼ"}, {"k", "ₖ"}, {"l", "ₗ"}, {"m", "ₘ"}, {"n", "ₙ"},
@@ -271,7 +271,7 @@ constexpr std::array subscripts = std::to_array<Form>({
     {"β", "ᵦ"}, {"γ", "ᵧ"}, {"ρ", "ᵨ"}, {"φ", "ᵩ"}, {"χ", "ᵪ"},
 });
 
-constexpr std::array doubleStruckLetters = std::to_array<Form>({
+constexpr std::array doubleStruckLetters = std::to_array<WrittenForm>({
     {"A", "𝔸"},
     {"B", "𝔹"},
     {"C", "ℂ"},
@@ -288,7 +288,7 @@ constexpr std::array doubleStruckLetters = std::to_array<Form>({
     {"1", "𝟙"},
 });
 
-constexpr std::array accents = std::to_array<Form>({
+constexpr std::array accents = std::to_array<WrittenForm>({
     {"hat", "\u0302"},
     {"widehat", "\u0302"},
     {"tilde", "\u0303"},
@@ -306,12 +306,12 @@ constexpr std::array accents = std::to_array<Form>({
     {"underline", "\u0332"},
 });
 
-std::string_view formOf(std::span<const Form> forms, std::string_view text) {
-    const auto found = std::ranges::find(forms, text, &Form::text);
+std::string_view formOf(std::span<const WrittenForm> forms, std::string_view text) {
+    const auto found = std::ranges::find(forms, text, &WrittenForm::text);
     return found != forms.end() ? found->form : std::string_view();
 }
 
-std::optional<std::string> inForm(std::span<const Form> forms, std::string_view text) {
+std::optional<std::string> inForm(std::span<const WrittenForm> forms, std::string_view text) {
     std::string result;
     while (!text.empty()) {
         const std::string_view character = firstCharacter(text);

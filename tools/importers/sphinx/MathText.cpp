@@ -39,7 +39,7 @@ bool isWordCharacter(char c) {
 }
 
 template <std::size_t Count>
-bool isOneOf(std::string_view word, const std::array<std::string_view, Count>& words) {
+bool isAmong(std::string_view word, const std::array<std::string_view, Count>& words) {
     return std::ranges::find(words, word) != words.end();
 }
 
@@ -219,16 +219,16 @@ class MathReader {
             addScript(part, script, name != "underset");
         } else if (name == "mathbb") {
             readDoubleStruck(part);
-        } else if (isOneOf(name, fonts)) {
+        } else if (isAmong(name, fonts)) {
             const Part argument = readArgument();
             append(part, argument.text, argument.atoms, argument.endsWord);
         } else if (name == "operatorname") {
             if (m_rest.starts_with('*'))
                 m_rest.remove_prefix(1);
             appendWord(part, trimmed(readArgument().text));
-        } else if (isOneOf(name, texts)) {
+        } else if (isAmong(name, texts)) {
             append(part, readRaw(), 1, false);
-        } else if (isOneOf(name, sizes)) {
+        } else if (isAmong(name, sizes)) {
             skipSpaces();
             if (m_rest.starts_with('.'))
                 m_rest.remove_prefix(1);  // a bracket that is not shown

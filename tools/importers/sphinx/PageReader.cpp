@@ -206,7 +206,7 @@ Node sectionOf(Node mark) {
     }
     if (!following || isSection(following))
         return following;
-    return isHeading(following) && isSection(mark.parent()) ? mark.parent() : Node();
+    return isHtmlHeading(following) && isSection(mark.parent()) ? mark.parent() : Node();
 }
 
 // Some projects begin a setting's section with its default value. What the setting is for comes
@@ -239,7 +239,7 @@ DescriptionFacts readSection(Node section, const std::vector<std::size_t>& objec
     std::vector<Node> nodes;
     bool isBelowHeading = false;
     for (const Node node : section) {
-        if (isHeading(node) && !isBelowHeading) {
+        if (isHtmlHeading(node) && !isBelowHeading) {
             isBelowHeading = true;
             facts.title = inlineText(node);
         } else if (isBelowHeading && holdsOther(node)) {
