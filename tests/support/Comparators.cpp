@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <utility>
 
@@ -19,18 +21,90 @@
 #include "reference/api/comparator/PreferredOrderComparator.hpp"
 #include "reference/api/comparator/ProductMatchComparator.hpp"
 #include "support/HostValues.hpp"
+#include "support/LookupModel.hpp"
 
 namespace reference::tests {
 namespace {
 
 using namespace api::comparator;
 using api::EntityCaseSensitivity;
+using api::ReferenceData;
 using api::RefRequestComparator;
+using property::RefEntity;
 using property::RefEntityType;
 using Fields = ComparatorFields;
+using Rank = std::vector<std::int64_t>;
+using Text = std::u16string;
 
 const std::string package = "veltra.internal.reference.api.comparator";
 const std::string compoundName = "CompoundReferenceComparator";
+
+// 0 goes before 1.
+std::int64_t unless(bool isMatch) {
+    return isMatch ? 0 : 1;
+}
+
+bool hasEntity(const ReferenceData& result, const std::function<bool(const RefEntity&)>& matches) {
+    return std::ranges::any_of(result.getRefItem().getRefEntities(), matches);
+}
+
+// Results without entities rank after all that have some.
+std::int64_t smallest(const ReferenceData& result,
+                      const std::function<std::int64_t(const RefEntity&)>& key) {
+    std::int64_t found = std::numeric_limits<std::int64_t>::max();
+    for (const auto& entity : result.getRefItem().getRefEntities())
+        found = std::min(found, key(entity));
+    return found;
+}
+
+std::int64_t asSigned(std::uint32_t number) {
+    return number < 0x80000000U ? std::int64_t{number} : std::int64_t{number} - 0x100000000;
+}
+
+Text folded(const Text& text, const Fields& fields) {
+    return fields.caseSensitivity == 0 ? text : modelLowerCase(text);
+}
+
+bool isNamed(const RefEntity& entity, const Fields& fields) {
+    return folded(entity.getName(), fields) == folded(fields.entityName, fields);
+}
+
+bool isOfType(const RefEntity& entity, const Fields& fields) {
+    return entity.getRefEntityType() == fields.refEntityType;
+}
+
+bool isPage(const Fields& fields, const ReferenceData& result) {
+    const Text& href = result.getRefItem().getHref();
+    Text file = href.substr(href.find_last_of(u'/') + 1);
+    const bool isAscii = std::ranges::none_of(file, [](char16_t unit) { return unit > 127; });
+    if (fields.caseSensitivity != 0 && isAscii)
+        file = modelLowerCase(file).substr(0, 1024);
+    return file == folded(fields.pageName, fields) + u".html";
+}
+
+Rank typeRank(const Fields& /*fields*/, const ReferenceData& r) {
+    return {smallest(r, [](const RefEntity& e) { return asSigned(e.getRefEntityType()); })};
+}
+Rank functionTypeRank(const Fields& /*fields*/, const ReferenceData& r) {
+    return {smallest(r, [](const RefEntity& e) { return asSigned(e.getFunctionType()); })};
+}
+Rank statusRank(const Fields& /*fields*/, const ReferenceData& r) {
+    return {asSigned(r.getRefItem().getDeprecationStatus())};
+}
+
+Rank preferredRank(const Fields& fields, const ReferenceData& r) {
+    const Text& folder = r.getHeaderInfo().getHelpFolder();
+    return {statusRank(fields, r)[0], unless(folder == u"veltra"), unless(folder == u"pendrake"),
+            typeRank(fields, r)[0], functionTypeRank(fields, r)[0]};
+}
+
+Rank compoundRank(const Fields& fields, const ReferenceData& r) {
+    Rank rank;
+    for (const auto& one : fields.comparators)
+        for (const auto number : modelRank(one, r))
+            rank.push_back(number);
+    return rank;
+}
 
 template <typename Comparator>
 RefRequestComparator stateless(const Fields& /*fields*/) {
@@ -44,34 +118,67 @@ RefRequestComparator compound(const Fields& fields) {
     return CompoundReferenceComparator(std::move(chain));
 }
 
-// By what is left when each class's constructor is called by hand: independent of the library's own
-// list, so that a class that stands there under another's name is found.
-using Make = std::function<RefRequestComparator(const Fields&)>;
-const std::map<std::string, Make>& makers() {
-    static const std::map<std::string, Make> all = {
-        {compoundName, compound},
-        {"DeprecatedOrderComparator", stateless<DeprecatedOrderComparator>},
-        {"EntityDepthOrderComparator", stateless<EntityDepthOrderComparator>},
+// What the tests know of a class: how its constructor is called, and by what it ranks results.
+// Independent of the library's own list, so that a class that stands there under another's name is
+// found, and of its rules.
+struct Known {
+    std::function<RefRequestComparator(const Fields&)> make;
+    std::function<Rank(const Fields&, const ReferenceData&)> rank;
+};
+const std::map<std::string, Known>& knownClasses() {
+    static const std::map<std::string, Known> all = {
+        {compoundName, {compound, compoundRank}},
+        {"DeprecatedOrderComparator", {stateless<DeprecatedOrderComparator>, statusRank}},
+        {"EntityDepthOrderComparator",
+         {stateless<EntityDepthOrderComparator>,
+          [](const Fields&, const ReferenceData& r) -> Rank {
+              return {smallest(
+                  r, [](const RefEntity& e) { return std::ranges::count(e.getName(), u'.'); })};
+          }}},
         {"EntityMatchComparator",
-         [](const Fields& f) {
-             return EntityMatchComparator(f.entityName, f.refEntityType, f.caseSensitivity);
-         }},
+         {[](const Fields& f) {
+              return EntityMatchComparator(f.entityName, f.refEntityType, f.caseSensitivity);
+          },
+          [](const Fields& f, const ReferenceData& r) -> Rank {
+              return {unless(hasEntity(
+                  r, [&](const RefEntity& e) { return isOfType(e, f) && isNamed(e, f); }))};
+          }}},
         {"EntityNameMatchComparator",
-         [](const Fields& f) {
-             return EntityNameMatchComparator(f.entityName, f.caseSensitivity);
-         }},
+         {[](const Fields& f) {
+              return EntityNameMatchComparator(f.entityName, f.caseSensitivity);
+          },
+          [](const Fields& f, const ReferenceData& r) -> Rank {
+              return {unless(hasEntity(r, [&](const RefEntity& e) { return isNamed(e, f); }))};
+          }}},
         {"EntityTypeMatchComparator",
-         [](const Fields& f) { return EntityTypeMatchComparator(f.refEntityType); }},
-        {"EntityTypeOrderComparator", stateless<EntityTypeOrderComparator>},
-        {"FunctionTypeOrderComparator", stateless<FunctionTypeOrderComparator>},
-        {"IndexOrderComparator", stateless<IndexOrderComparator>},
+         {[](const Fields& f) { return EntityTypeMatchComparator(f.refEntityType); },
+          [](const Fields& f, const ReferenceData& r) -> Rank {
+              return {unless(hasEntity(r, [&](const RefEntity& e) { return isOfType(e, f); }))};
+          }}},
+        {"EntityTypeOrderComparator", {stateless<EntityTypeOrderComparator>, typeRank}},
+        {"FunctionTypeOrderComparator", {stateless<FunctionTypeOrderComparator>, functionTypeRank}},
+        {"IndexOrderComparator",
+         {stateless<IndexOrderComparator>,
+          [](const Fields&, const ReferenceData&) -> Rank { return {0}; }}},
         {"PageNameMatchComparator",
-         [](const Fields& f) { return PageNameMatchComparator(f.pageName, f.caseSensitivity); }},
-        {"PreferredOrderComparator", stateless<PreferredOrderComparator>},
+         {[](const Fields& f) { return PageNameMatchComparator(f.pageName, f.caseSensitivity); },
+          [](const Fields& f, const ReferenceData& r) -> Rank { return {unless(isPage(f, r))}; }}},
+        {"PreferredOrderComparator", {stateless<PreferredOrderComparator>, preferredRank}},
         {"ProductMatchComparator",
-         [](const Fields& f) { return ProductMatchComparator(f.productName); }},
+         {[](const Fields& f) { return ProductMatchComparator(f.productName); },
+          [](const Fields& f, const ReferenceData& r) -> Rank {
+              return {unless(r.getHeaderInfo().getHelpFolder() == f.productName)};
+          }}},
     };
     return all;
+}
+
+const Known& knownClass(const std::string& className) {
+    const auto found = knownClasses().find(className);
+    if (found == knownClasses().end())
+        throw std::logic_error("tests/support/Comparators.cpp does not know the class " +
+                               className);
+    return found->second;
 }
 
 vqArrayPtr valueOf(const std::string& property, const Fields& fields) {
@@ -95,14 +202,18 @@ vqArrayPtr valueOf(const std::string& property, const Fields& fields) {
 }
 
 ComparatorPair makePair(const std::string& className, const Fields& fields) {
-    return {className, makeAsAScript(className, fields), makeNatively(className, fields)};
+    return {className, makeAsAScript(className, fields), makeNatively(className, fields),
+            std::make_shared<const Fields>(fields)};
 }
 
 Fields fieldsAtRandom(Generator& generator) {
-    return {.entityName = generator.name(),
+    // Half of the names and types are such that results often have them.
+    return {.entityName = generator.chance(50)
+                              ? generator.pick<std::u16string>({u"a", u"A", u"Fit", u""})
+                              : generator.name(),
             .pageName = generator.pick<std::u16string>({u"a", u"Fit", u""}),
             .productName = generator.pick(productNames),
-            .refEntityType = generator.type(),
+            .refEntityType = generator.chance(50) ? RefEntityType::Function : generator.type(),
             .caseSensitivity = static_cast<EntityCaseSensitivity::Value>(generator.below(3)),
             .comparators = {}};
 }
@@ -118,11 +229,11 @@ std::vector<std::string> comparatorClassNames() {
 }
 
 RefRequestComparator makeNatively(const std::string& className, const Fields& fields) {
-    const auto found = makers().find(className);
-    if (found == makers().end())
-        throw std::logic_error("tests/support/Comparators.cpp does not know how a " + className +
-                               " is made natively");
-    return found->second(fields);
+    return knownClass(className).make(fields);
+}
+
+Rank modelRank(const ComparatorPair& comparator, const ReferenceData& result) {
+    return knownClass(comparator.className).rank(*comparator.fields, result);
 }
 
 vqArrayPtr makeAsAScript(const std::string& className, const Fields& fields) {

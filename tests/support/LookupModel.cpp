@@ -32,14 +32,6 @@ bool isWellFormed(const Text& text) {
     return true;
 }
 
-Text lower(const Text& text) {
-    if (!isWellFormed(text))
-        return text;
-    icu::UnicodeString unicode(text.data(), static_cast<std::int32_t>(text.size()));
-    unicode.toLower(icu::Locale::getRoot());
-    return {unicode.getBuffer(), static_cast<std::size_t>(unicode.length())};
-}
-
 bool isPart(const Text& part, const Text& text) {
     return text.find(part) != Text::npos;
 }
@@ -72,7 +64,9 @@ class Model {
     [[nodiscard]] bool sensitive() const { return m_request.getEntityCaseSensitivity() == 0; }
     [[nodiscard]] bool exact() const { return m_request.getEntityPrecision() == 0; }
     [[nodiscard]] bool everything() const { return m_request.isAllTextMatch(); }
-    [[nodiscard]] Text fold(const Text& text) const { return sensitive() ? text : lower(text); }
+    [[nodiscard]] Text fold(const Text& text) const {
+        return sensitive() ? text : modelLowerCase(text);
+    }
 
     [[nodiscard]] bool isWanted(const Text& product) const {
         const auto& wanted = m_request.getProducts();
@@ -259,6 +253,14 @@ class Model {
 };
 
 }  // namespace
+
+std::u16string modelLowerCase(const std::u16string& text) {
+    if (!isWellFormed(text))
+        return text;
+    icu::UnicodeString unicode(text.data(), static_cast<std::int32_t>(text.size()));
+    unicode.toLower(icu::Locale::getRoot());
+    return {unicode.getBuffer(), static_cast<std::size_t>(unicode.length())};
+}
 
 Answer modelAnswer(Search search, const api::ReferenceRequest& request,
                    const std::vector<docset::ProductDocumentation>& products) {

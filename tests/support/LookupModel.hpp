@@ -22,4 +22,7 @@ enum class Search { Entity, Class, Purpose, AllText, Page };
     Search search, const api::ReferenceRequest& request,
     const std::vector<docset::ProductDocumentation>& products);
 
+// The root locale's full lower case of a text, and of one that is not well-formed the text itself.
+[[nodiscard]] std::u16string modelLowerCase(const std::u16string& text);
+
 }  // namespace reference::tests

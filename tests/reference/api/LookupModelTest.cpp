@@ -1,6 +1,8 @@
 // The retrievers against the plain model of the lookup, over documentation and requests at random.
 
+#include <algorithm>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -15,6 +17,7 @@
 #include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "support/Comparators.hpp"
 #include "support/Generator.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/LookupModel.hpp"
@@ -44,6 +47,24 @@ std::vector<ReferenceData> retrieveBy(Search search, const ReferenceRequest& req
             break;
     }
     return api::ReferenceDataRetriever(request).getReferenceData();
+}
+
+// The model's answer in the order of the model's ranks; ties stay as they were found.
+std::vector<ReferenceData> orderedBy(
+    const ComparatorPair& comparator,
+    const std::vector<std::pair<std::u16string, property::RefItem>>& answer) {
+    std::vector<std::pair<std::vector<std::int64_t>, ReferenceData>> ranked;
+    for (const auto& [product, item] : answer) {
+        // A generated product is its own help folder.
+        ReferenceData result(property::HeaderInfo({}, product, product, {}, {}), item.copy());
+        auto rank = modelRank(comparator, result);
+        ranked.emplace_back(std::move(rank), std::move(result));
+    }
+    std::ranges::stable_sort(ranked, {}, [](const auto& one) { return one.first; });
+    std::vector<ReferenceData> results;
+    for (auto& one : ranked)
+        results.push_back(std::move(one.second));
+    return results;
 }
 
 std::string told(std::uint32_t seed, Search search, const ReferenceRequest& request) {
@@ -89,6 +110,46 @@ TEST_F(LookupModelTest, RetrieversAgreeWithTheModelOnDocumentationAtRandom) {
     }
     // Agreeing on nothing would prove nothing.
     EXPECT_GT(found, std::size_t{documentations} * requestsEach);
+}
+
+TEST_F(LookupModelTest, RetrieversOrderAsTheModelDoesByAnyComparator) {
+    std::map<std::string, int> reordered;
+    for (std::uint32_t seed = 1; seed <= documentations / 4; ++seed) {
+        Generator generator(seed);
+        std::vector<docset::ProductDocumentation> products;
+        for (const auto& name : productNames) {
+            products.push_back(generator.product(name));
+            source().add(products.back());
+        }
+        ReferenceCacheManager::ClearAllCaches();
+        for (const auto& comparator : comparatorsAtRandom(generator)) {
+            ReferenceRequest request = generator.request();
+            request.setEntityText(generator.pick<std::u16string>({u"", u"a", u"A", u"fit"}));
+            if (generator.chance(50))
+                request.setComparatorProperty(comparator.object.get());
+            else
+                request.setRefRequestComparator(comparator.native);
+            for (const auto search :
+                 {Search::Entity, Search::Class, Search::Purpose, Search::AllText, Search::Page}) {
+                const auto found = modelAnswer(search, request, products);
+                const auto expected = orderedBy(comparator, found);
+                const auto actual = retrieveBy(search, request);
+                const auto what = comparator.className + ", " + told(seed, search, request);
+                ASSERT_EQ(actual.size(), expected.size()) << what;
+                for (std::size_t at = 0; at < actual.size(); ++at) {
+                    ASSERT_EQ(actual[at].getHeaderInfo().getShortName(),
+                              expected[at].getHeaderInfo().getShortName())
+                        << what;
+                    ASSERT_TRUE(actual[at].getRefItem() == expected[at].getRefItem())
+                        << what << ": " << dump(actual[at]);
+                    reordered[comparator.className] +=
+                        expected[at].getRefItem() != found[at].second ? 1 : 0;
+                }
+            }
+        }
+    }
+    for (const auto& name : comparatorClassNames())
+        EXPECT_TRUE(reordered[name] > 0 || name == "IndexOrderComparator") << name;
 }
 
 }  // namespace

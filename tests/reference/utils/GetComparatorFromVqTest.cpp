@@ -53,7 +53,7 @@ TEST(GetComparatorFromVqTest, OrdersAsTheSameComparatorDoesNatively) {
         const auto results = generator.results(30);
         const auto all = tests::comparatorsAtRandom(generator);
         ASSERT_EQ(all.size(), tests::comparatorClassNames().size());
-        for (const auto& [name, object, native] : all)
+        for (const auto& [name, object, native, fields] : all)
             ASSERT_EQ(sorted(results, getComparatorFromVq(object.get())), sorted(results, native))
                 << name << ", seed " << seed;
     }
