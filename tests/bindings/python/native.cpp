@@ -1,5 +1,6 @@
 // For the tests of the Python package: documentation at random, kept in memory, and what native
 // code finds in it.
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <cstdint>
@@ -15,6 +16,7 @@
 #include <vector>
 
 #include "docparser/DocResourceParser.hpp"
+#include "foundation/core/except/MessageCatalog.hpp"
 #include "reference/api/AllTextDataRetriever.hpp"
 #include "reference/api/ClassEntityDataRetriever.hpp"
 #include "reference/api/EntityPurposeDataRetriever.hpp"
@@ -134,8 +136,10 @@ RefRequestComparator makeComparator(const py::tuple& described) {
         fields.caseSensitivity = foldOf(properties);
     if (properties.contains("Comparators"))
         for (const auto& one : properties["Comparators"])
-            fields.comparators.push_back(
-                {.className = {}, .object = {}, .native = makeComparator(one.cast<py::tuple>())});
+            fields.comparators.push_back({.className = {},
+                                          .object = {},
+                                          .native = makeComparator(one.cast<py::tuple>()),
+                                          .fields = {}});
     return reference::tests::makeNatively(described[0].cast<std::string>(), fields);
 }
 
@@ -204,6 +208,14 @@ class Late {
     [[nodiscard]] const vqArray* getValueProperty() const noexcept { return m_value.get(); }
     void setValueProperty(const vqArray* value) { m_value.reset(value); }
     [[nodiscard]] std::u16string shout() const { return m_text + u"!"; }
+    // Fails: objects are made without arguments.
+    [[nodiscard]] std::u16string giveArgument() const {
+        const vqArrayPtr text = matrix::createString(m_text);
+        std::array arguments{text.get()};
+        static_cast<void>(matrix::from_veltra(omConstructObjectWithClient(
+            zorb::HostName<ReferenceRequest>::id(), 1, arguments.data(), COSGetPublicClient())));
+        return m_text;
+    }
 
     static const char* getZORBPackageName() noexcept { return "veltra.internal.test.late"; }
     static const char* getZORBClassName() noexcept { return "Late"; }
@@ -224,6 +236,7 @@ void registerLate() {
         .value("One", {.kind = zorb::Shape::Object, .mayBeNull = true}, &Late::getValueProperty,
                &Late::setValueProperty, "Anything, too.")
         .method("shout", &Late::shout, "The text, louder.")
+        .method("giveArgument", &Late::giveArgument, "Fails.")
         .registerClass();
 }
 
@@ -239,4 +252,5 @@ PYBIND11_MODULE(veltra_native, module) {
     module.def("search", &search);
     module.def("random_request", &randomRequest);
     module.def("register_late", &registerLate);
+    module.def("message_identifiers", &foundation::core::except::MessageCatalog::getIdentifiers);
 }
