@@ -1,4 +1,4 @@
-#include "reference/stress/LiveAllocations.hpp"
+#include "support/LiveAllocations.hpp"
 
 #include <atomic>
 #include <cstdlib>
@@ -9,11 +9,13 @@ namespace {
 
 std::atomic<long> blocks{0};
 std::atomic<long> bytes{0};
+thread_local long madeHere = 0;
 
 // Null stays null.
 void* noted(void* memory) noexcept {
     if (memory == nullptr)
         return nullptr;
+    ++madeHere;
     ++blocks;
     bytes += static_cast<long>(malloc_usable_size(memory));
     return memory;
@@ -111,6 +113,10 @@ namespace reference::tests {
 
 LiveAllocations LiveAllocations::now() noexcept {
     return {.blocks = ::blocks, .bytes = ::bytes};
+}
+
+long LiveAllocations::made() noexcept {
+    return ::madeHere;
 }
 
 }  // namespace reference::tests

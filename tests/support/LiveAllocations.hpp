@@ -13,6 +13,9 @@ struct LiveAllocations {
     // What is held at this moment, by all threads.
     [[nodiscard]] static LiveAllocations now() noexcept;
 
+    // How many allocations this thread has made.
+    [[nodiscard]] static long made() noexcept;
+
     friend bool operator==(const LiveAllocations&, const LiveAllocations&) = default;
 };
 
