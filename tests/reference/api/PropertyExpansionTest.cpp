@@ -51,6 +51,29 @@ TEST_F(PropertyExpansionTest, PropertyRecordCarriesWhatItsClassAndItsPropertySay
     EXPECT_EQ(results[0].getHeaderInfo().getShortName(), u"p");
 }
 
+// The class says something in every field, and the property's entry has only those that are meant.
+TEST_F(PropertyExpansionTest, PropertyRecordLeavesEmptyWhatOnlyTheClassHas) {
+    add(ProductBuilder(u"p")
+            .item(makeFullItem(u"ref/probe.html"))
+            .record(u"pkg.Probe.Rate", RefEntityType::Property, u"ref/probe.html"));
+    const auto results =
+        ReferenceDataRetriever(ReferenceRequest(u"pkg.Probe.Rate")).getReferenceData();
+    ASSERT_EQ(results.size(), 1u);
+    EXPECT_EQ(results[0].getRefItem(),
+              makeItem({.href = u"ref/probe.html#Rate",
+                        .entities = {RefEntity(RefEntityType::Property, u"pkg.Probe.Rate",
+                                               FunctionType::Property)},
+                        .packageName = u"pkg",
+                        .purpose = u"Samples a second",
+                        .introduced = u"9.1",
+                        .deprecationStatus = DeprecationStatus::Deprecated,
+                        .classPropertyGroups = {ClassPropertyGroup(
+                            u"Timing", {ClassProperty(u"Rate", u"Samples a second",
+                                                      u"ref/probe.html#Rate", {u"100"})})},
+                        .seeAlso = {SeeAlso(u"probe.html", u"pkg.Probe")}}));
+    EXPECT_EQ(results[0].getHeaderInfo(), HeaderInfo(u"p.ref", u"p", u"p", u"The p", u"1.0"));
+}
+
 TEST_F(PropertyExpansionTest, PackageIsAddedToANameThatDoesNotHoldIt) {
     struct Case {
         const char* name;

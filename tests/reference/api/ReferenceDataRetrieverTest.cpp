@@ -1,7 +1,9 @@
 #include <functional>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -113,6 +115,39 @@ TEST_F(ReferenceDataRetrieverTest, ProductThatCannotBeParsedIsSkipped) {
     });
     EXPECT_THAT(retrieve(ReferenceRequest(u"f")),
                 ElementsAre("a:f[function]@f.html", "c:f[function]@f.html"));
+}
+
+// Fails when it comes to the results of one product.
+class FailingFilter : public ReferenceDataRetriever {
+  public:
+    FailingFilter(ReferenceRequest request, std::function<void()> fail)
+        : ReferenceDataRetriever(std::move(request)), m_fail(std::move(fail)) {}
+
+  private:
+    [[nodiscard]] std::vector<ReferenceData> filterReferenceData(
+        const Resource& resource, const std::set<std::u16string>& /*hrefs*/) const override {
+        if (resource.getHeaderInfo().getShortName() == u"b")
+            m_fail();
+        std::vector<ReferenceData> one;
+        one.emplace_back(resource.getHeaderInfo().copy(), property::RefItem());
+        return one;
+    }
+
+    std::function<void()> m_fail;
+};
+
+TEST_F(ReferenceDataRetrieverTest, ProductThatCannotBeFilteredIsSkippedToo) {
+    for (const char16_t* name : {u"a", u"b", u"c"})
+        add(ProductBuilder(name).entity(u"f", RefEntityType::Function, u"f.html"));
+    const FailingFilter broken(ReferenceRequest(u"f"),
+                               [] { throw docparser::DocParserException("broken page"); });
+    std::u16string products;
+    for (const auto& result : broken.getReferenceData())
+        products += result.getHeaderInfo().getShortName();
+    EXPECT_EQ(products, u"ac");
+    const FailingFilter failing(ReferenceRequest(u"f"),
+                                [] { throw std::runtime_error("no disk"); });
+    EXPECT_THROW(static_cast<void>(failing.getReferenceData()), std::runtime_error);
 }
 
 TEST_F(ReferenceDataRetrieverTest, AnyOtherExceptionReachesTheCaller) {

@@ -100,6 +100,30 @@ TEST_F(SpecializedRetrieversTest, PurposeSearchBringsTheClassWhenItMatchesByItse
         ElementsAre(width, height, colour));
 }
 
+TEST_F(SpecializedRetrieversTest, PurposeSearchBringsTheClassByItsOwnPurposeOnly) {
+    const auto pen = makeItem(
+        {.href = u"pen.html",
+         .entities = {{RefEntityType::Class, u"Pen", property::FunctionType::NotCallable}},
+         .purpose = u"Draws an Outline",
+         .classPropertyGroups = {property::ClassPropertyGroup(
+             u"", {property::ClassProperty(u"Ink", u"Colour of the outline", u"pen.html#Ink", {}),
+                   property::ClassProperty(u"Tip", u"Width of the line", u"pen.html#Tip", {})})}});
+    add(ProductBuilder(u"q").item(pen).record(u"Pen", RefEntityType::Class, u"pen.html",
+                                              u"Colour, width, outline, Outline"));
+    cache_manager::ReferenceCacheManager::ClearAllCaches();
+    const auto pens = [](const std::u16string& text, bool caseSensitive) {
+        const ReferenceRequest request(text, {}, {u"q"});
+        return found<EntityPurposeDataRetriever>(caseSensitive ? request : ignoringCase(request));
+    };
+    const std::string entry = "q:Pen[class]@pen.html";
+    const std::string ink = "q:Pen.Ink[property]@pen.html#Ink";
+    EXPECT_THAT(pens(u"OUTLINE", false), ElementsAre(entry, ink));
+    EXPECT_THAT(pens(u"Colour", true), ElementsAre(ink)) << "only the property says so";
+    EXPECT_THAT(pens(u"outline", true), ElementsAre(ink)) << "the class says so in capitals";
+    // No property matches: the class's entry stays as it is, whatever led to it.
+    EXPECT_THAT(pens(u"Outline", true), ElementsAre(entry));
+}
+
 TEST_F(SpecializedRetrieversTest, PurposeSearchForEverythingTakesTheClassWhoseTypePasses) {
     EXPECT_THAT(
         found<EntityPurposeDataRetriever>(ReferenceRequest::createMatchAllTextRequest({}, {})),

@@ -1,5 +1,7 @@
 #include <atomic>
+#include <chrono>
 #include <string>
+#include <thread>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -72,6 +74,29 @@ TEST_F(ConcurrencyTest, OneFileIsParsedOnceForAllThatAskAtOnce) {
     };
     runTogether({fetch, fetch, fetch, fetch}, rounds);
     EXPECT_EQ(source().resourceCalls(), 1);
+}
+
+TEST_F(ConcurrencyTest, TwoThreadsNeverParseAtOnce) {
+    std::atomic<int> parsing{0};
+    std::atomic<int> overlapping{0};
+    source().onResourceFile([&](const std::u16string&) {
+        if (++parsing > 1)
+            ++overlapping;
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        --parsing;
+    });
+    const auto fetch = [](const char16_t* product) {
+        return [product] {
+            static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(product, product));
+        };
+    };
+    runTogether({fetch(u"a"), fetch(u"b"), fetch(u"c"),
+                 [] { static_cast<void>(retrieve(ReferenceRequest(u"f"))); },
+                 [] { ReferenceCacheManager::PopulateResourceCache(); },
+                 [] { ReferenceCacheManager::ClearResourceCache(); }},
+                40);
+    EXPECT_GT(source().resourceCalls(), 3);
+    EXPECT_EQ(overlapping, 0);
 }
 
 TEST_F(ConcurrencyTest, SearchesWithoutClearingAllAnswerAlike) {

@@ -1,3 +1,4 @@
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -6,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "docparser/DocParserException.hpp"
+#include "docparser/DocResourceParser.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "support/LibraryTest.hpp"
 
@@ -176,6 +178,44 @@ TEST_F(ReferenceCachesTest, PopulatingResourcesParsesInstalledProductsAndPassesO
     EXPECT_THAT(keysOf(*ReferenceCacheManager::GetResourceCache()),
                 ElementsAre(u"alpha", u"gamma"));
     EXPECT_EQ(source().lastLocale(), u"_locale_unused");
+}
+
+// Lists "beta" alone as a product, and "gamma" among those of support packages.
+class ListingSource : public MemorySource {
+  public:
+    struct Call {
+        std::u16string docRoot;
+        std::vector<std::u16string> locales;
+        std::u16string locale;
+        friend bool operator==(const Call&, const Call&) = default;
+    };
+
+    docparser::ReferenceRoots getReferenceRoots() override {
+        return {.docRoot = u"the root", .supportPackageRoots = {u"another root"}};
+    }
+    std::vector<std::u16string> getSupportedDocLocales() override { return {u"ja_JP", u"en_US"}; }
+    docparser::ProductLists getAllProducts(const std::u16string& docRoot,
+                                           const std::vector<std::u16string>& locales,
+                                           const std::u16string& locale) override {
+        m_calls.push_back({docRoot, locales, locale});
+        return {.products = {{u"beta", docRoot}}, .supportPackageProducts = {{u"gamma", docRoot}}};
+    }
+
+    [[nodiscard]] const std::vector<Call>& calls() const noexcept { return m_calls; }
+
+  private:
+    std::vector<Call> m_calls;
+};
+
+TEST_F(ReferenceCachesTest, PopulatingResourcesAsksForTheParsersRootAndLocalesAndTakesOneList) {
+    const auto listing = std::make_shared<ListingSource>();
+    for (const char16_t* name : {u"alpha", u"beta", u"gamma"})
+        listing->add(ProductBuilder(name).build());
+    docparser::DocResourceParser::setSource(listing);
+    ReferenceCacheManager::PopulateResourceCache();
+    EXPECT_THAT(listing->calls(), ElementsAre(ListingSource::Call{
+                                      u"the root", {u"ja_JP", u"en_US"}, u"_locale_unused"}));
+    EXPECT_THAT(keysOf(*ReferenceCacheManager::GetResourceCache()), ElementsAre(u"beta"));
 }
 
 TEST_F(ReferenceCachesTest, PopulatingResourcesStopsAtAnyOtherException) {

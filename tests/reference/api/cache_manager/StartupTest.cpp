@@ -148,6 +148,22 @@ TEST_F(StartupTest, TimesCountFromItsBeginning) {
     EXPECT_LT(times[1], 60);
 }
 
+// Somebody clears both lookup caches while start-up parses the products.
+TEST_F(StartupTest, LoadsTheLookupCachesAgainWhenTheyWereClearedMeanwhile) {
+    const LogCapture log("referenceApi::startup=8");
+    std::vector<std::size_t> uninstalled;
+    foundation::log::setLogSink([&](const foundation::log::LogRecord&) {
+        uninstalled.push_back(ReferenceCacheManager::GetUninstalledLookupCache()->size());
+    });
+    startAndListFiles([](const std::u16string& file) {
+        if (file == u"pendrake")
+            ReferenceCacheManager::ClearLookupCaches();
+    });
+    EXPECT_THAT(uninstalled, ElementsAre(0U, 1U)) << "when it is ready, and when it is through";
+    EXPECT_EQ(ReferenceCacheManager::GetLookupCache()->size(), 11U);
+    EXPECT_EQ(source().lookupCalls(), 2);
+}
+
 // In a process of its own, in which nothing has been done yet.
 TEST(FreshStartupDeathTest, StartUpIsDoneBeforeTheReadyTimeIsLogged) {
     testing::GTEST_FLAG(death_test_style) = "threadsafe";
@@ -160,6 +176,38 @@ TEST(FreshStartupDeathTest, StartUpIsDoneBeforeTheReadyTimeIsLogged) {
         });
         ReferenceCacheManager::PerformStartupOperations();
         std::_Exit(done == std::vector<bool>{false, true, true} ? 0 : 1);
+    };
+    EXPECT_EXIT(inFreshProcess(), testing::ExitedWithCode(0), "");
+}
+
+TEST(FreshStartupDeathTest, PopulatingAllIsDoneAfterLookupAndResourceCachesInThisOrder) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    const auto inFreshProcess = [] {
+        const auto source = std::make_shared<MemorySource>();
+        source->add(ProductBuilder(u"alpha").build());
+        std::string steps;
+        const auto note = [&steps](const char* step) {
+            steps += ReferenceCacheManager::IsStartupDone() ? "done " : step;
+        };
+        source->onLookupFiles([&] { note("lookup "); });
+        source->onResourceFile([&](const std::u16string&) { note("resource "); });
+        docparser::DocResourceParser::setSource(source);
+        ReferenceCacheManager::PopulateAllCaches();
+        note("not done");
+        std::_Exit(steps == "lookup resource done " ? 0 : 1);
+    };
+    EXPECT_EXIT(inFreshProcess(), testing::ExitedWithCode(0), "");
+}
+
+TEST(FreshStartupDeathTest, PopulatingAllIsNotDoneWhenItFails) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    const auto inFreshProcess = [] {
+        const auto source = std::make_shared<MemorySource>();
+        source->add(ProductBuilder(u"alpha").build());
+        source->onResourceFile([](const std::u16string&) { throw std::runtime_error("no disk"); });
+        docparser::DocResourceParser::setSource(source);
+        EXPECT_THROW(ReferenceCacheManager::PopulateAllCaches(), std::runtime_error);
+        std::_Exit(ReferenceCacheManager::IsStartupDone() ? 1 : 0);
     };
     EXPECT_EXIT(inFreshProcess(), testing::ExitedWithCode(0), "");
 }

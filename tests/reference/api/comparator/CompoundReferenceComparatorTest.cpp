@@ -9,6 +9,7 @@
 
 #include "reference/api/comparator/CompoundReferenceComparator.hpp"
 #include "reference/api/comparator/IndexOrderComparator.hpp"
+#include "vq/matrix.hpp"
 
 namespace reference::api::comparator {
 namespace {
@@ -99,6 +100,46 @@ TEST(CompoundReferenceComparatorTest, CopyIsIndependent) {
 
     const CompoundReferenceComparator moved = std::move(original);
     EXPECT_TRUE(moved(numbered(u"12"), numbered(u"21")));
+}
+
+// Reverses its answers from the moment on that it was told to.
+struct Reversible {
+    bool isReversed = false;
+    bool operator()(const ReferenceData& a, const ReferenceData& b) const {
+        return isReversed ? digitsOf(b) < digitsOf(a) : digitsOf(a) < digitsOf(b);
+    }
+};
+
+TEST(CompoundReferenceComparatorTest, ACopyAndItsSourceDoNotChangeEachOther) {
+    const ReferenceData one = numbered(u"1");
+    const ReferenceData two = numbered(u"2");
+    // What a script sets on one of them: no comparators.
+    const auto cells = matrix::createCellRow({});
+
+    CompoundReferenceComparator source({byDigit(0)});
+    CompoundReferenceComparator copy = source;
+    copy.setComparatorsProperty(cells.get());
+    EXPECT_FALSE(copy(one, two));
+    EXPECT_TRUE(source(one, two));
+    EXPECT_EQ(source.getComparatorsProperty(), nullptr);
+
+    CompoundReferenceComparator assigned;
+    assigned = source;
+    source.setComparatorsProperty(cells.get());
+    EXPECT_FALSE(source(one, two));
+    EXPECT_TRUE(assigned(one, two));
+    EXPECT_EQ(assigned.getComparatorsProperty(), nullptr);
+}
+
+TEST(CompoundReferenceComparatorTest, ACopyHoldsEachComparatorWithItsOwnState) {
+    std::vector<RefRequestComparator> list{Reversible()};
+    const CompoundReferenceComparator source(list);
+    list[0].target<Reversible>()->isReversed = true;
+    const CompoundReferenceComparator reversed(list);
+    const CompoundReferenceComparator copy = source;
+    EXPECT_TRUE(source(numbered(u"1"), numbered(u"2")));
+    EXPECT_TRUE(copy(numbered(u"1"), numbered(u"2")));
+    EXPECT_FALSE(reversed(numbered(u"1"), numbered(u"2")));
 }
 
 TEST(CompoundReferenceComparatorTest, ComposesWithItself) {

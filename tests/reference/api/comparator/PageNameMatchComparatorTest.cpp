@@ -70,6 +70,27 @@ TEST(PageNameMatchComparatorTest, PageAndFileNameAreFoldedByDifferentRules) {
     EXPECT_FALSE(matches(comparator, u"\u00E4RGER.html"));
 }
 
+TEST(PageNameMatchComparatorTest, TheEndingIsAppendedAfterTheFold) {
+    // A sigma at the end of a word has a form of its own; before ".html" it would not be at the
+    // end.
+    const PageNameMatchComparator comparator(u"\u0391\u03A3", Insensitive);
+    EXPECT_TRUE(matches(comparator, u"ref/\u03B1\u03C2.html"));
+    EXPECT_FALSE(matches(comparator, u"ref/\u03B1\u03C3.html"));
+}
+
+TEST(PageNameMatchComparatorTest, FileNamesAreFoldedFromAToZAndUpTo127) {
+    const PageNameMatchComparator letters(u"@AZ[\x7F", Insensitive);
+    EXPECT_TRUE(matches(letters, u"@AZ[\x7F.html"));
+    EXPECT_TRUE(matches(letters, u"@az[\x7F.HTML"));
+    EXPECT_FALSE(matches(letters, u"`az[\x7F.html"));
+    EXPECT_FALSE(matches(letters, u"@az{\x7F.html"));
+    EXPECT_FALSE(matches(PageNameMatchComparator(u"`{", Insensitive), u"@[.html"));
+    // The next unit is beyond ASCII: the name is compared as it stands.
+    const PageNameMatchComparator beyond(u"az\u0080", Insensitive);
+    EXPECT_TRUE(matches(beyond, u"az\u0080.html"));
+    EXPECT_FALSE(matches(beyond, u"AZ\u0080.html"));
+}
+
 TEST(PageNameMatchComparatorTest, LongFileNamesAreCutByTheFold) {
     // "xx…x.html" in exactly 1,024 units, as the page name that is compared.
     const std::u16string page(1019, u'x');
