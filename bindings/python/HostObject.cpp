@@ -14,9 +14,9 @@
 namespace veltra::python {
 namespace {
 
-// Holds an object for the calling thread. No thread ever waits for an object while it holds the
-// interpreter lock, nor for the interpreter lock while it holds an object to read or set a
-// property; so that no two can wait for each other.
+// Holds an object for the calling thread. A thread never waits for an object while it holds the
+// interpreter lock, and never waits for the interpreter lock while it holds an object to read or
+// set a property. So no two threads can wait for each other.
 class Use {
   public:
     explicit Use(zorb::COSInterface& object) : m_lock(object.getUseMutex(), std::try_to_lock) {

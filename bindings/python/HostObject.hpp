@@ -9,13 +9,13 @@
 
 namespace veltra::python {
 
-// What a Python object holds of the host object that it stands for. The host object may be used
-// from any Python thread: one after the other.
+// What a Python object holds of the host object that it stands for. Any Python thread may use the
+// host object, one at a time.
 class HostObject {
   public:
     explicit HostObject(COSInterfacePtr object) : m_object(std::move(object)) {}
 
-    // A new object of the class, as the native class begins. Throws what the object system throws.
+    // A new object of the class, with the native defaults. Throws what the object system throws.
     [[nodiscard]] static HostObject construct(const std::string& className);
 
     [[nodiscard]] const std::string& className() const {
@@ -23,18 +23,18 @@ class HostObject {
     }
     [[nodiscard]] const COSInterfacePtr& object() const noexcept { return m_object; }
 
-    // Tells host objects apart for as long as they live.
+    // Different for any two host objects that are alive.
     [[nodiscard]] std::uintptr_t key() const noexcept {
         return reinterpret_cast<std::uintptr_t>(m_object.get());
     }
 
-    // A property's value as Python sees it, and setting it. Throws "VELTRA:class:NoSuchProperty",
-    // what the native accessor throws, and what turning the value throws.
+    // Read and set a property. Throw "VELTRA:class:NoSuchProperty", what the native accessor
+    // throws, and what toPython() and toHost() throw.
     [[nodiscard]] pybind11::object get(const std::string& property) const;
     void set(const std::string& property, const pybind11::object& value) const;
 
-    // Calls a method, other Python threads running meanwhile. Throws "VELTRA:class:NoSuchMethod"
-    // and what the method throws.
+    // Calls a method; other Python threads run meanwhile. Throws "VELTRA:class:NoSuchMethod" and
+    // what the method throws.
     [[nodiscard]] pybind11::object call(const std::string& method) const;
 
   private:

@@ -16,13 +16,13 @@ namespace py = pybind11;
 using foundation::core::except::IMsgIDException;
 using foundation::core::except::MessageCatalog;
 
-// Never destroyed, for the interpreter ends before static objects do.
+// Never destroyed, because the interpreter ends before static objects do.
 py::object& errorClass() {
     static auto* const instance = new py::object;
     return *instance;
 }
 
-// A message is UTF-8 wherever it is ours; one from elsewhere must not cost the reader the error.
+// Our own messages are UTF-8. One from elsewhere that is not must still be shown.
 py::object toMessage(const std::string& text) {
     return py::reinterpret_steal<py::object>(PyUnicode_DecodeUTF8(
         text.data(), static_cast<Py_ssize_t>(text.size()), "backslashreplace"));

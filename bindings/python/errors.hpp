@@ -13,8 +13,8 @@ using NoSuchPropertyError = zorb::ClassError<"NoSuchProperty">;
 // Arguments: the Python type of the value.
 using UnsupportedValueError = zorb::ClassError<"UnsupportedValue">;
 
-// Makes everything that is thrown an exception of `errorClass`, which takes an identifier, the
-// arguments of its message and the message: errors that have an identifier with that, others as
+// Turns everything that is thrown into an exception of `errorClass`, which takes an identifier, the
+// arguments of its message and the message. Errors that have an identifier keep it; others get
 // "VELTRA:class:OperationFailed".
 void translateErrors(pybind11::object errorClass);
 

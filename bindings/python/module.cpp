@@ -1,4 +1,5 @@
-// The part of the package veltra that is not Python: reading the registry, and using host objects.
+// The part of the package veltra that is written in C++: reading the registry, and using host
+// objects.
 #include <pybind11/pybind11.h>
 #include <pybind11/stl.h>
 #include <string>
@@ -25,7 +26,7 @@ PYBIND11_MODULE(_veltra, module) {
         .def("call", &HostObject::call);
     // One that was allocated but not made would be a wild pointer.
     hostObject.attr("__new__") = py::cpp_function([](const py::args&, const py::kwargs&) {
-        throw py::type_error("A HostObject is made by the bridge alone.");
+        throw py::type_error("Only the bridge makes a HostObject.");
     });
     module.def("construct", &HostObject::construct);
 

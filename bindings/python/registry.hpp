@@ -12,10 +12,10 @@ namespace veltra::python {
 // The names of a package's classes, in alphabetical order.
 [[nodiscard]] pybind11::list classNames(const std::string& package);
 
-// What is known of a class, None where there is none: a dict with "package", "name", "doc",
-// "members" (of (name, number)), "properties" (of (name, doc, shape, settable)), "methods" (of
-// (name, doc, shape)) and whether it "isEnumeration" and "isConstructible". A shape is (kind, class
-// name, may be null).
+// What is known of a class, or None if there is no such class: a dict with "package", "name",
+// "doc", "members" (of (name, number)), "properties" (of (name, doc, shape, settable)), "methods"
+// (of (name, doc, shape)) and whether it "isEnumeration" and "isConstructible". A shape is (kind,
+// class name, may be null).
 [[nodiscard]] pybind11::object describeClass(const std::string& qualifiedName);
 
 }  // namespace veltra::python

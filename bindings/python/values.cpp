@@ -24,7 +24,7 @@ using zorb::internal::makeInterned;
 
 constexpr bool isLittle = std::endian::native == std::endian::little;
 
-// Texts may hold unpaired surrogates, which pass both ways as they are.
+// Texts may hold unpaired surrogates; they are passed unchanged in both directions.
 py::object toPython(const std::u16string& text) {
     int order = isLittle ? -1 : 1;
     const auto* bytes = reinterpret_cast<const char*>(text.data());
@@ -56,7 +56,7 @@ py::object memberToPython(Interned classId, std::uint32_t number) {
     return factories().makeMember(classId.str(), number);
 }
 
-// Whether a value of this shape is seen as a list whatever its count.
+// Whether a value of this shape is a list in Python even if it has one element.
 bool isPlural(Shape::Kind kind) {
     switch (kind) {
         case Shape::TextArray:
@@ -103,7 +103,7 @@ py::object toPython(const vqArrayPtr& value, bool plural) {
                     [](double number) -> py::object { return py::float_(number); });
 }
 
-// One Python value that is no sequence, by what it becomes an element of.
+// One Python value that is not a sequence; the kind is that of the array that it can be in.
 struct Element {
     enum Kind { Text, Number, Double, Member, Object, Null } kind = Null;
     std::u16string text;
@@ -118,7 +118,7 @@ Element toNumber(const py::handle& value) {
     if (PyLong_Check(value.ptr())) {
         const long long whole = PyLong_AsLongLong(value.ptr());
         if (whole == -1 && PyErr_Occurred() != nullptr)
-            PyErr_Clear();  // not even that; it becomes a double, or too large for one
+            PyErr_Clear();  // too large; it becomes a double
         else if (whole >= 0 && whole <= std::numeric_limits<std::uint32_t>::max())
             return {.kind = Element::Number, .number = static_cast<std::uint32_t>(whole)};
     }
@@ -167,7 +167,7 @@ bool isSequence(const py::handle& value) {
            py::isinstance(value, factories().sequenceClass);
 }
 
-// The elements of a sequence that has only elements; nothing where one is a sequence itself.
+// The elements of a sequence; nothing if one of them is a sequence itself.
 std::optional<std::vector<Element>> toElements(const std::vector<py::object>& items) {
     std::vector<Element> elements;
     elements.reserve(items.size());
@@ -183,7 +183,7 @@ bool isDouble(const Element& element) {
     return element.kind == Element::Double;
 }
 
-// Whole numbers and others are one kind: numbers.
+// Makes doubles of whole numbers if there are other numbers among them.
 void makeNumbersAlike(std::vector<Element>& elements) {
     if (std::ranges::none_of(elements, isDouble))
         return;
@@ -210,7 +210,7 @@ auto fieldsOf(std::vector<Element>& elements, Field Element::*field) {
     return fields;
 }
 
-// A row of elements of one kind; nothing where that kind has no rows.
+// A row of elements of one kind; null for a kind that has no rows.
 vqArrayPtr toRow(std::vector<Element> elements) {
     switch (elements.front().kind) {
         case Element::Text:
@@ -230,8 +230,8 @@ vqArrayPtr toRow(std::vector<Element> elements) {
     return nullptr;
 }
 
-// Numbers where members of an enumeration are asked for are its members, unless there are some
-// among them that no member can have.
+// Takes numbers for members of the enumeration that is asked for, unless one of them is a number
+// that no member can have.
 void takeForMembers(std::vector<Element>& elements, const std::string& className) {
     if (std::ranges::any_of(elements, isDouble))
         return;
@@ -273,7 +273,7 @@ vqArrayPtr toCells(const std::vector<py::object>& items) {
     return matrix::createCellRow(std::move(cells));
 }
 
-// `shape` is null within cells, of which nothing is known.
+// `shape` is null within cells, whose content has no declared shape.
 vqArrayPtr convert(const py::handle& value, const Shape* shape) {
     const bool wantsMembers = shape != nullptr && (shape->kind == Shape::Enumeration ||
                                                    shape->kind == Shape::EnumerationArray);
@@ -284,7 +284,7 @@ vqArrayPtr convert(const py::handle& value, const Shape* shape) {
             takeForMembers(one, shape->className);
         return toRow(std::move(one));
     }
-    // A list that contains itself has no end; the interpreter's own limit says so.
+    // A list may contain itself; the interpreter's own limit on recursion ends that.
     if (Py_EnterRecursiveCall(" while a list was passed on") != 0)
         throw py::error_already_set();
     struct Leave {

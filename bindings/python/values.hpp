@@ -8,27 +8,27 @@
 
 namespace veltra::python {
 
-// How Python objects stand for host objects and enumeration members; given by the package, which
-// makes their classes.
+// Makes the Python objects that stand for host objects and enumeration members. The package
+// supplies it, because the package makes their classes.
 struct Factories {
     pybind11::object makeObject;   // (HostObject) -> the object that stands for it
     pybind11::object makeMember;   // (class name, number) -> member
     pybind11::object objectClass;  // the base of all objects; their _handle is a HostObject
     pybind11::object memberClass;  // the base of all enumerations; their _host_class is their name
-    pybind11::object sequenceClass;  // what has elements that are known by their places
+    pybind11::object sequenceClass;  // what has elements in an order
 };
-// Never destroyed, for the interpreter ends before static objects do.
+// Never destroyed, because the interpreter ends before static objects do.
 Factories& factories();
 
-// Texts become str; numbers int or float; members, objects and null (None) what they are; arrays of
-// these and cells become lists. A value of one element is a list only where `shape` says that it
-// has several.
+// Texts become str, numbers int or float, members and objects the Python objects that stand for
+// them, null None; arrays of these, and cells, become lists. A value of one element is a list only
+// where `shape` says that there may be several.
 [[nodiscard]] pybind11::object toPython(const vqArrayPtr& value, const zorb::Shape& shape);
 
-// The reverse: a sequence, unless it is an object or a buffer, becomes an array where its elements
-// are of one kind, else a cell array.
-// Where `shape` asks for members of an enumeration, their numbers will do; where it asks for a cell
-// array, a sequence becomes one. Everything else is passed on as it is, for the setter to refuse.
+// The reverse. A sequence that is neither an object nor a buffer becomes an array if its elements
+// are of one kind, and a cell array otherwise. Where `shape` asks for members of an enumeration,
+// numbers are taken for members; where it asks for a cell array, a sequence becomes one. Everything
+// else is passed on unchanged, and the setter refuses it.
 //
 // Throws "VELTRA:class:UnsupportedValue" for what has no host form, and "VELTRA:class:RequireClass"
 // for members of another enumeration than the one that `shape` names.

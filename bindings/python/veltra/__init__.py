@@ -12,8 +12,8 @@ The documentation that is searched is chosen by the environment variable VELTRA_
 it, it is what is installed with the library.
 
 Texts are str, arrays of texts and of enumeration members and cell arrays are lists, null is None.
-Objects stand for objects of the host: two that compare equal are the same one. They may be used
-from any thread, which takes its turn; a search lets other threads run.
+An object stands for an object of the host; two that compare equal are the same one. Any thread may
+use an object, one at a time; a search lets other threads run.
 """
 
 from . import _classes, _importer, _veltra
@@ -26,7 +26,7 @@ __all__ = ["Enumeration", "Error", "Object", "PropertyError", "live_counts"]
 
 
 def live_counts() -> tuple[int, int]:
-    """How many host values and how many host objects there are, to find what is never let go."""
+    """How many host values and how many host objects there are: for finding leaks."""
     arrays, objects = _veltra.live_counts()
     return arrays, objects
 

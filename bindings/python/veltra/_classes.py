@@ -1,4 +1,4 @@
-"""Makes Python classes of those that the host's registry knows. None is named here."""
+"""Makes a Python class for each class in the host's registry. No class is named here."""
 
 from __future__ import annotations
 
@@ -11,11 +11,11 @@ from typing import TYPE_CHECKING, Any, Self
 from . import _veltra
 from ._errors import PropertyError
 
-_LARGEST_NUMBER = 2**32 - 1
+_MAX_NUMBER = 2**32 - 1
 
 
 class _Unset:
-    """How a signature shows a property that begins as the native class says."""
+    """What a signature shows as the default of a property: the native class decides."""
 
     def __repr__(self) -> str:
         return "..."
@@ -29,7 +29,7 @@ class Enumeration(enum.IntEnum):
 
     @classmethod
     def _missing_(cls, value: object) -> Enumeration | None:
-        if not isinstance(value, int) or not 0 <= value <= _LARGEST_NUMBER:
+        if not isinstance(value, int) or not 0 <= value <= _MAX_NUMBER:
             return None
         member = int.__new__(cls, value)
         member._name_ = str(int(value))
@@ -37,13 +37,13 @@ class Enumeration(enum.IntEnum):
         return member
 
     def __reduce_ex__(self, protocol: object) -> Any:
-        return type(self), (int(self),)  # by number, for not every member has a name to go by
+        return type(self), (int(self),)  # by number: not every member has a name
 
 
 class Object:
     """What the classes of the host's objects have in common.
 
-    A new object takes its properties as keywords. Two objects are equal when they are one and the
+    A new object takes its properties as keywords. Two objects are equal when they stand for the
     same host object.
     """
 
@@ -55,7 +55,7 @@ class Object:
 
     def __new__(cls, *unnamed: Any, **properties: Any) -> Self:
         if not cls._host_class:
-            raise TypeError("An Object is of one of the classes that the host knows.")
+            raise TypeError("Object itself cannot be constructed; use one of the host's classes.")
         made = super().__new__(cls)
         object.__setattr__(made, "_handle", _veltra.construct(cls._host_class))
         _objects[made._handle.key] = made
@@ -105,7 +105,7 @@ class Object:
     def __repr__(self) -> str:
         name = type(self).__name__
         depth = getattr(_repr_depth, "value", 0)
-        if depth == _LARGEST_REPR_DEPTH:
+        if depth == _MAX_REPR_DEPTH:
             return f"{name}(...)"
         _repr_depth.value = depth + 1
         try:
@@ -123,11 +123,11 @@ class Object:
 
 
 # How deep repr() looks into the objects of an object; a compound comparator may hold itself.
-_LARGEST_REPR_DEPTH = 4
+_MAX_REPR_DEPTH = 4
 _repr_depth = threading.local()
 
-# The Python objects that stand for host objects, so that a property yields the object that it was
-# set to.
+# The Python objects that stand for host objects, so that a property gives back the object
+# that it was set to.
 _objects: weakref.WeakValueDictionary[int, Object] = weakref.WeakValueDictionary()
 
 _classes: dict[str, type] = {}
@@ -145,7 +145,7 @@ def object_of(handle: _veltra.HostObject) -> Object:
 
 
 def member_of(class_name: str, number: int) -> Enumeration:
-    """The member of an enumeration that bears a number."""
+    """The member of an enumeration that has a number."""
     member: Enumeration = class_of(class_name)(number)
     return member
 

@@ -10,8 +10,8 @@ from . import _veltra
 class Error(Exception):
     """An error of the host or of the library.
 
-    `identifier` tells one kind from another ("VELTRA:class:RequireScalar"), `arguments` are what
-    the message was made with.
+    `identifier` tells what kind of error it is ("VELTRA:class:RequireScalar"); `arguments` are the
+    texts that the message was made with.
     """
 
     identifier: str
@@ -21,7 +21,7 @@ class Error(Exception):
         self, identifier: str, arguments: Sequence[str] = (), message: str | None = None
     ) -> None:
         self.identifier = identifier
-        # What is said must be sayable: a name may hold unpaired surrogates.
+        # A name may hold unpaired surrogates, which could not be printed.
         self.arguments = tuple(
             argument.encode("utf-8", "backslashreplace").decode() for argument in arguments
         )

@@ -23,7 +23,7 @@ def subpackages(package: str) -> set[str]:
 
 
 class _Importer(importlib.abc.MetaPathFinder, importlib.abc.Loader):
-    """Finds the packages that have classes, or that lead to one that has; and fills them.
+    """Finds and fills the packages that have classes, or have such a package below them.
 
     A class is made when it is first asked for, so that one that is registered later is there too.
     """
@@ -63,6 +63,6 @@ class _Importer(importlib.abc.MetaPathFinder, importlib.abc.Loader):
 
 
 def install() -> None:
-    """Puts the importer before the one for files: below the package lie type stubs alone."""
+    """Puts the importer before the one for files, which would find only type stubs here."""
     if not any(isinstance(finder, _Importer) for finder in sys.meta_path):
         sys.meta_path.insert(0, _Importer())

@@ -1,4 +1,4 @@
-"""A property that takes more types than it yields; for type checkers alone."""
+"""A property that takes more types than it gives; only for type checkers."""
 
 from typing import Generic, TypeVar, overload
 

@@ -1,6 +1,6 @@
 """Writes type stubs of the registered classes: python -m veltra._stubs FOLDER
 
-FOLDER is that of the package; a file goes to each package below it that has classes.
+FOLDER is the package's folder; every package below it that has classes gets a file.
 """
 
 from __future__ import annotations
@@ -13,16 +13,16 @@ from . import _importer, _veltra
 
 _HEADER = '''"""The host's classes of the package {package}."""
 
-# Written from the registry; what is changed here is lost.
+# Written from the registry; changes made here are lost.
 '''
 
 def _class_name(shape: tuple[str, str, bool]) -> str:
-    """How the class that a shape names is written: in full, for a property may bear its name."""
+    """How a class is written: in full, because a property may have the same name."""
     return shape[1] or "Object"
 
 
 def _got(shape: tuple[str, str, bool]) -> str:
-    """The type that a property or method yields."""
+    """The type that a property or method gives."""
     kind, _, may_be_null = shape
     name = _class_name(shape)
     types = {

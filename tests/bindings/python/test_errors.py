@@ -354,7 +354,7 @@ def test_an_object_is_of_one_class_of_the_host():
         class Both(ReferenceRequest, ProductMatchComparator):
             pass
 
-    with pytest.raises(TypeError, match="one of the classes that the host knows"):
+    with pytest.raises(TypeError, match="use one of the host's classes"):
         veltra.Object()
 
 
