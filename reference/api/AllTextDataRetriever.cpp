@@ -45,7 +45,7 @@ std::vector<ReferenceData> AllTextDataRetriever::filterReferenceData(
     return result;
 }
 
-// What readers most often mean comes first, so that most items are decided early.
+// The most likely places come first, so that most matches are found early.
 bool AllTextDataRetriever::hasContentMatch(const RefItem& item) const {
     const auto infoMatches = [this](const ObjectInfo& info) { return hasInfoMatch(info); };
     return isTextMatch(item.getPurpose()) || isTextMatch(item.getDescription()) ||

@@ -9,18 +9,18 @@
 
 namespace reference::api {
 
-// Finds entries by a part of anything that they say in prose: purpose, description, package, names,
-// syntaxes, inputs, outputs, properties, the titles of examples and the names under "see also". The
-// code of examples, input groups, parameters, href, version and status are not searched.
+// Finds items that contain the text in purpose, description, package, names, syntaxes, inputs,
+// outputs, properties, the titles of examples or the names under "see also". The code of examples,
+// input groups, parameters, href, version and status are not searched.
 //
-// Precision plays no part, the request's types choose pages but not entries on a page, and classes
-// are not expanded into their properties.
+// Precision plays no part. The request's types select pages but not the items on a page, and
+// classes are not expanded into their properties.
 //
 // Everything else, threads included, is as in ReferenceDataRetriever.
 class VELTRA_REFERENCE_API AllTextDataRetriever final : public ReferenceDataRetriever {
   public:
-    // A retriever that is to be given its request later. Searching with it finds every entry, for
-    // an empty text is part of any.
+    // A retriever whose request is set later. Until then a search finds every item, because an
+    // empty text is part of any text.
     AllTextDataRetriever();
     explicit AllTextDataRetriever(ReferenceRequest request);
     AllTextDataRetriever(AllTextDataRetriever&& other) noexcept;

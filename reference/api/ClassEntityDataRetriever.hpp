@@ -7,16 +7,16 @@
 
 namespace reference::api {
 
-// Finds classes, enumerations and interfaces by name, each with every one of its properties, and
-// members by the name of their class.
+// Finds classes, enumerations and interfaces by name, each with all of its properties, and members
+// by the name of their class.
 //
-// Where the request admits properties, a class's entry is followed by one entry for each property,
-// in page order. The request's types do not keep the class's own entry out.
+// If the request admits properties, a class's item is followed by one item for each property, in
+// page order. The request's types do not keep the class's own item out.
 //
 // Everything else, threads included, is as in ReferenceDataRetriever.
 class VELTRA_REFERENCE_API ClassEntityDataRetriever final : public ReferenceDataRetriever {
   public:
-    // A retriever that is to be given its request later. Searching with it finds nothing.
+    // A retriever whose request is set later. Until then a search finds nothing.
     ClassEntityDataRetriever();
     explicit ClassEntityDataRetriever(ReferenceRequest request);
     ClassEntityDataRetriever(ClassEntityDataRetriever&& other) noexcept;

@@ -4,8 +4,8 @@
 
 namespace reference::api {
 
-// A number without a name is told as the default, although it folds case: clients compare this text
-// with "Insensitive" alone. EntityPrecision falls the other way.
+// A number without a name is shown as the default, although it folds case, because clients only
+// compare this text with "Insensitive". EntityPrecision does it the other way round.
 std::string EntityCaseSensitivity::enumToString(Value value) {
     return value == Insensitive ? "Insensitive" : "Sensitive";
 }

@@ -4,7 +4,7 @@
 
 namespace reference::api {
 
-// A number without a name is told as what it does: it ignores the package.
+// A number without a name is shown as what it does: it ignores the package.
 std::string EntityPrecision::enumToString(Value value) {
     return value == Exact_Match ? "Exact_Match" : "Ignore_Package";
 }

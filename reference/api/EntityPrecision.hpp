@@ -10,7 +10,7 @@ namespace reference::api {
 // Whether the package qualification of a name must match too. Any thread.
 class VELTRA_REFERENCE_API EntityPrecision {
   public:
-    // Only Exact_Match asks for the qualification; any other number, named or not, ignores it.
+    // Only Exact_Match requires the qualification; any other number, named or not, ignores it.
     enum Value : std::uint32_t {
         Exact_Match = 0,
         Ignore_Package = 1,

@@ -33,7 +33,7 @@ bool EntityPurposeDataRetriever::isPropertyContentMatch(
     return isNameOrPurposeMatch(qualifiedName, property.getPurpose());
 }
 
-// The cache manager folds the purpose itself, but takes the name in the form that is compared.
+// The cache manager folds the purpose itself, but expects a folded name.
 bool EntityPurposeDataRetriever::isNameOrPurposeMatch(const std::u16string& name,
                                                       const std::u16string& purpose) const {
     return ReferenceCacheManager::IsNameAndPurposeContentMatch(

@@ -7,14 +7,14 @@
 
 namespace reference::api {
 
-// Finds entries by a part of an entity's name or of its purpose; precision plays no part.
-// Properties of classes are found by their own purpose too, and bring their class's entry along
-// only when that entry matches by itself.
+// Finds items by a part of an entity's name or of its purpose; precision plays no part. Properties
+// of classes are found by their own purpose too; their class's item comes with them only if it
+// matches by itself.
 //
 // Everything else, threads included, is as in ReferenceDataRetriever.
 class VELTRA_REFERENCE_API EntityPurposeDataRetriever final : public ReferenceDataRetriever {
   public:
-    // A retriever that is to be given its request later. Searching with it finds nothing.
+    // A retriever whose request is set later. Until then a search finds nothing.
     EntityPurposeDataRetriever();
     explicit EntityPurposeDataRetriever(ReferenceRequest request);
     EntityPurposeDataRetriever(EntityPurposeDataRetriever&& other) noexcept;

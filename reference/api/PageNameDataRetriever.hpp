@@ -7,22 +7,22 @@
 
 namespace reference::api {
 
-// Finds the entries with a given href, or with one that ends with the text after a "/" or "." where
-// the request ignores packages.
+// Finds the items with a given href, or, if the request ignores packages, with an href that ends
+// with the text after a "/" or ".".
 //
-// The href is compared as a whole, fragment included. Where a page holds many entries, each has an
-// href of its own, and the page's name alone finds none of them: "library/os.html" is not
-// "library/os.html#os.getcwd". Whoever is given the name of a page takes the hrefs that begin with
-// it from the lookup cache and asks for those.
+// The whole href is compared, fragment included. If a page holds many items, each has an href of
+// its own, and the page's name alone finds none of them: "library/os.html" is not
+// "library/os.html#os.getcwd". To find the items of a page, take the hrefs that begin with its name
+// from the lookup cache and ask for those.
 //
-// A page stands for its entries, not for the properties on it: classes are not expanded. A
-// match-all-text request is the exception: it skips the question, so that every property becomes an
-// entry, and then the classes' own entries are left out.
+// Classes are not expanded into their properties: a page means its items. A match-all-text request
+// is the exception: for it every property is wanted, so every property becomes an item, and the
+// classes' own items are left out.
 //
 // Everything else, threads included, is as in ReferenceDataRetriever.
 class VELTRA_REFERENCE_API PageNameDataRetriever final : public ReferenceDataRetriever {
   public:
-    // A retriever that is to be given its request later. Searching with it finds nothing.
+    // A retriever whose request is set later. Until then a search finds nothing.
     PageNameDataRetriever();
     explicit PageNameDataRetriever(ReferenceRequest request);
     PageNameDataRetriever(PageNameDataRetriever&& other) noexcept;

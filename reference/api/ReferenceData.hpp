@@ -6,7 +6,7 @@
 
 namespace reference::api {
 
-// One result of a search: an entry of the documentation with the header of the product that it was
+// One result of a search: an item of the documentation, with the header of the product that it was
 // found in. One thread at a time may change an object, many may read it.
 class VELTRA_REFERENCE_API ReferenceData {
   public:
@@ -18,15 +18,15 @@ class VELTRA_REFERENCE_API ReferenceData {
     ReferenceData& operator=(ReferenceData&& other) noexcept;
     ~ReferenceData();
 
-    // An item may be large and results travel by the thousand, so that a copy is always asked for
-    // by name: copy().
+    // Items may be large and there may be thousands of results, so nothing is copied by accident:
+    // call copy().
     ReferenceData(const ReferenceData&) = delete;
     ReferenceData& operator=(const ReferenceData&) = delete;
 
     // A deep copy, sharing no storage with this object.
     [[nodiscard]] ReferenceData copy() const;
 
-    // References live as long as this object is neither changed nor gone.
+    // References are valid until this object is changed or destroyed.
     [[nodiscard]] const property::HeaderInfo& getHeaderInfo() const noexcept { return m_header; }
     [[nodiscard]] const property::RefItem& getRefItem() const noexcept { return m_item; }
 

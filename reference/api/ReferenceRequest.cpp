@@ -62,8 +62,8 @@ void ReferenceRequest::setEntityTextProperty(const std::u16string* text) {
     utils::setStringProperty(m_entityText, text);
 }
 
-// What is kept is a row of the same members, not the given array: a script sees the types in one
-// shape, however it gave them. For the same reason null is not ignored here but means no types.
+// Keeps a row of the same members, not the given array, so that a script sees the types in one
+// shape, however it gave them. For the same reason null is not ignored here: it means no types.
 void ReferenceRequest::setTypesProperty(const vqArray* types) {
     const auto typeClass = zorb::HostName<RefEntityType>::id();
     const std::size_t count = omGetNumberOfElementsInUnderlyingArray(types);

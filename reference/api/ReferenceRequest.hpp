@@ -17,18 +17,18 @@ namespace reference::api {
 // What a caller asks the reference library for: the text to look for, which kinds of entity and
 // which products to consider, how to match the text and how to order the results.
 //
-// A plain value, copied into every retriever. Beside its native fields it keeps, for the scripting
-// language, the host values that stand for them; copies share these. One thread at a time may
-// change an object or call a get…Property() function, which fills such a value in; many may read
-// the native fields. Native operations fail only for want of memory.
+// A plain value, copied into every retriever. For the scripting language it also keeps host values
+// that stand for its native fields; copies share them. Many threads may read the native fields at
+// the same time. One thread at a time may change an object or call a get…Property() function, which
+// fills in a host value. Native operations fail only when memory runs out.
 class VELTRA_REFERENCE_API ReferenceRequest {
   public:
     // Empty text, any type, any product, case and package count, results as they are found.
     ReferenceRequest();
 
-    // As the default, for `text`: a name ("pkg.Class.method"), or words where the retriever
-    // searches texts. Empty `types` admit every type, empty `products` every installed product
-    // (they are named by short name, letter case counting).
+    // As the default, for `text`: a name ("pkg.Class.method"), or words if the retriever searches
+    // texts. Empty `types` admit every type, empty `products` every installed product. Products are
+    // given by short name; letter case counts.
     explicit ReferenceRequest(std::u16string text);
     ReferenceRequest(std::u16string text, std::vector<property::RefEntityType::Value> types);
     ReferenceRequest(std::u16string text, std::vector<property::RefEntityType::Value> types,
@@ -36,22 +36,21 @@ class VELTRA_REFERENCE_API ReferenceRequest {
 
     ReferenceRequest(const ReferenceRequest& other);
     ReferenceRequest& operator=(const ReferenceRequest& other);
-    // The source is left with an empty text, no types, no products and no host values; before it is
-    // searched with again it needs a comparator.
+    // The source is left with an empty text, no types, no products and no host values, and without
+    // a comparator, which it needs before the next search.
     ReferenceRequest(ReferenceRequest&& other) noexcept;
     ReferenceRequest& operator=(ReferenceRequest&& other) noexcept;
     ~ReferenceRequest();
 
     // A request that every text matches: it finds all entities of the given types in the given
-    // products. The only way to have isAllTextMatch() true: a request that has been made stays of
-    // its kind, whatever setters are called on it.
+    // products. Only this function makes isAllTextMatch() true; no setter changes it.
     [[nodiscard]] static ReferenceRequest createMatchAllTextRequest(
         std::vector<property::RefEntityType::Value> types, std::vector<std::u16string> products);
 
     // The same as the copy constructor.
     [[nodiscard]] ReferenceRequest copy() const;
 
-    // Append at the end; what is there already is kept, duplicates too.
+    // Append at the end. Duplicates are kept.
     void addProducts(std::vector<std::u16string> products);
     void addReferenceTypes(std::vector<property::RefEntityType::Value> types);
 
@@ -75,7 +74,7 @@ class VELTRA_REFERENCE_API ReferenceRequest {
     }
     void setEntityPrecision(EntityPrecision::Value value) noexcept { m_precision.set(value); }
 
-    // References live as long as this object is neither changed nor gone.
+    // References are valid until this object is changed or destroyed.
     [[nodiscard]] const std::u16string& getEntityText() const noexcept { return m_entityText; }
     void setEntityText(std::u16string text) { m_entityText = std::move(text); }
     [[nodiscard]] const std::vector<property::RefEntityType::Value>& getTypes() const noexcept {
@@ -85,8 +84,8 @@ class VELTRA_REFERENCE_API ReferenceRequest {
         return m_products;
     }
 
-    // What orders the results. An empty function may be set; a search that has two results to
-    // order then throws std::bad_function_call.
+    // What orders the results. An empty function may be set, but a search that then finds two
+    // results throws std::bad_function_call.
     [[nodiscard]] const RefRequestComparator& getRefRequestComparator() const noexcept {
         return m_comparator;
     }
@@ -94,38 +93,37 @@ class VELTRA_REFERENCE_API ReferenceRequest {
         m_comparator = std::move(comparator);
     }
 
-    // The properties as the scripting language sees them. A getter returns what lives as long as
-    // this object is neither changed nor gone, and is a host value that is made once and then stays
-    // the same: native setters leave it alone, so that a property that was read or set from a
-    // script shows that value until a script sets another. Setters ignore null, except that of
-    // Types; one that throws changes nothing.
+    // The properties as the scripting language sees them. A getter returns a host value that is
+    // made once and valid until this object is changed or destroyed. Native setters leave it alone:
+    // a property that a script has read or set shows that value until a script sets another.
+    // Setters ignore null, except that of Types; one that throws changes nothing.
     [[nodiscard]] const std::u16string* getEntityTextProperty() const noexcept {
         return &m_entityText;
     }
     void setEntityTextProperty(const std::u16string* text);
 
-    // A row of members of the enumeration RefEntityType, null until a script set the types: those
-    // that were given natively are not shown. The setter takes an enumeration array of any shape;
-    // null and an empty array clear the types. Throws "VELTRA:class:RequireEnumeration" and, for
-    // members of another enumeration, "VELTRA:class:RequireClass".
+    // A row of members of the enumeration RefEntityType. It is null until a script sets the types;
+    // types that were given natively are not shown. The setter takes an enumeration array of any
+    // shape; null and an empty array clear the types. Throws "VELTRA:class:RequireEnumeration" and,
+    // for members of another enumeration, "VELTRA:class:RequireClass".
     [[nodiscard]] const vqArray* getTypesProperty() const noexcept { return m_typesCache.get(); }
     void setTypesProperty(const vqArray* types);
 
-    // An array of texts. Unlike the types, products that were given natively are shown. The setter
+    // An array of texts. Unlike types, products that were given natively are shown. The setter
     // throws "VELTRA:class:RequireStringArray".
     [[nodiscard]] const vqArray* getProductsProperty() const;
     void setProductsProperty(const vqArray* products);
 
-    // One enumeration member each, as told at utils::EnumerationProperty.
+    // One enumeration member each; see utils::EnumerationProperty.
     [[nodiscard]] const vqArray* getEntityCaseSensitivityProperty() const;
     void setEntityCaseSensitivityProperty(const vqArray* value);
     [[nodiscard]] const vqArray* getEntityPrecisionProperty() const;
     void setEntityPrecisionProperty(const vqArray* value);
 
-    // One comparator object, of which the setter takes a copy. A native function cannot be turned
-    // back into an object: until a script set one, the property shows an IndexOrderComparator,
-    // whatever setRefRequestComparator() was given. The setter throws
-    // "VELTRA:referenceapi:ExpectedScalarComparator" for any other count than one, and
+    // One comparator object; the setter copies it. A native function cannot be turned back into an
+    // object, so the property shows an IndexOrderComparator until a script sets another, whatever
+    // setRefRequestComparator() was given. The setter throws
+    // "VELTRA:referenceapi:ExpectedScalarComparator" unless there is exactly one element, and
     // "VELTRA:referenceapi:InvalidComparator".
     [[nodiscard]] const vqArray* getComparatorProperty() const;
     void setComparatorProperty(const vqArray* value);
@@ -143,7 +141,7 @@ class VELTRA_REFERENCE_API ReferenceRequest {
         EntityCaseSensitivity::Sensitive};
     utils::EnumerationProperty<EntityPrecision::Value> m_precision{EntityPrecision::Exact_Match};
 
-    // What the scripting language sees; null until it is first asked for, or set.
+    // What the scripting language sees; null until it is first read or set.
     vqArrayPtr m_typesCache;
     mutable vqArrayPtr m_productsCache;
     mutable vqArrayPtr m_comparatorCache;

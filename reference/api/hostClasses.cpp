@@ -62,13 +62,13 @@ void registerRequest() {
                "Whether the package qualification must match too.")
         .value("Comparator", {.kind = Shape::Object}, &ReferenceRequest::getComparatorProperty,
                &ReferenceRequest::setComparatorProperty,
-               "What orders the results: an object of one of the comparator classes. It is taken "
-               "as it is when it is set; changes to it count when it is set again.")
+               "What orders the results: an object of one of the comparator classes. It is copied "
+               "when it is set; later changes to it count only when it is set again.")
         .registerClass();
     ClassDescription<ReferenceData>("One result of a search.")
         .readOnly("HeaderInfo", &ReferenceData::getHeaderInfo,
-                  "The product that the entry was found in.")
-        .readOnly("RefItem", &ReferenceData::getRefItem, "The entry of the documentation.")
+                  "The product that the item was found in.")
+        .readOnly("RefItem", &ReferenceData::getRefItem, "The item of the documentation.")
         .registerClass();
 }
 
@@ -80,21 +80,21 @@ void registerRetriever(const char* documentation) {
                {.kind = Shape::Object, .className = HostName<ReferenceRequest>::id().str()},
                &ReferenceDataRetriever::getReferenceRequestProperty,
                &ReferenceDataRetriever::setReferenceRequestProperty,
-               "What to look for. A copy is taken: changes to a request count when it is set "
-               "again.")
+               "What to look for. It is copied when it is set; later changes to it count only "
+               "when it is set again.")
         .method("getReferenceData", &ReferenceDataRetriever::getReferenceData,
                 "Searches, and returns the results in the order of the request's comparator.")
         .registerClass();
 }
 
 void registerRetrievers() {
-    registerRetriever<ReferenceDataRetriever>("Finds the entries of entities by their names.");
+    registerRetriever<ReferenceDataRetriever>("Finds the items of entities by their names.");
     registerRetriever<AllTextDataRetriever>(
-        "Finds entries by a part of anything that they say in prose.");
+        "Finds items that contain a text anywhere in what they say.");
     registerRetriever<ClassEntityDataRetriever>(
         "Finds classes, enumerations and interfaces by name, each with all of its properties.");
-    registerRetriever<EntityPurposeDataRetriever>("Finds entries by a part of their purpose.");
-    registerRetriever<PageNameDataRetriever>("Finds all entries of a page, by the page's address.");
+    registerRetriever<EntityPurposeDataRetriever>("Finds items by a part of their purpose.");
+    registerRetriever<PageNameDataRetriever>("Finds all items of a page, by the page's address.");
 }
 
 bool registerClasses() {

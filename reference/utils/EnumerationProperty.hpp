@@ -21,8 +21,8 @@ class EnumerationProperty {
     // Any 32-bit number is stored as it is.
     void set(Value value) noexcept { m_value = value; }
 
-    // An array that holds one member of the enumeration. It lives as long as this object is neither
-    // changed nor gone.
+    // An array that holds one member of the enumeration. It is valid until this object is changed
+    // or destroyed.
     [[nodiscard]] const vqArray* getProperty() const;
 
     // Takes over one member or number, also a member of another enumeration: a number that has no

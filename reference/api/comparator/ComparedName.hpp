@@ -37,7 +37,7 @@ class VELTRA_REFERENCE_API ComparedName {
     }
     void setCaseSensitivity(EntityCaseSensitivity::Value value);
 
-    // As told at utils::EnumerationProperty.
+    // See utils::EnumerationProperty.
     [[nodiscard]] const vqArray* getCaseSensitivityProperty() const;
     void setCaseSensitivityProperty(const vqArray* value);
 
@@ -46,7 +46,7 @@ class VELTRA_REFERENCE_API ComparedName {
         return m_caseSensitivity.get() == EntityCaseSensitivity::Sensitive;
     }
 
-    // What names are compared with. Lives as long as this object is neither changed nor gone.
+    // What names are compared with. Valid until this object is changed or destroyed.
     [[nodiscard]] std::u16string_view getForm() const noexcept { return m_form; }
 
     // Whether `name`, folded unless case counts, is the form. Allocates nothing for names whose

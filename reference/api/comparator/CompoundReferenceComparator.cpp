@@ -17,9 +17,9 @@ CompoundReferenceComparator::CompoundReferenceComparator(
     std::vector<RefRequestComparator> comparators)
     : m_comparators(std::move(comparators)) {}
 
-// The reverse question comes first. For a well-formed comparator the order of the two makes no
-// difference; of a broken one that says yes both ways, the no is taken, so that the chain as a
-// whole never puts a before b and b before a.
+// The reverse question comes first. For a well-formed comparator the order makes no difference. If
+// a broken one says yes both ways, the answer is no, so that the chain never puts both a before b
+// and b before a.
 bool CompoundReferenceComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
     for (const auto& comparator : m_comparators) {
         if (comparator(b, a))

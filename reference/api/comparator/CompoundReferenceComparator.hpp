@@ -17,7 +17,7 @@ class VELTRA_REFERENCE_API CompoundReferenceComparator {
     // An empty chain.
     CompoundReferenceComparator();
 
-    // `comparators` in order of precedence. An empty function among them is found out only when a
+    // `comparators` in order of precedence. An empty function among them is not noticed until a
     // comparison reaches it.
     explicit CompoundReferenceComparator(std::vector<RefRequestComparator> comparators);
 
@@ -25,11 +25,11 @@ class VELTRA_REFERENCE_API CompoundReferenceComparator {
     // function, and what the comparators throw.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
-    // The chain as the scripting language sees it: the cell array that a script last set, null
-    // before; a chain that was given natively is not shown. Lives as long as this object is neither
-    // changed nor gone. The setter ignores null, and takes copies of the comparators, one from each
-    // cell; it throws "VELTRA:referenceapi:ExpectedComparatorCellArray" and
-    // "VELTRA:referenceapi:InvalidComparator", and changes nothing then. By one thread at a time.
+    // The chain as the scripting language sees it: the cell array that a script last set, or null;
+    // a chain that was given natively is not shown. Valid until this object is changed or
+    // destroyed. The setter ignores null. It copies one comparator from each cell. It throws
+    // "VELTRA:referenceapi:ExpectedComparatorCellArray" and
+    // "VELTRA:referenceapi:InvalidComparator"; nothing is changed then. One thread at a time.
     [[nodiscard]] const vqArray* getComparatorsProperty() const noexcept {
         return m_comparatorsCache.get();
     }

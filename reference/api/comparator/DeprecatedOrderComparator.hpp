@@ -5,8 +5,8 @@
 
 namespace reference::api::comparator {
 
-// Puts results that are still to be used before those that are not: a lower number of the
-// deprecation status, as a signed 32-bit integer, goes first. Stateless; any thread.
+// Puts current results before deprecated and removed ones: the lower number of the deprecation
+// status, as a signed 32-bit integer, goes first. Stateless; any thread.
 class VELTRA_REFERENCE_API DeprecatedOrderComparator {
   public:
     // Whether a goes before b.

@@ -10,7 +10,7 @@
 
 namespace reference::api::comparator {
 
-// Puts results that document an entity of the given name, of whatever type, before all others. The
+// Puts results that document an entity of the given name before all others, whatever its type. The
 // name is the whole qualified name.
 //
 // Comparing changes nothing and may run on any number of threads at once; one thread at a time may
@@ -25,15 +25,15 @@ class VELTRA_REFERENCE_API EntityNameMatchComparator {
     // Whether a goes before b.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
-    // The name to match; a null pointer given to the setter changes nothing. The pointer that the
-    // getter gives is never null and lives as long as this object.
+    // The name to match. The getter never returns null; its pointer is valid as long as this object
+    // lives. The setter ignores null.
     [[nodiscard]] const std::u16string* getEntityNameProperty() const noexcept {
         return &m_name.getText();
     }
     void setEntityNameProperty(const std::u16string* entityName) { m_name.setText(entityName); }
 
-    // Any 32-bit number is stored as it is; only Sensitive makes case count. The property is told
-    // at utils::EnumerationProperty.
+    // Any 32-bit number is stored as it is; only Sensitive makes case count. For the property see
+    // utils::EnumerationProperty.
     [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
         return m_name.getCaseSensitivity();
     }

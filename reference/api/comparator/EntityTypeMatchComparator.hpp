@@ -21,7 +21,7 @@ class VELTRA_REFERENCE_API EntityTypeMatchComparator {
     // Whether a goes before b.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
-    // Any 32-bit number is stored as it is; the property is told at utils::EnumerationProperty.
+    // Any 32-bit number is stored as it is. For the property see utils::EnumerationProperty.
     [[nodiscard]] property::RefEntityType::Value getRefEntityType() const noexcept {
         return m_refEntityType.get();
     }

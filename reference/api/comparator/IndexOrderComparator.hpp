@@ -5,8 +5,8 @@
 
 namespace reference::api::comparator {
 
-// Ties every pair, so that a stable sort leaves the results as they were found. What a request
-// orders with until it is told otherwise. Stateless; any thread.
+// Ties every pair, so a stable sort leaves the results as they were found. Requests order with it
+// until another comparator is set. Stateless; any thread.
 class VELTRA_REFERENCE_API IndexOrderComparator {
   public:
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;

@@ -26,11 +26,10 @@ constexpr char16_t toLowerAscii(char16_t unit) {
     return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit + (u'a' - u'A')) : unit;
 }
 
-// Whether a file name, folded, is `compareName`. This is deliberately not the fold that the page
-// name goes through when it is set: file names of pages are ASCII, so that only ASCII letters are
-// folded, within the first 1,024 units, to which the name is cut. With any other character among
-// those, the name is compared whole and unfolded; it then matches only if it stands in the very
-// form that the full fold gives the page name.
+// Whether a file name, folded, is `compareName`. This is deliberately not the fold of the page
+// name. File names of pages are ASCII, so only ASCII letters are folded, and the name is cut to its
+// first 1,024 units. If one of those is not ASCII, the whole name is compared unfolded: it matches
+// only if it is what the full fold makes of the page name.
 bool isFoldedFileName(std::u16string_view fileName, std::u16string_view compareName) {
     const std::u16string_view head = fileName.substr(0, maxFoldedUnits);
     if (std::ranges::any_of(head, [](char16_t unit) { return unit > 0x7F; }))

@@ -10,12 +10,12 @@
 
 namespace reference::api::comparator {
 
-// Puts the results of a page before all others. A page is named without folder and without ".html"
-// ("plot" for "ref/plot.html"); a fragment is part of an href's file name, so that an entry in the
-// middle of a page does not match.
+// Puts the results of a page before all others. A page is named without its folder and without
+// ".html" ("plot" for "ref/plot.html"). A fragment is part of an href's file name, so an item in
+// the middle of a page does not match.
 //
-// A default-constructed object has not derived what it compares with: until its page name or case
-// setting is set it matches the results whose href is empty or ends in '/'.
+// A default-constructed object compares with an empty file name, without ".html", until its page
+// name or case setting is set: it matches the results whose href is empty or ends in '/'.
 //
 // Comparing changes nothing and may run on any number of threads at once; one thread at a time may
 // set a property, and none while another compares.
@@ -27,15 +27,15 @@ class VELTRA_REFERENCE_API PageNameMatchComparator {
     // Whether a goes before b.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
-    // The page to match; a null pointer given to the setter changes nothing. The pointer that the
-    // getter gives is never null and lives as long as this object.
+    // The page to match. The getter never returns null; its pointer is valid as long as this object
+    // lives. The setter ignores null.
     [[nodiscard]] const std::u16string* getPageNameProperty() const noexcept {
         return &m_name.getText();
     }
     void setPageNameProperty(const std::u16string* pageName) { m_name.setText(pageName); }
 
-    // Any 32-bit number is stored as it is; only Sensitive makes case count. The property is told
-    // at utils::EnumerationProperty.
+    // Any 32-bit number is stored as it is; only Sensitive makes case count. For the property see
+    // utils::EnumerationProperty.
     [[nodiscard]] EntityCaseSensitivity::Value getEntityCaseSensitivity() const noexcept {
         return m_name.getCaseSensitivity();
     }

@@ -5,10 +5,10 @@
 
 namespace reference::api::comparator {
 
-// The usual ranking of help results, each rule deciding only what the ones before it tie: results
+// The usual ranking of help results. Each rule decides only what the rules before it tie: results
 // that are still to be used (DeprecatedOrderComparator), those of the help folder "veltra", those
-// of the help folder "pendrake", the smaller entity type, the smaller function type. Stateless,
-// without an allocation; any thread.
+// of the help folder "pendrake", the smaller entity type, the smaller function type. Stateless; a
+// comparison allocates nothing; any thread.
 class VELTRA_REFERENCE_API PreferredOrderComparator {
   public:
     // Whether a goes before b.

@@ -20,8 +20,8 @@ class VELTRA_REFERENCE_API ProductMatchComparator {
     // Whether a goes before b.
     [[nodiscard]] bool operator()(const ReferenceData& a, const ReferenceData& b) const;
 
-    // The help folder to match; a null pointer given to the setter changes nothing. The pointer
-    // that the getter gives is never null and lives as long as this object.
+    // The help folder to match. The getter never returns null; its pointer is valid as long as this
+    // object lives. The setter ignores null.
     [[nodiscard]] const std::u16string* getProductNameProperty() const noexcept {
         return &m_productName;
     }

@@ -44,8 +44,8 @@ ClassDescription<CompoundReferenceComparator> compound() {
         "Comparators", {.kind = Shape::CellArray, .mayBeNull = true},
         &CompoundReferenceComparator::getComparatorsProperty,
         &CompoundReferenceComparator::setComparatorsProperty,
-        "The comparators, in order of precedence. Null until it is set. They are taken as they are "
-        "when they are set; changes to them count when they are set again.");
+        "The comparators, in order of precedence. Null until it is set. They are copied when they "
+        "are set; later changes to them count only when they are set again.");
     return description;
 }
 

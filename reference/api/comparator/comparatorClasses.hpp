@@ -9,7 +9,7 @@
 
 namespace reference::api::comparator {
 
-// A comparator class, and how one of its objects becomes what results are ordered by.
+// A comparator class, and how an object of it becomes a function that orders results.
 struct ComparatorClass {
     // Its qualified name.
     std::string name;
@@ -17,9 +17,9 @@ struct ComparatorClass {
     RefRequestComparator (*copyOf)(const COSInterfacePtr& object);
 };
 
-// All of them, in the order in which a value's class is compared with theirs. The first call makes
-// them known to the object system: a comparator that scripts can see is one that they can set. They
-// live as long as the process. Any thread.
+// All of them, in the order in which a value's class is compared with theirs. The first call also
+// registers them with the object system, so scripts can set every comparator that they can see.
+// They live as long as the process. Any thread.
 [[nodiscard]] std::span<const ComparatorClass> comparatorClasses();
 
 }  // namespace reference::api::comparator

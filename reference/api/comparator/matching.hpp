@@ -5,8 +5,8 @@
 
 namespace reference::api::comparator {
 
-// Whether a goes before b when matching results go before those that do not match, and each of the
-// two classes is tied in itself. b is looked at only when a matches.
+// Whether a goes before b if matching results go before the others; two that match, or two that do
+// not, are tied. b is looked at only if a matches.
 template <typename Matches>
 [[nodiscard]] bool matchGoesFirst(const ReferenceData& a, const ReferenceData& b, Matches matches) {
     return matches(a) && !matches(b);

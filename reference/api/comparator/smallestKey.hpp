@@ -9,10 +9,9 @@
 
 namespace reference::api::comparator {
 
-// Whether a goes before b when each is ranked by the smallest key among its entities, the smaller
-// first. A result without entities has no key and goes after every result that has one; two of them
-// are tied. `keyOf` maps an entity to its key; it is called for every entity, and nothing else is
-// done: no allocation.
+// Whether a goes before b if results are ranked by the smallest key among their entities. A result
+// without entities has no key and goes after every result that has one; two of them are tied.
+// `keyOf` maps an entity to its key and is called for every entity. Allocates nothing.
 template <typename KeyOf>
 [[nodiscard]] bool smallestKeyGoesFirst(const ReferenceData& a, const ReferenceData& b,
                                         KeyOf keyOf) {
