@@ -19,24 +19,12 @@
 #include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
-#include "reference/api/comparator/CompoundReferenceComparator.hpp"
-#include "reference/api/comparator/DeprecatedOrderComparator.hpp"
-#include "reference/api/comparator/EntityDepthOrderComparator.hpp"
-#include "reference/api/comparator/EntityMatchComparator.hpp"
-#include "reference/api/comparator/EntityNameMatchComparator.hpp"
-#include "reference/api/comparator/EntityTypeMatchComparator.hpp"
-#include "reference/api/comparator/EntityTypeOrderComparator.hpp"
-#include "reference/api/comparator/FunctionTypeOrderComparator.hpp"
-#include "reference/api/comparator/IndexOrderComparator.hpp"
-#include "reference/api/comparator/PageNameMatchComparator.hpp"
-#include "reference/api/comparator/PreferredOrderComparator.hpp"
-#include "reference/api/comparator/ProductMatchComparator.hpp"
+#include "support/Comparators.hpp"
 #include "support/TempFolder.hpp"
 
 namespace reference::bench {
 namespace {
 
-using namespace api::comparator;
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
 using api::ReferenceData;
@@ -148,7 +136,7 @@ void registerAll() {
     registerSearch("search/page: by file name", [](benchmark::State& state) {
         search<PageNameDataRetriever>(state, loose(u"CLASS3.html"), productCount);
     });
-    // Reads every text of every entry, folded, and finds nothing: the dearest search there is.
+    // Reads every text of every item, folded, and finds nothing: the most expensive search.
     registerSearch("search/text: nowhere, any case", [](benchmark::State& state) {
         search<AllTextDataRetriever>(state, loose(u"no such words"), 0);
     });
@@ -156,33 +144,30 @@ void registerAll() {
         search<AllTextDataRetriever>(state, ReferenceRequest(u""), entityCount);
     });
 
-    const std::vector<std::pair<const char*, RefRequestComparator>> orders = {
-        {"order/index", IndexOrderComparator()},
-        {"order/deprecated", DeprecatedOrderComparator()},
-        {"order/depth", EntityDepthOrderComparator()},
-        {"order/type", EntityTypeOrderComparator()},
-        {"order/function type", FunctionTypeOrderComparator()},
-        {"order/entity, any case",
-         EntityMatchComparator(u"PRODUCT42.Class3", property::RefEntityType::Class,
-                               EntityCaseSensitivity::Insensitive)},
-        {"order/name, any case",
-         EntityNameMatchComparator(u"PRODUCT42.Class3", EntityCaseSensitivity::Insensitive)},
-        {"order/type match", EntityTypeMatchComparator(property::RefEntityType::Class)},
-        {"order/page, any case",
-         PageNameMatchComparator(u"CLASS3", EntityCaseSensitivity::Insensitive)},
-        {"order/product", ProductMatchComparator(u"product42")},
-        {"order/preferred", PreferredOrderComparator()},
-        // The rival: the same order as a chain of functions.
-        {"order/preferred, as a compound",
-         CompoundReferenceComparator({DeprecatedOrderComparator(),
-                                      ProductMatchComparator(u"veltra"),
-                                      ProductMatchComparator(u"pendrake"),
-                                      EntityTypeOrderComparator(), FunctionTypeOrderComparator()})},
+    // Every comparator that there is, made for what one result has. The compound is the rival of
+    // the preferred order: the same order as a chain of functions.
+    const auto chained = [](const char* className, const char16_t* product = u"") {
+        return tests::ComparatorPair{
+            .className = className,
+            .object = {},
+            .native = tests::makeNatively(className, {.productName = product}),
+            .fields = {}};
     };
-    for (const auto& [name, comparator] : orders)
-        benchmark::RegisterBenchmark(name, [comparator = comparator](benchmark::State& state) {
-            order(state, comparator);
-        })->Unit(benchmark::kMillisecond);
+    const tests::ComparatorFields fields{
+        .entityName = u"PRODUCT42.Class3",
+        .pageName = u"CLASS3",
+        .productName = u"product42",
+        .refEntityType = property::RefEntityType::Class,
+        .caseSensitivity = EntityCaseSensitivity::Insensitive,
+        .comparators = {
+            chained("DeprecatedOrderComparator"), chained("ProductMatchComparator", u"veltra"),
+            chained("ProductMatchComparator", u"pendrake"), chained("EntityTypeOrderComparator"),
+            chained("FunctionTypeOrderComparator")}};
+    for (const auto& className : tests::comparatorClassNames())
+        benchmark::RegisterBenchmark(("order/" + className).c_str(),
+                                     [comparator = tests::makeNatively(className, fields)](
+                                         benchmark::State& state) { order(state, comparator); })
+            ->Unit(benchmark::kMillisecond);
 }
 
 }  // namespace
