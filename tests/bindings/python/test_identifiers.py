@@ -48,6 +48,9 @@ RAISES = {
     "VELTRA:referenceapi:ExpectedComparatorCellArray": lambda native: (
         CompoundReferenceComparator(Comparators=1)
     ),
+    "VELTRA:referenceapi:ExpectedRequest": lambda native: ReferenceDataRetriever(
+        ReferenceRequest=[]
+    ),
     "VELTRA:referenceapi:ExpectedScalarComparator": setting("Comparator", []),
     "VELTRA:referenceapi:InvalidComparator": setting("Comparator", 1),
 }
