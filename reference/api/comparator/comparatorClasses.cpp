@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/core/NeverDestroyed.hpp"
 #include "property/hostNames.hpp"
 #include "reference/api/comparator/CompoundReferenceComparator.hpp"
 #include "reference/api/comparator/DeprecatedOrderComparator.hpp"
@@ -24,6 +25,7 @@
 namespace reference::api::comparator {
 namespace {
 
+using foundation::core::NeverDestroyed;
 using property::RefEntityType;
 using zorb::ClassDescription;
 using zorb::HostName;
@@ -124,8 +126,7 @@ ComparatorClass known(ClassDescription<Comparator> description) {
 }  // namespace
 
 std::span<const ComparatorClass> comparatorClasses() {
-    // Never destroyed: scripts may end after static objects have gone.
-    static const auto& all = *new std::vector<ComparatorClass>{
+    static const NeverDestroyed<std::vector<ComparatorClass>> all(std::vector<ComparatorClass>{
         known(compound()),
         known(comparator<DeprecatedOrderComparator>(
             "Orders entities that are still to be used before those that are not.")),
@@ -143,8 +144,8 @@ std::span<const ComparatorClass> comparatorClasses() {
             "own pages, then by kind of entity and of function.")),
         known(productMatch()),
         known(comparator<EntityDepthOrderComparator>("Orders less qualified names first.")),
-    };
-    return all;
+    });
+    return *all;
 }
 
 }  // namespace reference::api::comparator
