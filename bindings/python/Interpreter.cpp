@@ -50,15 +50,15 @@ Operation::~Operation() {
 }
 
 void waitForOperationsAtExit() {
-    // Functions that were registered earlier are called later; only when all have been called are
-    // they, and what they were registered with, let go of.
+    // Python calls these functions in reverse order, so this one may be followed by others. Only
+    // after the last one does Python release them and their arguments, which include this capsule.
     const py::capsule last(&running, [](void*) {
         if (wereExitFunctionsCalled)
             endOperations();
     });
     const auto atExit = py::module_::import("atexit").attr("register");
     atExit(py::cpp_function([](const py::object&) { wereExitFunctionsCalled = true; }), last);
-    // A forked process has but the one thread that forked.
+    // A forked process has only the thread that forked.
     pthread_atfork(nullptr, nullptr, [] { running = runningHere; });
 }
 

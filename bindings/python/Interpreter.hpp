@@ -1,4 +1,4 @@
-// The bridge as one of several threads of an interpreter that comes to an end.
+// How calls of the bridge and the end of the interpreter keep out of each other's way.
 #pragma once
 
 #include <exception>
@@ -8,10 +8,10 @@
 namespace veltra::python {
 
 // Every use of a host object holds one for as long as it runs. Once it has begun to end, the
-// interpreter ends every other thread (a daemon) by unwinding the thread's stack, which would let
-// go of Python objects in the midst of C++ code, without the interpreter lock; and the process's
-// static objects go. So the interpreter begins to end when all uses have ended, and a thread that
-// comes for another one then is left waiting, for good.
+// interpreter ends every other thread (a daemon) by unwinding the thread's stack as soon as the
+// thread asks for the interpreter lock. In the middle of C++ code that would let go of Python
+// objects without the lock. So the interpreter begins to end when no use is under way, and a thread
+// that begins another one after that waits until the process is gone.
 //
 // Requires: the interpreter lock is held when it is made and when it ends.
 class Operation {
@@ -22,8 +22,9 @@ class Operation {
     Operation& operator=(const Operation&) = delete;
 };
 
-// To be called once, when the extension is loaded: makes the interpreter wait as told above, after
-// all that scripts have registered to be called at its end. An interrupt ends the waiting.
+// To be called once, when the extension is loaded: makes the interpreter wait as described above,
+// after it has called all functions that scripts registered for its end. An interrupt ends the
+// wait.
 void waitForOperationsAtExit();
 
 // Runs `work`, which must not touch the interpreter, while other Python threads run. What it throws

@@ -42,12 +42,12 @@ void ReferenceDataRetriever::setupRetriever() {
     const std::u16string& text = m_request.getEntityText();
     m_searchedText = m_request.isCaseSensitive() ? text : utils::toLowerCopy(text);
     m_isPropertySearch = isTypeMatch(RefEntityType::Property);
-    m_segmentCount = static_cast<std::size_t>(std::ranges::count(m_searchedText, u'.')) + 1;
+    m_componentCount = static_cast<std::size_t>(std::ranges::count(m_searchedText, u'.')) + 1;
 }
 
 std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
-    // One snapshot for the whole answer: the caches may be cleared, and the language changed, while
-    // it is put together.
+    // One snapshot for the whole answer, because the caches may be cleared, or the language
+    // changed, meanwhile.
     const cache_manager::LookupSnapshot lookup;
     const auto products = lookup.productsWithEntity(m_request, getSearchMethod());
     std::vector<ReferenceData> results;
@@ -57,14 +57,14 @@ std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
     for (const auto& [product, matches] : products) {
         try {
             const auto resource = lookup.resourceOf(product, matches.referenceFileName);
-            // The product's lookup file names a reference file that does not hold the product.
+            // The product's lookup file names a reference file that does not contain the product.
             if (!resource)
                 continue;
             auto found = filterReferenceData(*resource, matches.hrefs);
             results.insert(results.end(), std::make_move_iterator(found.begin()),
                            std::make_move_iterator(found.end()));
         } catch (const DocParserException&) {
-            // One product's broken file must not cost the reader the others.
+            // The other products are still searched.
         }
     }
 
@@ -79,8 +79,8 @@ const vqArray* ReferenceDataRetriever::getReferenceRequestProperty() const {
     return m_requestCache.get();
 }
 
-// What is kept is a new object, not the given one: a script that goes on changing its request must
-// not see those changes here, where they have no effect.
+// Keeps a new object, not the given one: if a script goes on changing its request, it must not see
+// those changes here, where they have no effect.
 void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
     if (value == nullptr)
         return;
@@ -89,7 +89,7 @@ void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
     ReferenceDataRetriever prepared(
         omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy());
     prepared.m_requestCache = zorb::wrap(prepared.m_request);
-    // All is derived; nothing fails from here on.
+    // Nothing can fail from here on.
     ReferenceDataRetriever::operator=(std::move(prepared));
 }
 
@@ -132,8 +132,7 @@ bool ReferenceDataRetriever::isPropertyMatch(const RefItem& item) const {
     });
 }
 
-// Makes the synthetic entries of an entity's matching properties, and keeps them when there are
-// any.
+// Makes the synthetic items of an entity's matching properties, and keeps them if there are any.
 bool ReferenceDataRetriever::findPropertyEntities(const RefEntity& entity,
                                                   const RefItem& item) const {
     std::vector<RefItem> found;
@@ -154,7 +153,7 @@ bool ReferenceDataRetriever::isPropertyContentMatch(const std::u16string& qualif
                                                     const ClassProperty& /*property*/) const {
     const std::u16string name =
         isCaseSensitive() ? qualifiedName : utils::toLowerCopy(qualifiedName);
-    return utils::matchUnqualifiedString(m_searchedText, m_segmentCount, name, isExactMatch());
+    return utils::matchUnqualifiedString(m_searchedText, m_componentCount, name, isExactMatch());
 }
 
 void ReferenceDataRetriever::addPropertyMatches(const HeaderInfo& header, const RefItem& item,
@@ -176,12 +175,12 @@ RefItem ReferenceDataRetriever::createPropertyEntity(const RefItem& item,
                                                      const ClassProperty& property,
                                                      const std::u16string& qualifiedName,
                                                      const std::u16string& entityName) const {
-    // A class's entity usually carries its package in its name; where it does not, it is added.
+    // A class's entity usually has its package in its name; if not, the package is added.
     const std::u16string& package = item.getPackageName();
     const bool holdsPackage = qualifiedName.find(package) != std::u16string::npos;
     std::u16string fullName = holdsPackage ? qualifiedName : package + u"." + qualifiedName;
 
-    // The way back from the property to the page of its class.
+    // From the property back to the page of its class.
     const std::u16string& href = item.getHref();
     const auto slash = href.rfind(u'/');
     std::u16string page = slash == std::u16string::npos ? href : href.substr(slash + 1);

@@ -19,21 +19,21 @@
 
 namespace reference::api {
 
-// Turns one request into the ordered list of documentation entries that answer it: here, those
-// whose entity bears the requested name. Derived retrievers look for something else by overriding
-// the private hooks; the way from request to result is the same for all.
+// Turns one request into the ordered list of items that answer it: here, those with an entity of
+// the requested name. Derived retrievers look for something else by overriding the private hooks;
+// the way from request to result is the same for all.
 //
-// Where the request admits properties of classes, a class's entry gives way to one synthetic entry
-// for each of its properties that matches.
+// If the request admits properties of classes, a class's item is replaced by one synthetic item for
+// each of its properties that matches.
 //
-// One object serves one thread at a time, getReferenceData() included although it is const;
-// separate objects may search at the same time.
+// One thread at a time may use an object, also for getReferenceData(), although that is const.
+// Separate objects may search at the same time.
 class VELTRA_REFERENCE_API ReferenceDataRetriever {
   public:
-    // A retriever that is to be given its request later. Searching with it finds nothing.
+    // A retriever whose request is set later. Until then a search finds nothing.
     ReferenceDataRetriever();
 
-    // Takes the request over and derives from it what is asked of every entry.
+    // Takes the request over and derives from it what every item is compared with.
     explicit ReferenceDataRetriever(ReferenceRequest request);
 
     ReferenceDataRetriever(ReferenceDataRetriever&& other) noexcept;
@@ -41,18 +41,18 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
 
     virtual ~ReferenceDataRetriever();
 
-    // Searches, and orders what was found with a copy of the request's comparator; ties keep the
-    // order of product name, href and place on the page. Nothing is de-duplicated. The results are
-    // the caller's own.
+    // Searches, and orders the results with a copy of the request's comparator; ties keep the order
+    // of product name, href and place on the page. Nothing is de-duplicated. The results share
+    // nothing with the caches.
     //
     // A product whose documentation cannot be parsed is left out. Throws what the parser throws for
-    // the lookup files, what the comparator throws, and std::bad_function_call when the request
-    // carries an empty comparator and there are results to compare.
+    // the lookup files, what the comparator throws, and std::bad_function_call if the comparator is
+    // empty and there are two results.
     [[nodiscard]] virtual std::vector<ReferenceData> getReferenceData() const;
 
-    // The request as an object of the scripting language, in a 1-by-1 array that lives as long as
-    // this object is neither changed nor gone. What is set on the object later does not reach this
-    // retriever; set the property again for that. Counts as a use by one thread, as a search does.
+    // The request as an object of the scripting language, in a 1-by-1 array that is valid until
+    // this object is changed or destroyed. Changing that request does not change this retriever;
+    // set the property again for that. One thread at a time, as for a search.
     [[nodiscard]] const vqArray* getReferenceRequestProperty() const;
 
     // Takes a copy of the request that the first element of `value` wraps, and searches by that
@@ -67,36 +67,36 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
   protected:
     using Resource = docparser::DocResource<property::RefItem>;
 
-    // Whether the request admits entities of this type: it lists the type, or none at all.
+    // Whether the request admits entities of this type: it lists the type, or no type at all.
     [[nodiscard]] bool isTypeMatch(property::RefEntityType::Value type) const;
 
-    // The request's text, in lower case unless case counts. Lives as long as this object is not
-    // changed.
+    // The request's text, in lower case unless case counts. Valid until this object is changed.
     [[nodiscard]] const std::u16string& getSearchedText() const noexcept { return m_searchedText; }
     [[nodiscard]] bool isAllTextMatch() const noexcept { return m_request.isAllTextMatch(); }
     [[nodiscard]] bool isCaseSensitive() const noexcept { return m_request.isCaseSensitive(); }
     [[nodiscard]] bool isExactMatch() const noexcept { return m_request.isExactMatch(); }
 
   private:
-    // Whether a class's entry itself goes before the entries of its matching properties. Asked of
-    // each entity of the entry, in order, until one says yes. Here: when everything of the entity's
-    // type is wanted.
+    // Whether a class's item comes before the items of its matching properties. Called for each
+    // entity of the item, in order, until it is true. Here: if everything of the entity's type is
+    // wanted.
     [[nodiscard]] virtual bool shouldAddParentEntity(const property::RefEntity& entity,
                                                      const property::RefItem& item) const;
 
-    // How the lookup resources are searched for pages. Asked once a search. Here: by entity name.
+    // How the lookup resources are searched for pages. Called once a search. Here: by entity name.
     [[nodiscard]] virtual cache_manager::ReferenceCacheManager::SearchMethod getSearchMethod()
         const;
 
-    // The results that one product's resource yields from the pages that matched. Called once for
-    // each product with matches. A DocParserException leaves the product out; anything else ends
-    // the search. Here: every entry of those pages, classes' entries as told above.
+    // The results from one product: what its resource holds on the pages that matched. Called once
+    // for each product with matches. A DocParserException leaves the product out; any other
+    // exception ends the search. Here: every item of those pages, with classes expanded as
+    // described above.
     [[nodiscard]] virtual std::vector<ReferenceData> filterReferenceData(
         const Resource& resource, const std::set<std::u16string>& hrefs) const;
 
     // Whether a property of a class is wanted; `qualifiedName` is the class entity's name, a dot
-    // and the property's. Asked of each property, unless everything matches. Here: when that name
-    // is the requested one.
+    // and the property's name. Called for each property, unless everything matches. Here: if it is
+    // the requested name.
     [[nodiscard]] virtual bool isPropertyContentMatch(
         const std::u16string& qualifiedName, const property::ClassProperty& property) const;
 
@@ -116,14 +116,14 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
 
     // Derived from the request by setupRetriever().
     std::u16string m_searchedText;
-    std::size_t m_segmentCount = 0;
+    std::size_t m_componentCount = 0;
     bool m_isPropertySearch = false;
 
-    // What the last successful property match made, on its way to addPropertyMatches(). The reason
-    // why a const search is for one thread at a time.
+    // What the last successful property match made, for addPropertyMatches(). Because of it a const
+    // search is for one thread at a time.
     mutable std::optional<std::vector<property::RefItem>> m_pendingPropertyEntities;
 
-    // The request as the scripting language sees it; null until it is first asked for, or set.
+    // The request as the scripting language sees it; null until it is first read or set.
     mutable vqArrayPtr m_requestCache;
 };
 
