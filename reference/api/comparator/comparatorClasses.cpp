@@ -33,14 +33,14 @@ using zorb::Shape;
 
 // A comparator, of which scripts may make objects.
 template <typename Comparator>
-ClassDescription<Comparator> comparator(const char* documentation) {
+ClassDescription<Comparator> describe(const char* documentation) {
     ClassDescription<Comparator> description(documentation);
     description.constructible();
     return description;
 }
 
 ClassDescription<CompoundReferenceComparator> compound() {
-    auto description = comparator<CompoundReferenceComparator>(
+    auto description = describe<CompoundReferenceComparator>(
         "A chain of comparators: each one decides only what those before it leave undecided.");
     description.value(
         "Comparators", {.kind = Shape::CellArray, .mayBeNull = true},
@@ -72,7 +72,7 @@ void describeRefEntityType(ClassDescription<Comparator>& description) {
 }
 
 ClassDescription<EntityMatchComparator> entityMatch() {
-    auto description = comparator<EntityMatchComparator>(
+    auto description = describe<EntityMatchComparator>(
         "Orders results that document an entity of the given kind and name before all others.");
     describeEntityName(description);
     describeRefEntityType(description);
@@ -81,7 +81,7 @@ ClassDescription<EntityMatchComparator> entityMatch() {
 }
 
 ClassDescription<EntityNameMatchComparator> entityNameMatch() {
-    auto description = comparator<EntityNameMatchComparator>(
+    auto description = describe<EntityNameMatchComparator>(
         "Orders results that document an entity of the given name before all others.");
     describeEntityName(description);
     describeCaseSensitivity(description);
@@ -89,7 +89,7 @@ ClassDescription<EntityNameMatchComparator> entityNameMatch() {
 }
 
 ClassDescription<EntityTypeMatchComparator> entityTypeMatch() {
-    auto description = comparator<EntityTypeMatchComparator>(
+    auto description = describe<EntityTypeMatchComparator>(
         "Orders results that document an entity of the given kind before all others.");
     describeRefEntityType(description);
     return description;
@@ -97,7 +97,7 @@ ClassDescription<EntityTypeMatchComparator> entityTypeMatch() {
 
 ClassDescription<PageNameMatchComparator> pageNameMatch() {
     auto description =
-        comparator<PageNameMatchComparator>("Orders the results of a page before all others.");
+        describe<PageNameMatchComparator>("Orders the results of a page before all others.");
     description.text("PageName", &PageNameMatchComparator::getPageNameProperty,
                      &PageNameMatchComparator::setPageNameProperty,
                      "The page, without folder and without \".html\".");
@@ -106,7 +106,7 @@ ClassDescription<PageNameMatchComparator> pageNameMatch() {
 }
 
 ClassDescription<ProductMatchComparator> productMatch() {
-    auto description = comparator<ProductMatchComparator>(
+    auto description = describe<ProductMatchComparator>(
         "Orders results whose help folder is the given one before all others.");
     description.text("ProductName", &ProductMatchComparator::getProductNameProperty,
                      &ProductMatchComparator::setProductNameProperty, "The help folder to match.");
@@ -128,22 +128,22 @@ ComparatorClass known(ClassDescription<Comparator> description) {
 std::span<const ComparatorClass> comparatorClasses() {
     static const NeverDestroyed<std::vector<ComparatorClass>> all(std::vector<ComparatorClass>{
         known(compound()),
-        known(comparator<DeprecatedOrderComparator>(
+        known(describe<DeprecatedOrderComparator>(
             "Orders entities that are still to be used before those that are not.")),
         known(entityMatch()),
         known(entityNameMatch()),
         known(entityTypeMatch()),
-        known(comparator<EntityTypeOrderComparator>("Orders by the number of the kind of entity.")),
-        known(comparator<FunctionTypeOrderComparator>(
-            "Orders by the number of the kind of function.")),
-        known(comparator<IndexOrderComparator>(
-            "Leaves the results in the order they were found in.")),
+        known(describe<EntityTypeOrderComparator>("Orders by the number of the kind of entity.")),
+        known(
+            describe<FunctionTypeOrderComparator>("Orders by the number of the kind of function.")),
+        known(
+            describe<IndexOrderComparator>("Leaves the results in the order they were found in.")),
         known(pageNameMatch()),
-        known(comparator<PreferredOrderComparator>(
+        known(describe<PreferredOrderComparator>(
             "The usual order of help results: what is still to be used first, then the product's "
             "own pages, then by kind of entity and of function.")),
         known(productMatch()),
-        known(comparator<EntityDepthOrderComparator>("Orders less qualified names first.")),
+        known(describe<EntityDepthOrderComparator>("Orders less qualified names first.")),
     });
     return *all;
 }
