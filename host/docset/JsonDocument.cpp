@@ -16,7 +16,7 @@ namespace {
 
 namespace json = boost::json;
 
-constexpr std::size_t mostPlacedFaults = 100;
+constexpr std::size_t maxPlacedFaults = 100;
 
 json::string_view keyView(std::string_view text) {
     return {text.data(), text.size()};
@@ -32,7 +32,7 @@ std::string whyNotJson(std::string_view text, const json::error_code& error) {
         return std::string("The file is not UTF-8. ") + fault.what();
     }
     if (error == json::error::too_deep)
-        return "The document is nested more than " + std::to_string(deepestNesting) +
+        return "The document is nested more than " + std::to_string(maxNesting) +
                " levels deep; a documentation file never is.";
     if (error == json::error::incomplete)
         return "The file ends in the middle of the JSON document.";
@@ -46,18 +46,18 @@ std::string whyNotJson(std::string_view text, const json::error_code& error) {
 JsonDocument::JsonDocument(std::string file, std::string text, FaultHandler onFault)
     : m_file(std::move(file)), m_text(std::move(text)), m_onFault(std::move(onFault)) {}
 
-std::unique_ptr<JsonDocument> JsonDocument::read(const std::filesystem::path& root,
+std::unique_ptr<JsonDocument> JsonDocument::read(const files::Folder& root,
                                                  std::string_view relativePath,
                                                  FaultHandler onFault) {
     auto text = readContainedFile(root, relativePath, onFault);
     if (!text)
         return nullptr;
-    const std::string file = (root / std::filesystem::path(relativePath)).string();
+    const std::string file = (root.path() / std::filesystem::path(relativePath)).string();
     std::unique_ptr<JsonDocument> document(
         new JsonDocument(file, std::move(*text), std::move(onFault)));
 
     json::parse_options options;
-    options.max_depth = deepestNesting;
+    options.max_depth = maxNesting;
     json::parser parser(json::storage_ptr(), options);
     parser.reset(&document->m_memory);
     json::error_code error;
@@ -128,7 +128,7 @@ void JsonDocument::fault(const JsonNode& at, std::string problem) const {
     }
     std::ranges::reverse(path);
     // Each search walks the whole text: where everything is wrong, the first places will do.
-    const bool isPlaced = m_faults++ < mostPlacedFaults;
+    const bool isPlaced = m_faults++ < maxPlacedFaults;
     const auto offset = isPlaced ? findJsonValue(m_text, path) : std::nullopt;
     const TextPosition position = offset ? positionOf(m_text, *offset) : TextPosition{};
     m_onFault({.file = m_file,
@@ -198,6 +198,11 @@ std::optional<std::uint64_t> JsonNode::wholeNumber() const {
         return number;
     fault("A whole number of 0 or more was expected here.");
     return std::nullopt;
+}
+
+void JsonNode::requireElements() const {
+    if (const auto* array = m_value->if_array(); array != nullptr && array->empty())
+        fault("The list is empty; it must have at least one element.");
 }
 
 bool JsonNode::isText() const {

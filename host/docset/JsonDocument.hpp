@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <initializer_list>
 #include <memory>
 #include <optional>
@@ -16,11 +15,12 @@
 #include <boost/json/value.hpp>
 
 #include "docset/Fault.hpp"
+#include "files/Folder.hpp"
 
 namespace reference::docset {
 
-// The deepest nesting of a documentation file: twice what its format needs.
-inline constexpr std::size_t deepestNesting = 32;
+// How deeply a documentation file may be nested: twice what its format needs.
+inline constexpr std::size_t maxNesting = 32;
 
 class JsonDocument;
 
@@ -55,6 +55,9 @@ class JsonNode {
     // `mayBeEmpty` is false.
     [[nodiscard]] std::u16string requiredTextOf(std::string_view name, bool mayBeEmpty) const;
 
+    // Reports a list that has no elements; anything else is not this question's business.
+    void requireElements() const;
+
     // Calls `visit(node)` for each element of the array, or reports that this is not one.
     template <typename Visit>
     void forEachElement(Visit visit) const;
@@ -86,7 +89,7 @@ class JsonDocument {
   public:
     // Reads and parses the file `relativePath` below `root`. Nothing, after one call of `onFault`,
     // when it cannot be read, is not well-formed UTF-8 or JSON, or is nested too deeply.
-    [[nodiscard]] static std::unique_ptr<JsonDocument> read(const std::filesystem::path& root,
+    [[nodiscard]] static std::unique_ptr<JsonDocument> read(const files::Folder& root,
                                                             std::string_view relativePath,
                                                             FaultHandler onFault);
 

@@ -93,7 +93,7 @@ class PathHandler {
 
 json::parse_options options() {
     json::parse_options chosen;
-    chosen.max_depth = deepestNesting;
+    chosen.max_depth = maxNesting;
     return chosen;
 }
 

@@ -13,7 +13,7 @@ namespace {
 
 namespace json = boost::json;
 
-constexpr std::size_t longestLine = 100;
+constexpr std::size_t maxLineWidth = 100;
 
 class Writer {
   public:
@@ -33,7 +33,7 @@ class Writer {
         std::size_t width = m_indent.size();
         return std::ranges::all_of(array, [&](const json::value& element) {
             width += element.is_string() ? element.get_string().size() + 4 : 24;
-            return !element.is_structured() && width <= longestLine;
+            return !element.is_structured() && width <= maxLineWidth;
         });
     }
 

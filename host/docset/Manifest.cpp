@@ -7,6 +7,8 @@
 #include "docset/ContainedFile.hpp"
 #include "docset/Formats.hpp"
 #include "docset/JsonDocument.hpp"
+#include "docset/ManifestFile.hpp"
+#include "docset/SetNames.hpp"
 #include "fl/i18n/utf.hpp"
 
 namespace reference::docset {
@@ -102,8 +104,14 @@ std::optional<std::string> ManifestProduct::localeFor(
 
 std::optional<Manifest> readManifest(const std::filesystem::path& root,
                                      const FaultHandler& onFault) {
+    const auto folder = openRoot(root, manifestFileName, onFault);
+    return folder ? readManifestFile(*folder, manifestFileName, onFault) : std::nullopt;
+}
+
+std::optional<Manifest> readManifestFile(const files::Folder& root, const std::string& fileName,
+                                         const FaultHandler& onFault) {
     FaultWatch watch(onFault);
-    const auto document = JsonDocument::read(root, manifestFileName, watch.handler());
+    const auto document = JsonDocument::read(root, fileName, watch.handler());
     if (!document)
         return std::nullopt;
     const auto top = document->top(manifestFormat, formatVersion);
@@ -120,10 +128,8 @@ std::optional<Manifest> readManifest(const std::filesystem::path& root,
         const auto locale = node.text();
         if (!locale)
             return;
-        if (const auto reason = whyNotContained(*locale))
-            node.fault("A locale is the name of a folder. " + *reason);
-        else if (locale->find('/') != std::string_view::npos)
-            node.fault("A locale is the name of one folder; it must be a name such as en_US.");
+        if (const auto reason = whyNotALocale(*locale))
+            node.fault("\"" + std::string(*locale) + "\" is no locale. " + *reason);
         else if (std::ranges::find(manifest.locales, *locale) != manifest.locales.end())
             node.fault("The locale is listed twice.");
         else

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "docset/ContainedFile.hpp"
 #include "docset/Formats.hpp"
 #include "docset/ItemReader.hpp"
 #include "docset/JsonDocument.hpp"
@@ -17,9 +18,23 @@ void readHeaderFields(const JsonNode& node, ProductHeader& header) {
     header.version = node.textOf("version");
 }
 
+// A member that files a list under a name of the author's.
+void requireNameAndElements(std::string_view name, const JsonNode& list) {
+    if (name.empty())
+        list.fault("The name is empty; it may not be here.");
+    list.requireElements();
+}
+
 }  // namespace
 
 std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
+                                             std::string_view relativePath,
+                                             const FaultHandler& onFault) {
+    const auto folder = openRoot(root, relativePath, onFault);
+    return folder ? readLookupFile(*folder, relativePath, onFault) : std::nullopt;
+}
+
+std::optional<LookupContents> readLookupFile(const files::Folder& root,
                                              std::string_view relativePath,
                                              const FaultHandler& onFault) {
     const auto document = JsonDocument::read(root, relativePath, onFault);
@@ -36,6 +51,7 @@ std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
         return std::nullopt;
     readHeaderFields(*product, contents.header);
     entities->forEachMember([&](std::string_view name, const JsonNode& list) {
+        requireNameAndElements(name, list);
         auto& records = contents.entities[fl::i18n::toUtf16(name)];
         list.forEachElement(
             [&](const JsonNode& node) { records.push_back(readLookupRecord(node)); });
@@ -44,6 +60,13 @@ std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
 }
 
 std::optional<std::vector<ReferenceContents>> readReferenceFile(const std::filesystem::path& root,
+                                                                std::string_view relativePath,
+                                                                const FaultHandler& onFault) {
+    const auto folder = openRoot(root, relativePath, onFault);
+    return folder ? readReferenceFile(*folder, relativePath, onFault) : std::nullopt;
+}
+
+std::optional<std::vector<ReferenceContents>> readReferenceFile(const files::Folder& root,
                                                                 std::string_view relativePath,
                                                                 const FaultHandler& onFault) {
     const auto document = JsonDocument::read(root, relativePath, onFault);
@@ -63,6 +86,7 @@ std::optional<std::vector<ReferenceContents>> readReferenceFile(const std::files
         readHeaderFields(node, contents.header);
         if (const auto pages = node.require("pages"))
             pages->forEachMember([&](std::string_view href, const JsonNode& list) {
+                requireNameAndElements(href, list);
                 const std::u16string key = fl::i18n::toUtf16(href);
                 auto& items = contents.pages[key];
                 list.forEachElement(

@@ -9,6 +9,7 @@
 
 #include "docset/Fault.hpp"
 #include "docset/ProductDocumentation.hpp"
+#include "files/Folder.hpp"
 #include "foundation/core/export.hpp"
 
 namespace reference::docset {
@@ -33,5 +34,11 @@ struct ReferenceContents {
     const std::filesystem::path& root, std::string_view relativePath, const FaultHandler& onFault);
 [[nodiscard]] VELTRA_HOST_API std::optional<std::vector<ReferenceContents>> readReferenceFile(
     const std::filesystem::path& root, std::string_view relativePath, const FaultHandler& onFault);
+
+// The same for a documentation root that is held open.
+[[nodiscard]] VELTRA_HOST_API std::optional<LookupContents> readLookupFile(
+    const files::Folder& root, std::string_view relativePath, const FaultHandler& onFault);
+[[nodiscard]] VELTRA_HOST_API std::optional<std::vector<ReferenceContents>> readReferenceFile(
+    const files::Folder& root, std::string_view relativePath, const FaultHandler& onFault);
 
 }  // namespace reference::docset

@@ -5,25 +5,26 @@
 #include <charconv>
 #include <cstddef>
 #include <cstring>
-#include <fcntl.h>
-#include <fstream>
 #include <optional>
 #include <set>
+#include <sstream>
 #include <string_view>
 #include <sys/file.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
-#include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
-#include <boost/json/value.hpp>
 
-#include "docset/ContainedFile.hpp"
 #include "docset/Formats.hpp"
-#include "docset/ItemWriter.hpp"
 #include "docset/JsonText.hpp"
 #include "docset/Manifest.hpp"
+#include "docset/ManifestFile.hpp"
+#include "docset/ProductFileReader.hpp"
+#include "docset/ProductFileWriter.hpp"
+#include "docset/SetNames.hpp"
+#include "files/Folder.hpp"
 #include "fl/i18n/utf.hpp"
 
 namespace reference::docset {
@@ -32,154 +33,82 @@ namespace {
 namespace fs = std::filesystem;
 namespace json = boost::json;
 
-constexpr const char* lockFileName = ".documentation-set.lock";
-
 [[noreturn]] void fail(const fs::path& file, const std::string& problem) {
     throw PublishError(file.string() + ": " + problem);
 }
 
-[[noreturn]] void failWithErrno(const fs::path& file, const char* what) {
-    const int code = errno;
-    fail(file, std::string(what) + ": " + std::strerror(code) + ".");
+[[noreturn]] void raiseFault(const Fault& fault) {
+    throw PublishError(fault.toString());
 }
 
-// A file descriptor that closes itself.
-class Descriptor {
-  public:
-    Descriptor(const fs::path& file, int flags)
-        : m_number(::open(file.c_str(), flags | O_CLOEXEC, 0644)) {
-        if (m_number < 0)
-            failWithErrno(file, "The file cannot be opened");
-    }
-    Descriptor(const Descriptor&) = delete;  // one owner closes
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { ::close(m_number); }
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+    return std::ranges::find(names, name) != names.end();
+}
 
-    [[nodiscard]] int number() const noexcept { return m_number; }
+std::string contentOf(const json::object& document) {
+    std::ostringstream content;
+    writeJson(content, document);
+    content << '\n';
+    return std::move(content).str();
+}
 
-  private:
-    int m_number;
+// The two files of a product, ready to be written.
+struct ProductContents {
+    std::string lookup;
+    std::string reference;
 };
 
-void flushToDisk(const fs::path& file, int flags) {
-    const Descriptor descriptor(file, flags);
-    if (::fsync(descriptor.number()) != 0)
-        failWithErrno(file, "The file could not be written to the disk");
+ProductContents contentsOf(const ProductDocumentation& documentation) {
+    return {.lookup = contentOf(lookupDocument(documentation)),
+            .reference = contentOf(referenceDocument(documentation))};
 }
 
-void writeFile(const fs::path& file, const json::value& value) {
-    {
-        std::ofstream stream(file, std::ios::binary | std::ios::trunc);
-        if (!stream)
-            failWithErrno(file, "The file cannot be created");
-        writeJson(stream, value);
-        stream << '\n';
-        stream.close();
-        if (!stream)
-            failWithErrno(file, "The file could not be written");
+std::string hexadecimal(const char* mark, unsigned char byte) {
+    constexpr std::string_view digits = "0123456789ABCDEF";
+    return std::string(mark) + digits[byte / 16] + digits[byte % 16];
+}
+
+bool isUtf8(const std::string& text) {
+    try {
+        static_cast<void>(fl::i18n::toUtf16(text));
+        return true;
+    } catch (const std::invalid_argument&) {
+        return false;
     }
-    flushToDisk(file, O_RDONLY);
 }
 
-std::string utf8(const std::u16string& text) {
-    return fl::i18n::toUtf8(text);
-}
-
-json::object headerMembers(const ProductHeader& header) {
-    return {{"shortName", utf8(header.shortName)},
-            {"displayName", utf8(header.displayName)},
-            {"helpFolder", utf8(header.helpFolder)},
-            {"version", utf8(header.version)}};
-}
-
-json::object lookupDocument(const ProductDocumentation& documentation) {
-    json::object entities;
-    entities.reserve(documentation.entities.size());
-    for (const auto& [name, records] : documentation.entities) {
-        json::array list;
-        for (const auto& record : records)
-            list.push_back(toJson(record));
-        entities.emplace(utf8(name), std::move(list));
+// The text in quotation marks, with bytes that a message should not hold written as \xFF.
+std::string printable(const std::string& text) {
+    const bool sound = isUtf8(text);
+    std::string shown = "\"";
+    for (const char byte : text) {
+        const auto value = static_cast<unsigned char>(byte);
+        if (value < 0x20 || value == 0x7F || (value >= 0x80 && !sound))
+            shown += hexadecimal("\\x", value);
+        else
+            shown += byte;
     }
-    return {{"format", lookupFormat},
-            {"formatVersion", formatVersion},
-            {"product", headerMembers(documentation.header)},
-            {"entities", std::move(entities)}};
-}
-
-json::object referenceDocument(const ProductDocumentation& documentation) {
-    json::object pages;
-    pages.reserve(documentation.pages.size());
-    for (const auto& [href, items] : documentation.pages) {
-        json::array list;
-        for (const auto& item : items)
-            list.push_back(toJson(item, JsonForm::Set));
-        pages.emplace(utf8(href), std::move(list));
-    }
-    json::object product = headerMembers(documentation.header);
-    product.emplace("pages", std::move(pages));
-    json::array products;
-    products.push_back(std::move(product));
-    return {{"format", referenceFormat},
-            {"formatVersion", formatVersion},
-            {"products", std::move(products)}};
-}
-
-json::object sourceMembers(const ProductSource& source) {
-    json::object members{{"folder", source.folder}, {"importer", source.importer}};
-    if (!source.importerVersion.empty())
-        members.emplace("importerVersion", source.importerVersion);
-    return members;
-}
-
-json::object manifestDocument(const Manifest& manifest) {
-    json::array locales;
-    for (const auto& locale : manifest.locales)
-        locales.push_back(json::value(locale));
-    json::array products;
-    for (const auto& product : manifest.products) {
-        json::object files;
-        for (const auto& [locale, names] : product.files) {
-            json::object entry{{"lookup", names.lookup}};
-            if (!names.reference.empty())
-                entry.emplace("reference", names.reference);
-            if (names.source)
-                entry.emplace("source", sourceMembers(*names.source));
-            files.emplace(locale, std::move(entry));
-        }
-        products.push_back(json::object{{"shortName", utf8(product.shortName)},
-                                        {"installed", product.installed},
-                                        {"files", std::move(files)}});
-    }
-    return {{"format", manifestFormat},
-            {"formatVersion", formatVersion},
-            {"title", manifest.title},
-            {"locales", std::move(locales)},
-            {"products", std::move(products)}};
+    return shown + "\"";
 }
 
 // Refuses a folder that holds something else, before anything is put into it. Every publication
 // makes the lock file first and leaves it there, so what lies beside one was put there by
 // publications, even if each of them was stopped before it made a manifest.
-void requireOwnFolder(const fs::path& root) {
-    if (!fs::is_directory(root))
-        fail(root, "This is no folder; name an empty or new folder, or the root of a set.");
-    const bool own = fs::is_empty(root) || fs::exists(root / lockFileName) ||
-                     fs::exists(root / manifestFileName);
+void requireOwnFolder(const files::Folder& root) {
+    const auto names = root.names();
+    const bool own =
+        names.empty() || contains(names, lockFileName) || contains(names, manifestFileName);
     if (!own)
-        fail(root, "The folder is not empty and holds no documentation set (no " +
-                       std::string(manifestFileName) +
-                       "); name an empty or new folder, or the root of a set.");
+        fail(root.path(), "The folder is not empty and holds no documentation set (no " +
+                              std::string(manifestFileName) +
+                              "); name an empty or new folder, or the root of a set.");
 }
 
 // The manifest of the set at `root`, or a new one where there is none.
-Manifest currentManifest(const fs::path& root, const std::string& locale) {
-    if (fs::exists(root / manifestFileName)) {
-        // A manifest that could not be read whole would lose products when it is written again.
-        auto manifest =
-            readManifest(root, [](const Fault& fault) { throw PublishError(fault.toString()); });
-        return std::move(*manifest);
-    }
+Manifest currentManifest(const files::Folder& root, const std::string& locale) {
+    // A manifest that could not be read whole would lose products when it is written again.
+    if (contains(root.names(), manifestFileName))
+        return *readManifestFile(root, manifestFileName, raiseFault);
     return {.title = "Documentation", .locales = {locale}, .products = {}};
 }
 
@@ -187,9 +116,8 @@ Manifest currentManifest(const fs::path& root, const std::string& locale) {
 // that the editions of one product are never taken for those of another: what is no plain byte
 // becomes '=' and its two hexadecimal digits.
 std::string fileStem(const std::u16string& shortName) {
-    constexpr std::string_view digits = "0123456789ABCDEF";
     std::string stem;
-    for (const char byte : utf8(shortName)) {
+    for (const char byte : fl::i18n::toUtf8(shortName)) {
         const bool plain = (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') ||
                            (byte >= '0' && byte <= '9') || byte == '_' || byte == '.' ||
                            byte == '-';
@@ -197,10 +125,7 @@ std::string fileStem(const std::u16string& shortName) {
             stem += byte;
             continue;
         }
-        const auto value = static_cast<unsigned char>(byte);
-        stem += '=';
-        stem += digits[value / 16];
-        stem += digits[value % 16];
+        stem += hexadecimal("=", static_cast<unsigned char>(byte));
     }
     return stem + "-";
 }
@@ -220,12 +145,17 @@ std::optional<std::size_t> editionOf(const std::string& fileName, const std::str
 
 // Two files of the next edition: later than all that are there, so that a reader that holds an old
 // manifest finds what that one named or nothing, never something newer.
-ProductFiles newEdition(const fs::path& root, const std::string& locale, const std::string& stem) {
+ProductFiles newEdition(const files::Folder& folder, const std::string& locale,
+                        const std::string& stem) {
     std::size_t latest = 0;
-    for (const auto& entry : fs::directory_iterator(root / locale))
-        latest = std::max(latest, editionOf(entry.path().filename().string(), stem).value_or(0));
+    for (const auto& name : folder.names())
+        latest = std::max(latest, editionOf(name, stem).value_or(0));
     const std::string start = locale + "/" + stem + std::to_string(latest + 1);
     return {.lookup = start + ".lookup.json", .reference = start + ".reference.json"};
+}
+
+std::string nameInFolder(const std::string& relativePath) {
+    return relativePath.substr(relativePath.rfind('/') + 1);
 }
 
 std::set<std::string> namedFiles(const Manifest& manifest) {
@@ -238,16 +168,22 @@ std::set<std::string> namedFiles(const Manifest& manifest) {
     return names;
 }
 
+// A file that stays behind harms nobody.
+void removeQuietly(const files::Folder& folder, const std::string& name) {
+    try {
+        folder.remove(name);
+    } catch (const std::system_error&) {
+        return;
+    }
+}
+
 // Removes the product's editions that neither manifest names: those that were replaced before the
 // last time, and what a stopped process left behind.
-void removeOldEditions(const fs::path& root, const std::string& locale, const std::string& stem,
-                       const std::set<std::string>& kept) {
-    std::error_code ignored;  // a file that stays behind harms nobody
-    for (const auto& entry : fs::directory_iterator(root / locale, ignored)) {
-        const std::string name = entry.path().filename().string();
+void removeOldEditions(const files::Folder& folder, const std::string& locale,
+                       const std::string& stem, const std::set<std::string>& kept) {
+    for (const auto& name : folder.names())
         if (editionOf(name, stem) && !kept.contains(locale + "/" + name))
-            fs::remove(entry.path(), ignored);
-    }
+            removeQuietly(folder, name);
 }
 
 ManifestProduct& productIn(Manifest& manifest, const std::u16string& shortName) {
@@ -258,50 +194,86 @@ ManifestProduct& productIn(Manifest& manifest, const std::u16string& shortName) 
     return manifest.products.back();
 }
 
-void publishLocked(const fs::path& root, const std::string& locale,
-                   const ProductDocumentation& documentation) {
-    const Manifest before = currentManifest(root, locale);
-    Manifest after = before;
-    if (std::ranges::find(after.locales, locale) == after.locales.end())
-        after.locales.push_back(locale);
+constexpr const char* notReadBack =
+    "What is read back from the file is not what was published: a text is not Unicode, or an "
+    "item's "
+    "href is not that of its page.";
 
-    const std::string stem = fileStem(documentation.header.shortName);
-    fs::create_directories(root / locale);
-    ProductFiles files = newEdition(root, locale, stem);
-    files.source = documentation.source;
-    writeFile(root / files.lookup, lookupDocument(documentation));
-    writeFile(root / files.reference, referenceDocument(documentation));
-    flushToDisk(root / locale, O_RDONLY | O_DIRECTORY);
+// Reads the product's new files as any reader would, and refuses what did not come back as it was:
+// a reader would have no use for it, and the edition before may be sound.
+void requireReadable(const files::Folder& root, const ProductFiles& files,
+                     const ProductDocumentation& documentation) {
+    const auto lookup = readLookupFile(root, files.lookup, raiseFault);
+    if (lookup->header != documentation.header || lookup->entities != documentation.entities)
+        fail(root.path() / files.lookup, notReadBack);
+    const auto reference = readReferenceFile(root, files.reference, raiseFault);
+    if (reference->size() != 1 || reference->front().header != documentation.header ||
+        reference->front().pages != documentation.pages)
+        fail(root.path() / files.reference, notReadBack);
+}
 
-    ManifestProduct& product = productIn(after, documentation.header.shortName);
+// The manifest counts from the rename on; until then the set is as it was.
+void replaceManifest(const files::Folder& root, const Manifest& manifest) {
+    root.writeFile(newManifestFileName, contentOf(toJson(manifest)));
+    if (readManifestFile(root, newManifestFileName, raiseFault) != manifest)
+        fail(root.path() / newManifestFileName, notReadBack);
+    root.rename(newManifestFileName, manifestFileName);
+    root.flush();
+}
+
+Manifest withProduct(Manifest manifest, const std::string& locale, const std::u16string& shortName,
+                     const ProductFiles& files) {
+    if (!contains(manifest.locales, locale))
+        manifest.locales.push_back(locale);
+    ManifestProduct& product = productIn(manifest, shortName);
     product.installed = true;
     product.files[locale] = files;
     // While it was not installed, it may have had locales with a lookup file alone.
     std::erase_if(product.files, [](const auto& entry) { return entry.second.reference.empty(); });
-    const fs::path manifestFile = root / manifestFileName;
-    const fs::path newManifestFile = manifestFile.string() + ".new";
-    writeFile(newManifestFile, manifestDocument(after));
-    fs::rename(newManifestFile, manifestFile);
-    flushToDisk(root, O_RDONLY | O_DIRECTORY);
+    return manifest;
+}
 
+void publishLocked(const files::Folder& root, const std::string& locale,
+                   const ProductDocumentation& documentation, const ProductContents& contents) {
+    const Manifest before = currentManifest(root, locale);
+    const std::string stem = fileStem(documentation.header.shortName);
+    const files::Folder folder = root.makeFolder(locale);
+    ProductFiles files = newEdition(folder, locale, stem);
+    files.source = documentation.source;
+    const Manifest after = withProduct(before, locale, documentation.header.shortName, files);
+    try {
+        folder.writeFile(nameInFolder(files.lookup), contents.lookup);
+        folder.writeFile(nameInFolder(files.reference), contents.reference);
+        folder.flush();
+        requireReadable(root, files, documentation);
+    } catch (...) {
+        removeQuietly(folder, nameInFolder(files.lookup));
+        removeQuietly(folder, nameInFolder(files.reference));
+        throw;
+    }
+    replaceManifest(root, after);
     std::set<std::string> kept = namedFiles(before);
     kept.merge(namedFiles(after));
-    removeOldEditions(root, locale, stem, kept);
+    removeOldEditions(folder, locale, stem, kept);
 }
 
 void requireNames(const fs::path& root, const std::string& locale,
                   const std::u16string& shortName) {
     if (shortName.empty())
         fail(root, "The product has no short name; a set files products by it.");
-    if (const auto reason = whyNotContained(locale);
-        reason || locale.find('/') != std::string::npos)
-        fail(root, "\"" + locale + "\" is no locale; it must be a folder name such as en_US.");
+    if (const auto reason = whyNotALocale(locale))
+        fail(root, printable(locale) + " is no locale. " + *reason);
 }
 
 void requireSource(const fs::path& root, const std::optional<ProductSource>& source) {
-    if (source && (!source->folder.starts_with('/') ||
-                   source->folder.find('\0') != std::string::npos || source->importer.empty()))
+    if (!source)
+        return;
+    if (!source->folder.starts_with('/') || source->folder.find('\0') != std::string::npos ||
+        source->importer.empty())
         fail(root, "The product's source must have an absolute folder and an importer's name.");
+    for (const auto* text : {&source->folder, &source->importer, &source->importerVersion})
+        if (!isUtf8(*text))
+            fail(root, "The product's source must be UTF-8; " + printable(*text) + " is not.");
 }
 
 // The folder itself or, where it does not exist, the nearest above it that does.
@@ -318,17 +290,25 @@ void requirePublishable(const fs::path& root, const std::string& locale,
                         const std::u16string& shortName) {
     requireNames(root, locale, shortName);
     try {
-        const fs::path folder = nearestExisting(root);
+        const fs::path nearest = nearestExisting(root);
+        if (!fs::is_directory(nearest))
+            fail(root, nearest.string() +
+                           " is no folder; name an empty or new folder, or the "
+                           "root of a set.");
         if (fs::exists(root)) {
-            requireOwnFolder(root);
-            static_cast<void>(currentManifest(root, locale));
+            const files::Folder folder(root);
+            requireOwnFolder(folder);
+            static_cast<void>(currentManifest(folder, locale));
+            if (contains(folder.names(), locale))
+                static_cast<void>(folder.openFolder(locale));
         }
-        if (!fs::is_directory(folder))
-            fail(root, folder.string() + " is no folder.");
-        if (::access(folder.c_str(), W_OK | X_OK) != 0)
-            failWithErrno(folder, "Nothing can be written into the folder");
+        if (::access(nearest.c_str(), W_OK | X_OK) != 0)
+            fail(nearest, std::string("Nothing can be written into the folder: ") +
+                              std::strerror(errno) + ".");
     } catch (const fs::filesystem_error& error) {
         throw PublishError(error.path1().string() + ": " + error.code().message() + ".");
+    } catch (const std::system_error& error) {
+        throw PublishError(error.what() + std::string("."));
     }
 }
 
@@ -337,16 +317,20 @@ void publishProduct(const fs::path& root, const std::string& locale,
     requireNames(root, locale, documentation.header.shortName);
     requireSource(root, documentation.source);
     try {
+        const ProductContents contents = contentsOf(documentation);
         fs::create_directories(root);
-        requireOwnFolder(root);
-        const fs::path lockFile = root / lockFileName;
-        const Descriptor lock(lockFile, O_RDWR | O_CREAT);
+        const files::Folder folder(root);
+        requireOwnFolder(folder);
+        const files::Descriptor lock = folder.openOrMakeFile(lockFileName);
         while (::flock(lock.number(), LOCK_EX) != 0)
             if (errno != EINTR)
-                failWithErrno(lockFile, "The lock on the documentation set cannot be had");
-        publishLocked(root, locale, documentation);
+                fail(root / lockFileName, std::string("The documentation set cannot be locked: ") +
+                                              std::strerror(errno) + ".");
+        publishLocked(folder, locale, documentation, contents);
     } catch (const fs::filesystem_error& error) {
         throw PublishError(error.path1().string() + ": " + error.code().message() + ".");
+    } catch (const std::system_error& error) {
+        throw PublishError(error.what() + std::string("."));
     }
 }
 

@@ -27,8 +27,14 @@ class VELTRA_HOST_API PublishError : public std::runtime_error {
 //
 // The set remembers `documentation.source` for this locale, and keeps that of other locales.
 //
-// `locale` is a folder name such as "en_US". Throws PublishError when the root holds something
-// else, its manifest is faulty, or a file cannot be written; the set is then as it was. Any thread.
+// What was written is read back and compared before the manifest names it, so that a product that
+// no reader could read (an item without entities, a text that is not Unicode) never replaces one.
+// Below the root no link is followed: a link in the place of a file is replaced, never written
+// through, and one in the place of a locale's folder or of the lock file is refused.
+//
+// `locale` is a folder name such as "en_US": UTF-8 without control characters, and no name that a
+// file of the set has. Throws PublishError when the root holds something else, its manifest is
+// faulty, or a file cannot be written or read back; the set is then as it was. Any thread.
 VELTRA_HOST_API void publishProduct(const std::filesystem::path& root, const std::string& locale,
                                     const ProductDocumentation& documentation);
 

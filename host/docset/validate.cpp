@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-#include "docset/Formats.hpp"
+#include "docset/ContainedFile.hpp"
 #include "docset/JsonDocument.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
@@ -89,7 +89,10 @@ class Validator {
     // The reader has reported what keeps the file from being read; only a sound one gets here
     // whole.
     void reportRepeatedMembers(const std::string& relativePath) {
-        if (const auto document = JsonDocument::read(m_root, relativePath, [](const Fault&) {}))
+        const auto ignore = [](const Fault&) {};
+        const auto folder = openRoot(m_root, relativePath, ignore);
+        if (const auto document =
+                folder ? JsonDocument::read(*folder, relativePath, ignore) : nullptr)
             document->reportRepeatedMembersTo(handler());
     }
 
