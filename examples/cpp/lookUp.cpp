@@ -14,6 +14,7 @@
 #include <vector>
 
 #include "fl/i18n/utf.hpp"
+#include "property/RefEntity.hpp"
 #include "property/RefEntityType.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/comparator/CompoundReferenceComparator.hpp"
@@ -29,6 +30,7 @@ using reference::api::EntityPrecision;
 using reference::api::ReferenceData;
 using reference::api::ReferenceDataRetriever;
 using reference::api::ReferenceRequest;
+using reference::property::RefEntity;
 using reference::property::RefEntityType;
 using namespace reference::api::comparator;
 
@@ -48,7 +50,9 @@ void printTable(const std::vector<ReferenceData>& results) {
     std::vector<Row> rows = {{u"PRODUCT", u"NAME", u"TYPE", u"PURPOSE"}};
     for (const auto& result : results) {
         const auto& item = result.getRefItem();
-        const auto& entity = item.getRefEntities().front();
+        // One row for an item: an item may document several entities, or none.
+        const auto& entities = item.getRefEntities();
+        const auto entity = entities.empty() ? RefEntity() : entities.front();
         rows.push_back({result.getHeaderInfo().getShortName(), entity.getName(),
                         fl::i18n::toUtf16(RefEntityType::enumToString(entity.getRefEntityType())),
                         item.getPurpose()});

@@ -45,9 +45,12 @@ def look_up(name: str, product: str) -> list[ReferenceData]:
 def print_table(results: list[ReferenceData]) -> None:
     rows = [("PRODUCT", "NAME", "TYPE", "PURPOSE")]
     for result in results:
-        entity = result.RefItem.RefEntities[0]
         product = result.HeaderInfo.ShortName
-        rows.append((product, entity.Name, entity.RefEntityType.name, result.RefItem.Purpose))
+        # One row for an item: an item may document several entities, or none.
+        entities = result.RefItem.RefEntities
+        name = entities[0].Name if entities else ""
+        kind = entities[0].RefEntityType.name if entities else ""
+        rows.append((product, name, kind, result.RefItem.Purpose))
     widths = [max(len(row[column]) for row in rows) for column in range(3)]
     for *cells, purpose in rows:
         print("  ".join([*map(str.ljust, cells, widths), purpose]))

@@ -29,11 +29,14 @@ typename Enumeration::Value readEnumeration(const JsonNode& node,
     const auto text = node.text();
     if (!text)
         return fallback;
-    if (const auto value = Enumeration::fromString(*text))
-        return *value;
+    // Exactly as the format spells them: Enumeration::fromString() is for people and takes more.
     std::string known;
-    for (const auto value : Enumeration::namedValues())
-        known += (known.empty() ? "" : ", ") + Enumeration::enumToString(value);
+    for (const auto value : Enumeration::namedValues()) {
+        const std::string name = Enumeration::enumToString(value);
+        if (*text == name)
+            return value;
+        known += (known.empty() ? "" : ", ") + name;
+    }
     node.fault("\"" + std::string(*text) + "\" is not known here; one of these is: " + known +
                "; or a number.");
     return fallback;
@@ -142,7 +145,8 @@ RefItem readItem(const JsonNode& node, std::u16string href) {
                           "inputGroups", "outputs", "classPropertyGroups", "seeAlso", "examples",
                           "parameters", "replacements"}))
         return {};
-    static_cast<void>(node.require("entities"));
+    if (const auto entities = node.require("entities"))
+        entities->requireElements();
     // In braces, whose elements are read in their order: so are their faults reported.
     RefItem item{std::move(href),
                  listOf(node, "entities", readEntity),

@@ -64,15 +64,6 @@ TEST(ItemJsonTest, APublishedProductIsReadBackAsItWas) {
     EXPECT_EQ(back->pages, product.pages);
 }
 
-TEST(ItemJsonTest, AnItemWithoutEntitiesIsReadBackToo) {
-    docset::ProductDocumentation product = makeProduct(u"demo");
-    product.pages[u"bare.html"].push_back(makeItem({.href = u"bare.html"}));
-    const TempFolder folder;
-    docset::publishProduct(folder.path(), "en_US", product);
-    const auto report = docset::validate(folder.path());
-    EXPECT_TRUE(report.faults.empty()) << report.faults.front().toString();
-}
-
 TEST(ItemJsonTest, EveryNamedNumberIsReadBackAsItWas) {
     docset::ProductDocumentation product = makeProduct(u"demo", u"", 0);
     const std::u16string href = u"ref/all.html";

@@ -85,10 +85,10 @@ TEST(ProductFileTest, ItemsOfAPageKeepTheirOrder) {
     const TempFolder root;
     root.write("r.json", R"({"format": "veltra-documentation-reference", "formatVersion": 1,
         "products": [{"shortName": "a", "displayName": "", "helpFolder": "", "pages": {"p": [
-            {"entities": [], "purpose": "2"}, {"entities": [], "purpose": "1"}]}},
+            {"entities": [{"name": "f", "type": 0, "functionType": 0}], "purpose": "2"},
+            {"entities": [{"name": "g", "type": 0, "functionType": 0}], "purpose": "1"}]}},
                      {"shortName": "b", "displayName": "", "helpFolder": "", "pages": {}}]})");
-    FaultList ignored;
-    const auto contents = readReferenceFile(root.path(), "r.json", ignored.handler());
+    const auto contents = readReferenceFile(root.path(), "r.json", raise);
     ASSERT_TRUE(contents);
     ASSERT_EQ(contents->size(), 2U);
     EXPECT_THAT(contents->at(0).pages.at(u"p"),
