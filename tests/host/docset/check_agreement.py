@@ -182,7 +182,9 @@ def main(arguments):
             json.loads((SCHEMAS / f"{name}.schema.json").read_text(encoding="utf-8")))
         for name in SCHEMA_OF_FORMAT.values()
     }
-    with tempfile.TemporaryDirectory() as folder:
+    # Tens of thousands of small files: in memory where the system has a folder for that.
+    memory = pathlib.Path("/dev/shm")
+    with tempfile.TemporaryDirectory(dir=memory if memory.is_dir() else None) as folder:
         for name, sound in SOUND.items():
             documents = list(single_changes(sound))
             documents += [mixture(sound, chance) for _ in range(count)]

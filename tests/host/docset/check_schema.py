@@ -355,7 +355,7 @@ def check_names(claims, schemas):
         ("reference", "deprecationStatus", "DeprecationStatus.cpp"),
     ):
         code = (PROPERTY_LIBRARY / source).read_text(encoding="utf-8")
-        table = re.search(r"\bnames\(\{(.*?)\}\)", code, re.S)
+        table = re.search(r"EnumNames<.*?> \w+\(\{(.*?)\}\)", code, re.S)
         in_library = re.findall(r'"([^"]*)"', table.group(1)) if table else []
         in_schema = schemas[name]["$defs"][definition]["anyOf"][0]["enum"]
         claims.check(f"{name}: the names of {definition} are those of {source}",
