@@ -9,6 +9,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/ExitStatus.hpp"
+#include "vref/Ordering.hpp"
 #include "vref/ResultList.hpp"
 #include "vref/Terminal.hpp"
 
@@ -87,7 +88,11 @@ std::vector<ReferenceData> firstReading(const ReferenceRequest& request) {
 
 std::vector<ReferenceData> entriesNamed(const QueryOptions& query,
                                         const Documentation& documentation) {
-    auto found = firstReading(toRequest(query, documentation));
+    ReferenceRequest request = toRequest(query, documentation);
+    request.setRefRequestComparator(
+        Ordering::forPerson(request.getEntityText(), request.getEntityCaseSensitivity())
+            .comparator());
+    auto found = firstReading(request);
     if (found.empty() && documentation.unreadableFiles() > 0)
         throw UnusableError("What was found could not be read (see above).");
     if (found.empty())

@@ -53,6 +53,21 @@ TEST(ShowCommandTest, NamesTheOthersWhenSeveralBearTheName) {
     EXPECT_THAT(run.messages, HasSubstr("lumora"));
 }
 
+// By their hrefs the tool would come first.
+TEST(ShowCommandTest, ShowsWhatFindListsFirst) {
+    const TempFolder folder;
+    docset::publishProduct(folder.path(), "en_US",
+                           ProductBuilder(u"p")
+                               .entity(u"dict", RefEntityType::Tool, u"a.html", u"Mends a map")
+                               .entity(u"dict", RefEntityType::Class, u"b.html", u"A map")
+                               .build());
+    const std::string root = folder.path().string();
+    EXPECT_THAT(runTool({"find", "dict", "--doc-root", root}).output,
+                StartsWith("dict  class  p  A map\n"));
+    EXPECT_THAT(runTool({"show", "dict", "--doc-root", root}).output,
+                StartsWith("dict\n    A map\n"));
+}
+
 TEST(ShowCommandTest, NothingFoundIsStatusOne) {
     const ToolRun run = runTool({"show", "no/such/page.html"});
     EXPECT_EQ(run.status, 1);
