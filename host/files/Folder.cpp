@@ -92,7 +92,10 @@ void Folder::requireName(const std::string& name) const {
 }
 
 Descriptor Folder::openFile(std::string_view relativePath, std::error_code& error) const {
-    Descriptor file = openBeneath(m_descriptor.number(), relativePath, Resolver::System, error);
+    Descriptor file;
+    do
+        file = openBeneath(m_descriptor.number(), relativePath, Resolver::System, error);
+    while (error == std::errc::interrupted);
     if (!file.isOpen())
         return {};
     struct ::stat status = {};

@@ -34,7 +34,8 @@ class VELTRA_HOST_API Folder {
     // Opens a regular file for reading. `relativePath` has its parts divided by '/'. A link may
     // lead anywhere below the folder: its target may be relative or absolute. Nothing, with
     // `error` set, where there is no such file; a folder gives std::errc::is_a_directory, a pipe,
-    // socket or device std::errc::no_such_device_or_address. Never waits for a pipe.
+    // socket or device std::errc::no_such_device_or_address. Never waits for a pipe. A call that a
+    // signal interrupts is made again.
     [[nodiscard]] Descriptor openFile(std::string_view relativePath, std::error_code& error) const;
 
     // The whole content of such a file. A file of more than `maxFileSize` bytes gives

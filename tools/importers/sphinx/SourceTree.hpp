@@ -1,9 +1,13 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <system_error>
+
+#include "files/Folder.hpp"
 
 namespace reference::importers::sphinx {
 
@@ -23,9 +27,10 @@ class SystemFailure : public std::runtime_error {
 };
 
 // Read-only access to the files of one built tree. No name that is asked for leads to a file
-// outside the tree, be it by "..", by an absolute name or by a symbolic link.
+// outside the tree, be it by "..", by an absolute name or by a symbolic link, whatever is renamed
+// or linked meanwhile.
 //
-// Immutable after construction; any thread may call it.
+// Constant after construction; any thread may call it.
 class SourceTree {
   public:
     // `root` must name a folder; throws PageError where it does not.
@@ -35,14 +40,16 @@ class SourceTree {
     // as an inventory gives it. A name that is empty or ends in "/" means the index.html of that
     // folder; a name that no file has is tried a second time with its percent escapes decoded.
     // Throws PageError where there is no such regular file within the tree or it has more than
-    // 64 MiB, and SystemFailure for every other error of the system and for a file that changes
-    // while it is read. A call that a signal interrupts is made again.
+    // 64 MiB, and SystemFailure for every other error of the system and for a file that gets
+    // shorter while it is read.
     [[nodiscard]] std::string read(std::string_view page) const;
 
   private:
-    [[nodiscard]] std::filesystem::path locate(std::string_view page) const;
+    // Nothing, with `error` set, where the file cannot be read.
+    [[nodiscard]] std::optional<std::string> find(std::string_view page,
+                                                  std::error_code& error) const;
 
-    std::filesystem::path m_root;
+    files::Folder m_folder;
 };
 
 }  // namespace reference::importers::sphinx
