@@ -1,12 +1,12 @@
 #include "HostObject.hpp"
 
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "Interpreter.hpp"
 #include "errors.hpp"
+#include "foundation/core/Mutex.hpp"
 #include "values.hpp"
 #include "vq/matrix.hpp"
 #include "zorb/om.hpp"
@@ -14,21 +14,23 @@
 namespace veltra::python {
 namespace {
 
+using foundation::core::MutexLock;
+
 // Holds an object for the calling thread. A thread never waits for an object while it holds the
 // interpreter lock, and never waits for the interpreter lock while it holds an object to read or
 // set a property. So no two threads can wait for each other.
 class Use {
   public:
-    explicit Use(zorb::COSInterface& object) : m_lock(object.getUseMutex(), std::try_to_lock) {
-        while (!m_lock) {
-            withoutInterpreterLock(
-                [&object] { const std::lock_guard untilItIsFree(object.getUseMutex()); });
-            m_lock.try_lock();
-        }
+    explicit Use(zorb::COSInterface& object) : m_mutex(object.getUseMutex()) {
+        while (!m_mutex.try_lock())
+            withoutInterpreterLock([this] { const MutexLock untilItIsFree(m_mutex); });
     }
+    Use(const Use&) = delete;  // bound to its scope
+    Use& operator=(const Use&) = delete;
+    ~Use() { m_mutex.unlock(); }
 
   private:
-    std::unique_lock<std::mutex> m_lock;
+    foundation::core::Mutex& m_mutex;
 };
 
 template <typename Named>
@@ -89,7 +91,7 @@ pybind11::object HostObject::call(const std::string& name) const {
     const auto& method = methodOf(m_object->getClass(), name);
     vqArrayPtr result;
     withoutInterpreterLock([this, &method, &result] {
-        const std::lock_guard use(m_object->getUseMutex());
+        const MutexLock use(m_object->getUseMutex());
         result = method.call(m_object->getNative());
     });
     return toPython(result, method.result);

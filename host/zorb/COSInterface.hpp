@@ -1,8 +1,8 @@
 #pragma once
 
 #include <cstddef>
-#include <mutex>
 
+#include "foundation/core/Mutex.hpp"
 #include "foundation/core/export.hpp"
 #include "vq/vqArray.hpp"
 #include "zorb/Interned.hpp"
@@ -29,7 +29,7 @@ class VELTRA_HOST_API COSInterface {
 
     // Held by a thread that uses the native object where others might too. The object system itself
     // does not lock it.
-    [[nodiscard]] std::mutex& getUseMutex() noexcept { return m_useMutex; }
+    [[nodiscard]] foundation::core::Mutex& getUseMutex() noexcept { return m_useMutex; }
 
     // How many objects there are in this process, to find those that nobody let go of.
     [[nodiscard]] static std::size_t getNumberOfLiveObjects() noexcept;
@@ -37,7 +37,7 @@ class VELTRA_HOST_API COSInterface {
   private:
     void* const m_native;
     const COSClass& m_class;
-    std::mutex m_useMutex;
+    foundation::core::Mutex m_useMutex;
 };
 
 }  // namespace zorb

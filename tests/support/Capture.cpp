@@ -12,6 +12,7 @@
 
 namespace reference::tests {
 
+using foundation::core::MutexLock;
 using foundation::core::context::ContextRegistry;
 
 ScopedEnvironment::ScopedEnvironment(std::string name, const std::optional<std::string>& value)
@@ -49,7 +50,7 @@ ScopedContext::~ScopedContext() {
 LogCapture::LogCapture(const std::string& levels) {
     setSetting(settings::in_veltra::logSetting, levels);
     foundation::log::setLogSink([this](const foundation::log::LogRecord& record) {
-        const std::lock_guard lock(m_mutex);
+        const MutexLock lock(m_mutex);
         m_records.push_back({.channel = std::string(record.channel),
                              .severity = record.severity,
                              .depth = record.depth,
@@ -62,7 +63,7 @@ LogCapture::~LogCapture() {
 }
 
 std::vector<CapturedRecord> LogCapture::records() const {
-    const std::lock_guard lock(m_mutex);
+    const MutexLock lock(m_mutex);
     return m_records;
 }
 

@@ -1,12 +1,12 @@
 // What tests set for their own time: an environment variable, the current context, the log's sink.
 #pragma once
 
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "foundation/core/Mutex.hpp"
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "settings/core/Settings.hpp"
 
@@ -69,8 +69,8 @@ class LogCapture {
 
   private:
     ScopedContext m_context;
-    mutable std::mutex m_mutex;
-    std::vector<CapturedRecord> m_records;
+    mutable foundation::core::Mutex m_mutex;
+    std::vector<CapturedRecord> m_records VELTRA_GUARDED_BY(m_mutex);
 };
 
 void PrintTo(const CapturedRecord& record, std::ostream* out);

@@ -19,6 +19,9 @@ namespace foundation::core {
 class VELTRA_THREAD_MARK(capability("mutex")) Mutex {
   public:
     void lock() VELTRA_THREAD_MARK(acquire_capability()) { m_mutex.lock(); }
+    [[nodiscard]] bool try_lock() VELTRA_THREAD_MARK(try_acquire_capability(true)) {
+        return m_mutex.try_lock();
+    }
     void unlock() VELTRA_THREAD_MARK(release_capability()) { m_mutex.unlock(); }
 
   private:

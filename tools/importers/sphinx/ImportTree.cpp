@@ -3,12 +3,12 @@
 #include <algorithm>
 #include <atomic>
 #include <exception>
-#include <mutex>
 #include <optional>
 #include <thread>
 #include <utility>
 
 #include "fl/i18n/utf.hpp"
+#include "foundation/core/Mutex.hpp"
 #include "sphinx/Assembly.hpp"
 #include "sphinx/Inventory.hpp"
 #include "sphinx/InventorySorting.hpp"
@@ -22,6 +22,8 @@ namespace reference::importers::sphinx {
 namespace {
 
 using fl::i18n::toUtf16;
+using foundation::core::Mutex;
+using foundation::core::MutexLock;
 
 constexpr const char* inventoryName = "objects.inv";
 constexpr const char* moduleIndexName = "py-modindex.html";
@@ -104,6 +106,7 @@ class PageReaders {
                 threads.emplace_back([this] { work(); });
             work();
         }
+        const MutexLock lock(m_mutex);
         if (m_failure)
             std::rethrow_exception(m_failure);
     }
@@ -116,13 +119,13 @@ class PageReaders {
             HtmlArena arena;
             for (std::size_t next = m_next++; next < m_tasks.size(); next = m_next++) {
                 readTask(m_tree, arena, m_tasks[next]);
-                const std::lock_guard lock(m_mutex);
+                const MutexLock lock(m_mutex);
                 ++m_done;
                 if (m_options.progress && !m_failure)
                     m_options.progress(m_done, m_tasks.size());
             }
         } catch (...) {
-            const std::lock_guard lock(m_mutex);
+            const MutexLock lock(m_mutex);
             if (!m_failure)
                 m_failure = std::current_exception();
             m_next = m_tasks.size();
@@ -133,9 +136,9 @@ class PageReaders {
     const ImportOptions& m_options;
     std::vector<PageTask>& m_tasks;
     std::atomic<std::size_t> m_next = 0;
-    std::mutex m_mutex;
-    std::size_t m_done = 0;
-    std::exception_ptr m_failure;
+    Mutex m_mutex;
+    std::size_t m_done VELTRA_GUARDED_BY(m_mutex) = 0;
+    std::exception_ptr m_failure VELTRA_GUARDED_BY(m_mutex);
 };
 
 // A tree without a module index, or with a broken one, has no summaries; modules then say of
