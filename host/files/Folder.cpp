@@ -17,7 +17,7 @@ namespace fs = std::filesystem;
 
 constexpr int folderFlags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
 
-std::error_code codeOf(int number) {
+std::error_code toErrorCode(int number) {
     return {number, std::generic_category()};
 }
 
@@ -80,15 +80,15 @@ void Folder::fail(const std::string& name, int number, const char* what) const {
     std::string text = (name.empty() ? m_path : m_path / name).string() + ": " + what;
     if (isLink)
         text += " because it is a link, and links are not followed here";
-    throw std::system_error(codeOf(number), text);
+    throw std::system_error(toErrorCode(number), text);
 }
 
 void Folder::requireName(const std::string& name) const {
     const bool isName = !name.empty() && name != "." && name != ".." &&
                         name.find_first_of(std::string_view("/\0", 2)) == std::string::npos;
     if (!isName)
-        throw std::system_error(codeOf(EINVAL), m_path.string() + ": \"" + name +
-                                                    "\" is not the name of something in it");
+        throw std::system_error(toErrorCode(EINVAL), m_path.string() + ": \"" + name +
+                                                         "\" is not the name of something in it");
 }
 
 Descriptor Folder::openFile(std::string_view relativePath, std::error_code& error) const {
@@ -100,7 +100,7 @@ Descriptor Folder::openFile(std::string_view relativePath, std::error_code& erro
         return {};
     struct ::stat status = {};
     const int problem = ::fstat(file.number(), &status) != 0 ? errno : whyNotRegular(status);
-    error = problem == 0 ? std::error_code() : codeOf(problem);
+    error = problem == 0 ? std::error_code() : toErrorCode(problem);
     return problem == 0 ? std::move(file) : Descriptor();
 }
 
@@ -119,7 +119,7 @@ std::optional<std::string> Folder::readFile(std::string_view relativePath, std::
         problem = readWhole(file.number(), bytes);
     if (problem == 0)
         return bytes;
-    error = codeOf(problem);
+    error = toErrorCode(problem);
     return std::nullopt;
 }
 
@@ -194,8 +194,9 @@ void Folder::rename(const std::string& name, const std::string& newName) const {
     const int folder = m_descriptor.number();
     if (::renameat(folder, name.c_str(), folder, newName.c_str()) != 0) {
         const int problem = errno;
-        throw std::system_error(codeOf(problem), (m_path / name).string() +
-                                                     ": the file cannot be renamed to " + newName);
+        throw std::system_error(
+            toErrorCode(problem),
+            (m_path / name).string() + ": the file cannot be renamed to " + newName);
     }
 }
 
