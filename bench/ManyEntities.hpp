@@ -14,8 +14,8 @@ inline constexpr std::size_t entityCount = productCount * entitiesOfProduct;
 
 // Documentation of 100 products of 300 entities each: in every product a tenth classes with four
 // properties each, half methods, the rest functions and constants, with purposes and descriptions
-// of the length that real ones have. Names share components, as real ones do: every product has a
-// function "product<n>.stats.fit7" and a class "product<n>.Class3".
+// of realistic length. Names share components, as real ones do: every product has a function
+// "product<n>.stats.fit7" and a class "product<n>.Class3".
 [[nodiscard]] std::shared_ptr<docparser::DocSource> makeManyEntities();
 
 // The same as a documentation set in an empty folder; ten of the products bear the names that

@@ -8,7 +8,7 @@ function(veltra_target target)
         UNITY_BUILD_CODE_BEFORE_INCLUDE "// NOLINTNEXTLINE(bugprone-suspicious-include)")
     target_compile_features(${target} PUBLIC cxx_std_20)
     target_compile_options(${target} PRIVATE
-        # Logs name a source file from the top of the tree, wherever that was built.
+        # Log records name a source file from the top of the tree, wherever it is built.
         "-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/="
         # Where all sources of a library are compiled as one, a name may shadow another source's.
         -Wall -Wextra -Wpedantic $<$<NOT:$<BOOL:${CMAKE_UNITY_BUILD}>>:-Wshadow> -Wconversion
@@ -16,8 +16,8 @@ function(veltra_target target)
         -Wimplicit-fallthrough -Wundef
         # A designated initialiser that leaves members at their defaults does so on purpose.
         -Wno-missing-field-initializers
-        # At -O3 GCC 12 sees overlapping copies where texts are put together (its bug 105651), and
-        # takes the unused part of a short text that is moved for uninitialised memory.
+        # At -O3 GCC 12 wrongly warns of overlapping copies where texts are put together (its bug
+        # 105651), and of uninitialised memory where a short text is moved.
         $<$<AND:$<CXX_COMPILER_ID:GNU>,$<CONFIG:Release>>:-Wno-restrict -Wno-maybe-uninitialized>
         $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wuseless-cast>
         $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>

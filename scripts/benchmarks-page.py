@@ -12,7 +12,7 @@ print(f"""# Benchmarks
 
 Written by `scripts/benchmark`, which builds the preset "release" and runs `bench/`: 30,000 entities in
 100 products, on one thread; searches and orders in memory, with warm caches. Each benchmark checks its
-answer before it is timed. Figures are medians of three runs, in milliseconds, on a machine of
+answer before it is timed. The figures are medians of three runs, in milliseconds, on a machine with
 {context["num_cpus"]} cores at {context["mhz_per_cpu"]} MHz.
 """)
 medians = [run for run in report["benchmarks"] if run.get("aggregate_name") == "median"]
@@ -21,9 +21,9 @@ if not medians or any("error_message" in run for run in report["benchmarks"]):
 
 for run in medians:
     if run["run_name"].startswith("startup/"):
-        print(f"""Start-up over {run["run_name"][len("startup/"):]}, which reads the lookup files of all
-products and the reference files of ten, from a documentation set of {run["megabytes"]:.0f} MB that the system has in
-its file cache: **{run["real_time"]:.0f} ms**.
+        print(f"""Start-up over {run["run_name"][len("startup/"):]} reads the lookup files of all products and the
+reference files of ten. From a documentation set of {run["megabytes"]:.0f} MB that is in the system's file
+cache it takes **{run["real_time"]:.0f} ms**.
 """)
 print("| Search | ms | found |")
 print("| --- | ---: | ---: |")

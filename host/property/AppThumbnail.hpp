@@ -5,9 +5,8 @@
 
 namespace reference::property {
 
-// The picture that stands for an app.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// The picture that stands for an app. A plain value; references from the getters stay valid until
+// the object is changed or destroyed.
 class AppThumbnail {
   public:
     AppThumbnail() = default;

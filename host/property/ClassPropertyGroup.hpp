@@ -8,9 +8,8 @@
 
 namespace reference::property {
 
-// The properties of a class that stand under one heading.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// The properties of a class that stand under one heading. A plain value; references from the
+// getters stay valid until the object is changed or destroyed.
 class ClassPropertyGroup {
   public:
     ClassPropertyGroup() = default;

@@ -1,5 +1,5 @@
-// The one table form behind the texts of the property library's enumerations. Internal: no public
-// header includes it.
+// The table from which the texts of all the property library's enumerations come. Internal: no
+// public header includes it.
 #pragma once
 
 #include <algorithm>

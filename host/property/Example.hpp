@@ -5,14 +5,14 @@
 
 namespace reference::property {
 
-// A worked example.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// A worked example. A plain value; references from the getters stay valid until the object is
+// changed or destroyed.
 class Example {
   public:
     Example() = default;
 
-    // `title` says what it shows (may be empty); `code` as it is typed, lines parted by line feeds.
+    // `title` says what it shows (may be empty); `code` as it is typed, lines separated by line
+    // feeds.
     Example(std::u16string title, std::u16string code)
         : m_title(std::move(title)), m_code(std::move(code)) {}
 

@@ -10,8 +10,8 @@
 
 namespace reference::property {
 
-// How a documented entity is called. Any 32-bit number can be held: a number outside the table
-// travels unchanged and is written as its digits.
+// How a documented entity is called. Any 32-bit number can be held: a number outside the table is
+// kept unchanged and written as its digits.
 //
 // Static functions only; every one may be called from any thread.
 class VELTRA_HOST_API FunctionType {
@@ -33,7 +33,7 @@ class VELTRA_HOST_API FunctionType {
     // gives its decimal digits.
     [[nodiscard]] static std::string enumToString(Value value);
 
-    // The value of a text that `enumToString` gives, letter case aside; decimal digits up to
+    // The value of a text that `enumToString` gives, in any letter case; decimal digits up to
     // 4294967295 give that number. Anything else gives nothing.
     [[nodiscard]] static std::optional<Value> fromString(std::string_view text);
 

@@ -6,9 +6,8 @@
 
 namespace reference::property {
 
-// The head of a product's parsed documentation: which product it is and where its pages live.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// The head of a product's parsed documentation: which product it is and where its pages live. A
+// plain value; references from the getters stay valid until the object is changed or destroyed.
 class VELTRA_HOST_API HeaderInfo {
   public:
     HeaderInfo() = default;

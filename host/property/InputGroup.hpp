@@ -8,9 +8,8 @@
 
 namespace reference::property {
 
-// The inputs that stand under one heading.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// The inputs that stand under one heading. A plain value; references from the getters stay valid
+// until the object is changed or destroyed.
 class InputGroup {
   public:
     InputGroup() = default;

@@ -11,7 +11,7 @@ namespace reference::property {
 // class. All texts are UTF-16 and may be empty where the page says nothing.
 //
 // A plain value: separate objects may be used from separate threads, one object may be read from
-// many. References that the getters return live as long as the object is neither changed nor gone.
+// many. References that the getters return stay valid until the object is changed or destroyed.
 class VELTRA_HOST_API ObjectInfo {
   public:
     ObjectInfo() = default;

@@ -5,9 +5,8 @@
 
 namespace reference::property {
 
-// A named setting of a block, an app or a command, with the value it has until it is changed.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// A named setting of a block, an app or a command, with the value it has until it is changed. A
+// plain value; references from the getters stay valid until the object is changed or destroyed.
 class Parameter {
   public:
     Parameter() = default;

@@ -9,9 +9,8 @@
 namespace reference::property {
 
 // One documented name and what kind of thing it names. An item carries several when one page
-// documents several names together.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// documents several names together. A plain value; references from the getters stay valid until the
+// object is changed or destroyed.
 class RefEntity {
   public:
     // An entity of type Unknown with an empty name.

@@ -11,7 +11,7 @@
 namespace reference::property {
 
 // The kind of thing that a documentation entry documents. Any 32-bit number can be held: a number
-// outside the table travels unchanged and is written as its digits.
+// outside the table is kept unchanged and written as its digits.
 //
 // Static functions only; every one may be called from any thread.
 class VELTRA_HOST_API RefEntityType {
@@ -51,7 +51,7 @@ class VELTRA_HOST_API RefEntityType {
     // name gives its decimal digits.
     [[nodiscard]] static std::string enumToString(Value value);
 
-    // The value of a text that `enumToString` gives, letter case aside; decimal digits up to
+    // The value of a text that `enumToString` gives, in any letter case; decimal digits up to
     // 4294967295 give that number. Anything else gives nothing.
     [[nodiscard]] static std::optional<Value> fromString(std::string_view text);
 

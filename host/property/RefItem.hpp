@@ -24,7 +24,7 @@ namespace reference::property {
 // lists are in page order.
 //
 // A plain value: separate objects may be used from separate threads, one object may be read from
-// many. References from the getters live as long as the object is neither changed nor gone.
+// many. References from the getters stay valid until the object is changed or destroyed.
 class VELTRA_HOST_API RefItem {
   public:
     // An item that says nothing: empty texts and lists, status Current.
@@ -33,7 +33,7 @@ class VELTRA_HOST_API RefItem {
     // `href` is the page, relative to the product's help folder, with a fragment where the page
     // documents more than this entry; `packageName` the package that the entities belong to;
     // `purpose` one sentence; `introduced` the version that brought the entity; `description` the
-    // remaining prose, paragraphs parted by an empty line.
+    // remaining prose, paragraphs separated by an empty line.
     RefItem(std::u16string href, std::vector<RefEntity> refEntities, std::u16string packageName,
             std::u16string purpose, std::u16string introduced, std::u16string description,
             AppThumbnail appThumbnail, DeprecationStatus::Value deprecationStatus,
@@ -73,8 +73,8 @@ class VELTRA_HOST_API RefItem {
         return m_parameters;
     }
 
-    // What the documentation names for use instead of a deprecated entity; mostly empty. Set apart
-    // from the constructor, as few items have any.
+    // What the documentation says to use instead of a deprecated entity; mostly empty. Not a
+    // parameter of the constructor, because few items have any.
     [[nodiscard]] const std::vector<SeeAlso>& getReplacements() const noexcept {
         return m_replacements;
     }

@@ -9,9 +9,8 @@
 namespace reference::property {
 
 // What a product's lookup file says of one entity: enough to decide whether its page is wanted
-// without reading the page. The entity's name is the key under which the record is filed.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// without reading the page. The entity's name is the key under which the record is filed. A plain
+// value; references from the getters stay valid until the object is changed or destroyed.
 class RefItemLookup {
   public:
     // A record of type Unknown with empty texts.

@@ -5,9 +5,8 @@
 
 namespace reference::property {
 
-// A pointer to a related entity.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// A pointer to a related entity. A plain value; references from the getters stay valid until the
+// object is changed or destroyed.
 class SeeAlso {
   public:
     SeeAlso() = default;

@@ -6,9 +6,8 @@
 
 namespace reference::property {
 
-// The ways to write a call that stand under one heading.
-// A plain value; references from the getters live as long as the object is neither changed nor
-// gone.
+// The ways to write a call that stand under one heading. A plain value; references from the getters
+// stay valid until the object is changed or destroyed.
 class SyntaxGroup {
   public:
     SyntaxGroup() = default;

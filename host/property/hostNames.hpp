@@ -1,4 +1,4 @@
-// Under which names the scripting language sees the property library's classes.
+// The names under which the scripting language sees the property library's classes.
 #pragma once
 
 #include "foundation/core/FixedString.hpp"
@@ -8,7 +8,7 @@
 
 namespace reference::property {
 
-// The names of a class of this library that does not say them itself.
+// The names of a class of this library that does not supply them itself.
 template <foundation::core::FixedString Name>
 struct PropertyName {
     static const char* getZORBPackageName() noexcept { return RefEntityType::getZORBPackageName(); }

@@ -8,7 +8,7 @@
 
 namespace reference::utils {
 
-// How texts pass between native fields and the scripting language. By one thread at a time for one
+// Passes texts between native fields and the scripting language. One thread at a time may use one
 // field.
 
 // Assigns `*value` to `text`; null is ignored.
@@ -20,8 +20,8 @@ VELTRA_HOST_API void setStringProperty(std::u16string& text, const std::u16strin
 VELTRA_HOST_API void setStringVectorAndCache(const vqArray* value, vqArrayPtr& cache,
                                              std::vector<std::u16string>& texts);
 
-// The host form of `texts`: `cache` as it stands when it is filled, also when `texts` have changed
-// since; an empty one is filled from `texts` first. Lives as long as the cache keeps it.
+// The host form of `texts`: `cache` as it is if it is filled, even if `texts` have changed since;
+// an empty cache is filled from `texts` first. Lives as long as the cache keeps it.
 [[nodiscard]] VELTRA_HOST_API const vqArray* accessStringVectorCache(
     vqArrayPtr& cache, const std::vector<std::u16string>& texts);
 

@@ -7,10 +7,10 @@
 
 namespace reference::utils {
 
-// Whether a name that someone asks for names the candidate. Qualified: the two texts are equal.
+// Whether a name that is asked for names the candidate. Qualified: the two texts are equal.
 // Unqualified: they are equal, or the candidate ends with the pattern and the unit before that
 // ending is '.' or '/'. An empty pattern matches only an empty candidate. Units are compared as
-// they are; folding of case is the caller's business. `patternComponents` is the number of
+// they are; the caller folds case if it wants to. `patternComponents` is the number of
 // dot-separated components of the pattern.
 //
 // Guarantee: a candidate that matches ends with the pattern, at a component boundary.

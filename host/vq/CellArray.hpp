@@ -5,7 +5,7 @@
 #include "foundation/core/export.hpp"
 #include "vq/vqArray.hpp"
 
-// A host array looked at as a cell array. Does not own it: the array must outlive this.
+// A view of a host array as a cell array. Does not own it: the array must outlive this.
 class VELTRA_HOST_API CellArray {
   public:
     // Throws std::invalid_argument ("Array is not cell array.") for null and for an array of
@@ -15,8 +15,8 @@ class VELTRA_HOST_API CellArray {
 
     [[nodiscard]] std::size_t size() const noexcept { return m_array->getNumberOfElements(); }
 
-    // What the cell holds; null where nothing was put into it. Throws std::out_of_range ("Cell
-    // index is out of range.").
+    // What the cell holds; null if it is empty. Throws std::out_of_range ("Cell index is out of
+    // range.").
     [[nodiscard]] vqArrayPtr read(std::size_t index) const;
 
     // Puts a value into the cell. Throws std::invalid_argument ("Cell array is not writable.") for

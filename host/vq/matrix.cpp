@@ -19,7 +19,7 @@ vqArrayPtr from_veltra(vqArray* array) noexcept {
 }
 
 void destroyArray(vqArray* array) noexcept {
-    // Nobody else owns it, so that it dies with this pointer.
+    // Nobody else owns it, so this pointer destroys it.
     const vqArrayPtr owner(array);
 }
 

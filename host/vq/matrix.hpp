@@ -8,7 +8,7 @@
 #include "foundation/core/export.hpp"
 #include "vq/vqArray.hpp"
 
-// Making and giving back host arrays. Any thread. Where a raw pointer is returned the array has no
+// Makes and destroys host arrays. Any thread. An array that is returned as a raw pointer has no
 // owner yet: hand it to from_veltra() or destroyArray().
 namespace matrix {
 

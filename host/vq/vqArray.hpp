@@ -30,15 +30,15 @@ enum class vqClass { UInt32, Double, String, Cell, Object, Enumeration };
 // A value of the scripting language: a matrix of elements of one kind, by rows and columns.
 // Elements are counted from 0, down the columns. Made by the functions of namespace matrix.
 //
-// Reference-counted. It may be written to while it has one owner and its elements are its own;
-// once it is shared it never changes, and any number of threads may read it.
+// Reference-counted. It may be written to while it has one owner and shares its elements with no
+// other array. Once it is shared it never changes, and any number of threads may read it.
 class VELTRA_HOST_API vqArray {
   public:
     // The elements, by kind. An enumeration's elements are the numbers of its members.
     using Numbers = std::vector<std::uint32_t>;
     using Doubles = std::vector<double>;
     using Strings = std::vector<std::u16string>;
-    using Cells = std::vector<vqArrayPtr>;  // null: a cell that nothing was put into
+    using Cells = std::vector<vqArrayPtr>;  // null: an empty cell
     using Objects = std::vector<COSInterfacePtr>;
     struct Enumeration {
         zorb::Interned classId;
@@ -76,13 +76,13 @@ class VELTRA_HOST_API vqArray {
         return isShared() ? nullptr : std::get_if<Kind>(m_elements.get());
     }
 
-    // Whether anybody else refers to this array, or to its elements.
+    // Whether anything else refers to this array or to its elements.
     [[nodiscard]] bool isShared() const noexcept;
 
     // Equal shape, kind and elements; cells by what they hold, objects by identity.
     friend VELTRA_HOST_API bool operator==(const vqArray& a, const vqArray& b);
 
-    // How many arrays there are in this process, to find those that nobody let go of.
+    // How many arrays there are in this process, to find leaks.
     [[nodiscard]] static std::size_t getNumberOfLiveArrays() noexcept;
 
     friend VELTRA_HOST_API void intrusive_ptr_add_ref(const vqArray* array) noexcept;

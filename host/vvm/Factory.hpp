@@ -9,7 +9,7 @@
 
 namespace vvm {
 
-// A virtual machine was required where there is none.
+// Thrown when a virtual machine is required and the process has none.
 class VELTRA_HOST_API NoCurrentVVMError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -18,7 +18,7 @@ class VELTRA_HOST_API NoCurrentVVMError : public std::runtime_error {
 // Makes the process's virtual machine and hands it out. Static functions only; any thread.
 class VELTRA_HOST_API Factory {
   public:
-    // The process's virtual machine. Before the host made one, and after it was taken back: null
+    // The process's virtual machine. Before the host has made one, and after it was removed: null
     // for ReturnNothing, NoCurrentVVMError for Throw.
     [[nodiscard]] static std::shared_ptr<VVM> getCurrentLocalVVM(NoActiveUSMBehavior behavior);
 

@@ -10,7 +10,7 @@ class EventMgr;
 
 namespace vvm {
 
-// A virtual machine of the environment: what its parts share while it runs. Any thread.
+// A virtual machine of the environment; it holds what the parts of the process share. Any thread.
 class VELTRA_HOST_API VVM {
   public:
     // With an event manager of its own.

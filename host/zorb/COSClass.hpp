@@ -21,7 +21,7 @@ struct Shape {
         EnumerationArray,
         Object,  // one object of a class
         ObjectArray,
-        CellArray,  // objects of several classes, one a cell
+        CellArray,  // objects of several classes, one to a cell
     };
     Kind kind = Text;
     // The qualified name of the class of objects or enumeration members; empty for texts, and for
@@ -37,8 +37,8 @@ struct Property {
     std::string documentation;  // a sentence or two
     Shape shape;
     std::function<vqArrayPtr(void* native)> get;
-    // Empty for a property that cannot be set. Throws for a value that it does not take, which
-    // leaves the object as it was.
+    // Empty for a property that cannot be set. Throws for a value that it does not take and then
+    // leaves the object unchanged.
     std::function<void(void* native, const vqArray* value)> set;
 };
 
@@ -56,8 +56,8 @@ struct Member {
     std::uint32_t number = 0;
 };
 
-// What the object system knows of a class. The library that owns the native class describes it once
-// (see ClassDescription), when it is loaded. Immutable from then on; any thread.
+// What the object system knows about a class. The library that owns the native class describes it
+// once (see ClassDescription), when it is loaded. Immutable from then on; any thread.
 class VELTRA_HOST_API COSClass {
   public:
     // How a class is described; a class is either one of objects or an enumeration.
@@ -85,17 +85,17 @@ class VELTRA_HOST_API COSClass {
     // All classes, by qualified name. They live as long as the process.
     [[nodiscard]] static std::vector<const COSClass*> getClasses();
 
-    // Makes a class known for the life of the process. Throws std::logic_error when there is one of
-    // that name.
+    // Makes a class known for the life of the process. Throws std::logic_error when the name is
+    // taken.
     static const COSClass& registerClass(Description description);
 
-    COSClass(const COSClass&) = delete;  // there is one of a name
+    COSClass(const COSClass&) = delete;  // each name has one object
     COSClass& operator=(const COSClass&) = delete;
 
     [[nodiscard]] Interned getId() const noexcept { return m_id; }
     [[nodiscard]] const Description& describe() const noexcept { return m_description; }
 
-    // Null when there is none of the name.
+    // Null when there is none of that name.
     [[nodiscard]] const Property* findProperty(std::string_view name) const noexcept;
     [[nodiscard]] const Method* findMethod(std::string_view name) const noexcept;
     [[nodiscard]] const Member* findMember(std::uint32_t number) const noexcept;

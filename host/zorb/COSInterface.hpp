@@ -12,7 +12,7 @@ namespace zorb {
 class COSClass;
 
 // An object of the scripting language: it owns the native object that it wraps. Made by
-// omWrapData(). One thread at a time may use the native object; a language with threads sees to
+// omWrapData(). One thread at a time may use the native object; a language with threads ensures
 // that with getUseMutex().
 class VELTRA_HOST_API COSInterface {
   public:
@@ -27,11 +27,11 @@ class VELTRA_HOST_API COSInterface {
     // Of the type that the class describes; omGetNative() asks for it safely.
     [[nodiscard]] void* getNative() const noexcept { return m_native; }
 
-    // Held by a thread that uses the native object where others might too. The object system itself
-    // does not lock it.
+    // To be held while using the native object, if other threads might use it too. The object
+    // system itself does not lock it.
     [[nodiscard]] foundation::core::Mutex& getUseMutex() noexcept { return m_useMutex; }
 
-    // How many objects there are in this process, to find those that nobody let go of.
+    // How many objects there are in this process, to find leaks.
     [[nodiscard]] static std::size_t getNumberOfLiveObjects() noexcept;
 
   private:

@@ -6,8 +6,9 @@
 
 namespace zorb {
 
-// Under which name the scripting language sees a native type. By default the type says so itself;
-// specialise it for a type that does not, such as an enumeration that is nested in its class.
+// The name under which the scripting language sees a native type. By default the type itself
+// supplies it; specialise this for a type that does not, such as an enumeration that is nested in
+// its class.
 template <typename T>
 struct HostName {
     static const char* package() noexcept { return T::getZORBPackageName(); }

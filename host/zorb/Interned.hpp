@@ -6,8 +6,8 @@
 
 namespace zorb {
 
-// An identifier of the object system: a text of which the process holds one copy, so that
-// comparing is comparing a pointer. A plain value; any thread.
+// An identifier of the object system: a text that the process holds once, so that two are compared
+// by their addresses. A plain value; any thread.
 class VELTRA_HOST_API Interned {
   public:
     // The empty identifier.

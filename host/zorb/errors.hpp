@@ -7,7 +7,7 @@
 // The errors that the object system raises, each with its identifier; MessageCatalog has the texts.
 namespace zorb {
 
-// An error of the scripting language, by its message catalogue and its key in that.
+// An error of the scripting language, by its message catalogue and its key there.
 template <foundation::core::FixedString Catalog, foundation::core::FixedString Key>
 using Error =
     foundation::core::except::Exception<foundation::core::except::MessageKey<Catalog, Key>,

@@ -50,7 +50,7 @@ const zorb::COSClient* zorb::getPublicClient() noexcept {
 }
 
 COSInterfacePtr omWrapData(void* native, const COSClass* objectClass) {
-    // Nobody else destroys the native object, also when there is no memory for the host object.
+    // Destroys the native object even if there is no memory for the host object.
     struct Owner {
         void* native;
         const COSClass* objectClass;
@@ -137,7 +137,7 @@ std::uint32_t omGetUInt32(const vqArray* array, std::size_t i) {
 }
 
 vqArray* omCreateZORBEnumerationMatrix(std::size_t rows, std::size_t columns, Interned classId) {
-    static_cast<void>(COSClass::getClass(classId));  // throws for a class that there is not
+    static_cast<void>(COSClass::getClass(classId));  // throws if there is no such class
     return createEnumeration(rows, columns, classId, vqArray::Numbers(rows * columns));
 }
 

@@ -11,9 +11,9 @@
 #include "zorb/Interned.hpp"
 #include "zorb/errors.hpp"
 
-// The operations of the object system on host values. Where a raw array is returned it has no owner
-// yet (see namespace matrix). What they throw are the errors of zorb/errors.hpp, whose identifiers
-// are named here. Any thread, as far as the objects allow.
+// The operations of the object system on host values. An array that is returned as a raw pointer
+// has no owner yet (see namespace matrix). They throw the errors of zorb/errors.hpp, which are
+// named here by their identifiers. Any thread, as far as the objects allow.
 
 namespace zorb {
 
@@ -83,7 +83,7 @@ using zorb::COSClient;
 // another array and std::out_of_range.
 [[nodiscard]] VELTRA_HOST_API std::uint32_t omGetUInt32(const vqArray* array, std::size_t i);
 
-// An enumeration array, every element of which is the member of number 0. Throws
+// An enumeration array whose elements are all the member with the number 0. Throws
 // "VELTRA:class:UndefinedClass".
 [[nodiscard]] VELTRA_HOST_API vqArray* omCreateZORBEnumerationMatrix(std::size_t rows,
                                                                      std::size_t columns,

@@ -1,4 +1,5 @@
-// What tests set for their own time: an environment variable, the current context, the log's sink.
+// What a test sets and puts back when it ends: an environment variable, the current context, the
+// log's sink.
 #pragma once
 
 #include <optional>

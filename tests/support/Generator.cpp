@@ -9,7 +9,8 @@ namespace reference::tests {
 using namespace property;
 
 std::size_t Generator::below(std::size_t limit) {
-    // Not std::uniform_int_distribution: what that makes of a seed is the library's own affair.
+    // Not std::uniform_int_distribution: what that makes of a seed differs between standard
+    // libraries.
     return m_random() % limit;
 }
 

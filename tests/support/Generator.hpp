@@ -13,10 +13,10 @@
 
 namespace reference::tests {
 
-// Makes documentation and requests at random, out of a vocabulary so small that they meet: names
-// share components and differ by case alone, texts are empty, end in dots, hold letters whose lower
-// case has another length, and unpaired surrogates. The same seed makes the same things on every
-// machine.
+// Makes documentation and requests at random, from a vocabulary so small that they often match:
+// names share components and differ by case alone, texts are empty, end in dots, hold letters whose
+// lower case has another length, and unpaired surrogates. The same seed makes the same things on
+// every machine.
 class Generator {
   public:
     explicit Generator(std::uint32_t seed) : m_random(seed) {}

@@ -1,4 +1,4 @@
-// Values of the scripting language in short, and what setting them comes to.
+// Short ways to make values of the scripting language, and to tell how an operation on them ended.
 #pragma once
 
 #include <cstdint>

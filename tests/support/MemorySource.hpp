@@ -11,8 +11,8 @@
 
 namespace reference::tests {
 
-// Documentation that lives in memory: products are added before the source is used. Counts what it
-// is asked, and fails where a test wants it to.
+// Documentation that lives in memory: products are added before the source is used. Counts its
+// calls, and fails where a test wants it to.
 class MemorySource : public docparser::DocSource {
   public:
     // The header's reference file name is "<short name>.ref" and holds this product alone, until
@@ -60,7 +60,7 @@ class MemorySource : public docparser::DocSource {
     std::atomic<int> m_lookupCalls{0};
     std::atomic<int> m_resourceCalls{0};
     std::atomic<int> m_clearCalls{0};
-    std::u16string m_lastLocale;  // by one thread at a time
+    std::u16string m_lastLocale;  // used by one thread at a time
 };
 
 }  // namespace reference::tests

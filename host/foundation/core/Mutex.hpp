@@ -2,8 +2,8 @@
 
 #include <mutex>
 
-// Marks by which Clang checks, while it compiles, that what a mutex guards is touched only with
-// that mutex held. Other compilers read past them.
+// Attributes with which Clang checks at compile time that what a mutex guards is touched only with
+// that mutex held. Other compilers ignore them.
 #if defined(__clang__)
 #define VELTRA_THREAD_MARK(mark) __attribute__((mark))
 #else

@@ -9,7 +9,8 @@
 
 namespace foundation::log {
 
-// How much a record matters: the smaller, the more. Any number may be used; these are usual.
+// How severe a record is: smaller numbers are more severe. Any number may be used; these are the
+// usual ones.
 enum Severity : int {
     Error = 2,
     Warning = 4,
@@ -39,8 +40,8 @@ class basic_diagnostic_logger;
 // Writes records on one named channel. A channel is silent until it is switched on: by the setting
 // "veltra.diagnostics.Log" or, where that is empty, by the environment variable VELTRA_LOG. Either
 // holds "channel=severity" pairs divided by commas, and a record passes when its severity is at
-// most the channel's; the channel "*" stands for all that are not named. What is not such a pair is
-// ignored.
+// most the channel's; the channel "*" stands for all that are not named. Text that is not such a
+// pair is ignored.
 //
 // Loggers are cheap to make. Any thread, also on one object.
 template <>
@@ -64,8 +65,8 @@ class VELTRA_HOST_API basic_diagnostic_logger<char> {
 
 using diagnostic_logger = basic_diagnostic_logger<char>;
 
-// Marks the time that a function runs: a record at Trace when it begins and when it ends, and all
-// records of the thread between them one step further in. Lives on the stack, in the function.
+// Logs at Trace when a function begins and when it ends, and indents by one step all records that
+// the thread writes in between. Lives on the stack, in the function.
 class VELTRA_HOST_API FunctionTrace {
   public:
     // The texts must outlive the trace; `logger` too.

@@ -13,7 +13,7 @@ using foundation::msg_svc::eventmgr::SubscriberList;
 
 namespace {
 
-// Parts a full name at its first dot.
+// Splits a full name at its first dot.
 std::pair<std::string_view, std::string_view> splitFirst(std::string_view fullName) {
     const auto dot = fullName.find('.');
     if (dot == std::string_view::npos)
@@ -96,7 +96,7 @@ std::unique_ptr<Connection> Settings::addListener(
     std::function<void(const SettingsValueChangeEvent&)> listener) {
     if (!listener)
         throw std::invalid_argument("\"" + m_fullName + "\" was given an empty listener.");
-    static_cast<void>(getValue());  // throws for a group, of which nothing is ever told
+    static_cast<void>(getValue());  // throws for a group, which has no value to change
     return m_listeners->add([listener = std::move(listener)](const BaseEvent& event) {
         listener(static_cast<const SettingsValueChangeEvent&>(event));
     });

@@ -21,8 +21,8 @@ namespace settings::core {
 
 class SettingsValueChangeEvent;
 
-// A setting was asked for that nobody declared, or given a value of another type. what() names the
-// setting and says what would be right.
+// Thrown when a setting is asked for that was not declared, or is given a value of another type.
+// what() names the setting and says what would be right.
 class VELTRA_HOST_API SettingsException : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -72,10 +72,9 @@ class VELTRA_HOST_API Settings {
     void setValue(SettingsValue value);
 
     // Calls `listener` after each change of this setting's value, until the connection that is
-    // returned is destroyed; Connection says what may be relied on then. Where several threads
-    // change the value at once, listeners may hear of the changes in another order than they
-    // happened: who needs the value in force asks for it. A listener may set values, add listeners
-    // and end connections.
+    // returned is destroyed; Connection says what holds from then on. Where several threads change
+    // the value at once, listeners may hear of the changes out of order: a listener that needs the
+    // current value asks for it. A listener may set values, add listeners and end connections.
     //
     // Throws SettingsException for a group, std::invalid_argument for an empty listener.
     [[nodiscard]] std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(

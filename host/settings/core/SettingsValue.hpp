@@ -7,7 +7,7 @@
 
 namespace settings::core {
 
-// What a setting may hold. The alternative that a setting is declared with is its type for good.
+// What a setting may hold. The alternative that a setting is declared with stays its type.
 using SettingsValue =
     std::variant<bool, std::int64_t, double, std::string, std::vector<std::string>>;
 

@@ -18,7 +18,8 @@ class VELTRA_HOST_API SettingsValueChangeEvent : public foundation::msg_svc::eve
     // The setting's full name ("veltra.desktop.help.DocLanguage").
     [[nodiscard]] const std::string& getFullName() const noexcept { return m_fullName; }
 
-    // The values before and after this change, which differ. The one in force may be a later one.
+    // The values before and after this change, which differ. The setting may have changed again
+    // since.
     [[nodiscard]] const SettingsValue& getOldValue() const noexcept { return m_oldValue; }
     [[nodiscard]] const SettingsValue& getNewValue() const noexcept { return m_newValue; }
 

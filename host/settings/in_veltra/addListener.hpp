@@ -13,9 +13,10 @@ namespace settings::in_veltra {
 
 // Calls `listener` with every event of the class Event that happens at `node`, until the connection
 // that is returned is destroyed. SettingsValueChangeEvent is the one there is;
-// Settings::addListener has the contract. `node` may be dropped meanwhile: its tree keeps it.
+// Settings::addListener has the contract. The caller need not keep `node`: its tree does.
 //
-// Throws what Settings::addListener throws, and core::SettingsException for no node. Any thread.
+// Throws what Settings::addListener throws, and core::SettingsException for a null node. Any
+// thread.
 template <typename Event>
 requires std::same_as<Event, core::SettingsValueChangeEvent>
 [[nodiscard]] std::unique_ptr<foundation::msg_svc::eventmgr::Connection> addListener(

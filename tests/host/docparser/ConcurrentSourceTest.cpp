@@ -63,8 +63,8 @@ TEST(FileDocSourceConcurrencyTest, ReadersSeeWholeEditionsWhileOthersPublishAndC
                     for (const auto& [name, resource] : source.getResourceFile(product))
                         mixed += isOfOneEdition(resource) ? 0 : 1;
             } catch (const docparser::DocParserException& exception) {
-                // The file went with the second update after the manifest was read: it may be
-                // missed, but what is read of it is sound.
+                // The file was deleted by the second update after the manifest was read: it may be
+                // missing, but what is read of it is sound.
                 const docset::Fault& fault = exception.getFault();
                 broken += fault.file.empty() || fault.line != 0 ? 1 : 0;
             }

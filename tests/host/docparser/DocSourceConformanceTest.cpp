@@ -1,4 +1,4 @@
-// What every source of documentation owes its callers, checked on each that there is.
+// What every source of documentation must do for its callers, checked on each source.
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -44,7 +44,7 @@ std::string between(const std::string& text, std::string_view from, std::string_
 std::shared_ptr<DocSource> makeFileSource(const Content& content, const TempFolder& root) {
     for (const auto* product : {&content.one, &content.two, &content.alone, &content.absent})
         docset::publishProduct(root.path(), "en_US", *product);
-    // Two products' files made one: the list of the second is put behind that of the first.
+    // Joins two products' files: the list of the second is put behind that of the first.
     const std::string first = root.read("en_US/one-1.reference.json");
     const std::string second =
         between(root.read("en_US/two-1.reference.json"), "\"products\": [", "]");
@@ -86,7 +86,7 @@ class DocSourceTest : public testing::TestWithParam<Kind> {
     std::shared_ptr<DocSource> source = GetParam().make(content, folder);
 };
 
-// The same, under a name by which those tests are picked that a thread sanitizer watches.
+// The same, under a name that selects these tests for the thread sanitizer.
 class DocSourceConcurrencyTest : public DocSourceTest {};
 
 const auto kinds =

@@ -1,4 +1,4 @@
-// Which documentation a process reads: what it is told, and by whom.
+// Which documentation a process reads, and what decides it.
 #include <filesystem>
 #include <memory>
 #include <optional>

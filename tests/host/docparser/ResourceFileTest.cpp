@@ -129,7 +129,7 @@ TEST_F(ResourceFileTest, AFileIsNamedByItsPathBelowTheRoot) {
     const auto byProduct = source.getResourceFile(u"demo");
     EXPECT_THAT(byProduct, ElementsAre(Key(u"demo")));
     EXPECT_EQ(source.getResourceFile(u"en_US/demo-1.reference.json"), byProduct);
-    // Also by its whole path, which tells the same files of several roots apart.
+    // Also by its whole path, which distinguishes files of the same name in several roots.
     const std::u16string whole = (root.path() / demoFile).u16string();
     EXPECT_EQ(source.getResourceFile(whole).at(u"demo").getItems(),
               byProduct.at(u"demo").getItems());

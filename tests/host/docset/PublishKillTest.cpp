@@ -194,7 +194,8 @@ TEST(PublishConcurrencyTest, AReaderNeverSeesASetInTheMaking) {
             publishProduct(root.path(), "en_US",
                            makeProduct(u"demo", fl::i18n::toUtf16(std::to_string(edition)), 20));
     });
-    // Who takes the manifest anew each time may lose its files to the second update that follows.
+    // A reader that reads the manifest again may still lose its files to the second update after
+    // it.
     int read = 0;
     while (read < 30) {
         docset::ValidationReport report = docset::validate(root.path());

@@ -147,7 +147,7 @@ TEST(PublishTest, KeepsThePreviousEditionsFilesAndRemovesOlderOnes) {
     EXPECT_THAT(root.read(editions[3].reference), HasSubstr("\"purpose\": \"4\""));
 }
 
-// A reader that holds an old manifest finds its own edition or nothing, never a later one.
+// A reader with an old manifest finds its own edition or nothing, never a later one.
 TEST(PublishTest, NeverGivesAnEditionTheFileNameOfAnEarlierOne) {
     const TempFolder root;
     std::vector<std::string> names;
@@ -160,7 +160,7 @@ TEST(PublishTest, NeverGivesAnEditionTheFileNameOfAnEarlierOne) {
 }
 
 TEST(PublishTest, LeavesTheEditionsOfOtherProductsAlone) {
-    // Pairs of names that look alike to whoever writes them as file names.
+    // Pairs of names that are easily written as the same file name.
     const std::vector<std::pair<std::u16string, std::u16string>> pairs = {
         {u"demo", u"demo-1"}, {u"a b", u"a_b"},    {u"信号", u"統計"},
         {u"a/b", u"a.b"},     {u"demo", u"demo-"}, {u"a=20b", u"a b"}};

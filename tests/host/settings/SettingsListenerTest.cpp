@@ -1,4 +1,4 @@
-// Who hears of a change of a setting, and when.
+// Which listeners hear of a change of a setting, and when.
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -98,7 +98,7 @@ TEST_F(SettingsListenerTest, AConnectionMayOutliveTheTree) {
     EXPECT_NO_THROW(connection.reset());
 }
 
-// A listener would not come back if the change still held the setting's lock.
+// A listener would wait forever if the change still held the setting's lock.
 TEST_F(SettingsListenerTest, AListenerMayReadAndSetTheSetting) {
     const auto a = listen(language(), "a", [this] {
         if (language()->get<std::string>() == "ja")

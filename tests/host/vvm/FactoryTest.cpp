@@ -14,7 +14,7 @@ using namespace foundation::msg_svc::eventmgr;
 using vvm::Factory;
 using vvm::VVM;
 
-// A process without a virtual machine before and after each test.
+// The process has no virtual machine before and after each test.
 class FactoryTest : public testing::Test {
   protected:
     FactoryTest() { Factory::setCurrentLocalVVM(nullptr); }

@@ -7,8 +7,8 @@
 
 namespace foundation::core::except {
 
-// A user's error that scripts can tell by an identifier: the name of a message catalogue, ":" and a
-// key ("VELTRA:class:RequireScalar").
+// A user's error that scripts recognise by an identifier: the name of a message catalogue, ":" and
+// a key ("VELTRA:class:RequireScalar").
 class VELTRA_HOST_API IMsgIDException : public IUserException {
   public:
     ~IMsgIDException() override;

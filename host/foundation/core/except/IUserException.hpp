@@ -4,7 +4,7 @@
 
 namespace foundation::core::except {
 
-// An error that the user of the scripting language made and is to be told of.
+// An error that a user of the scripting language made and should be told about.
 class VELTRA_HOST_API IUserException : public IException {
   public:
     ~IUserException() override;

@@ -7,15 +7,15 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// Something that happened, as an event manager hands it to its subscribers. Derive from it to bring
-// a new type of event:
+// Something that happened, as an event manager hands it to its subscribers. Derive from it to add a
+// new type of event:
 //
 //     class DoorOpened : public BaseEvent {
 //       public:
 //         DoorOpened() : BaseEvent(detail::DerivedTypeInformation<DoorOpened>::shared()) {}
 //     };
 //
-// A published event is read by several threads at once: what it tells must not change.
+// Several threads may read a published event at once, so its data must not change.
 class VELTRA_HOST_API BaseEvent {
   public:
     virtual ~BaseEvent();
@@ -25,7 +25,7 @@ class VELTRA_HOST_API BaseEvent {
         return *m_type;
     }
 
-    // Whether clients in the scripting language may receive the event; those of the base may not.
+    // Whether clients in the scripting language may receive the event. By default they may not.
     [[nodiscard]] virtual bool isVELTRAClientsAllowed() const;
 
   protected:

@@ -4,15 +4,15 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// A subscription; it ends when this is destroyed. May outlive what it was made by.
+// A subscription; it ends when this is destroyed. It may outlive the object that made it.
 //
-// Once it is destroyed the callback is not called again. A destructor that runs outside every
-// callback also waits for a call of the callback that another thread is in, so that what the
-// callback refers to may be destroyed next: do not hold a lock meanwhile that the callback takes.
-// One that runs within a callback, be it the subscription's own, does not wait, for two callbacks
-// that end each other's subscriptions would wait forever.
+// After the destructor the callback is not called again. Outside callbacks the destructor also
+// waits until no other thread is in the callback, so that what the callback refers to may be
+// destroyed next. Do not hold a lock that the callback takes while the destructor runs. Inside a
+// callback, even the subscription's own, the destructor does not wait: two callbacks that end each
+// other's subscriptions would wait forever.
 //
-// Any thread may destroy it, one alone.
+// Any thread may destroy it, but only one.
 class VELTRA_HOST_API Connection {
   public:
     Connection(const Connection&) = delete;  // one subscription, one owner

@@ -13,7 +13,7 @@ using core::MutexLock;
 
 class EventMgr::Impl {
   public:
-    // The subscribers of a type; null when there never were any.
+    // The subscribers of a type; null if it never had any.
     [[nodiscard]] std::shared_ptr<SubscriberList> find(std::type_index type) const {
         const MutexLock lock(m_mutex);
         const auto found = m_subscribers.find(type);
@@ -38,7 +38,7 @@ class EventMgr::Impl {
         m_pending.push_back(std::move(event));
     }
 
-    // Null when nothing waits.
+    // Null when no event is pending.
     [[nodiscard]] std::shared_ptr<const BaseEvent> takePending() {
         const MutexLock lock(m_mutex);
         if (m_pending.empty())

@@ -13,7 +13,7 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// Takes events from those who publish them to those who subscribed to their type. Starts no thread.
+// Delivers published events to the subscribers of their type. Starts no thread.
 //
 // Any thread, several at once, and from within callbacks, which are called outside every lock: a
 // callback may subscribe, end a subscription (its own too) and publish.
@@ -28,8 +28,8 @@ class VELTRA_HOST_API EventMgr {
     ~EventMgr();
 
     // Calls `callback` with every event of exactly the class Event that is published from now on,
-    // until the connection that is returned is destroyed. A publication that is under way does not
-    // reach it any more. Several publishing threads may be in the callback at once.
+    // until the connection that is returned is destroyed. A publication that is already under way
+    // does not reach it. Several publishing threads may be in the callback at once.
     //
     // Throws std::invalid_argument for an empty callback.
     template <typename Event>
@@ -43,14 +43,15 @@ class VELTRA_HOST_API EventMgr {
     }
 
     // Calls every subscriber of the event's type, in the order of their subscription: with
-    // `immediately` on this thread before it returns, else with the next deliverPending(). What a
-    // callback throws is written to the log channel "eventmgr" as an error, and the next is called.
+    // `immediately` on this thread before it returns, else with the next deliverPending(). If a
+    // callback throws, that is written to the log channel "eventmgr" as an error, and the next
+    // callback is called.
     //
-    // Throws std::invalid_argument for no event.
+    // Throws std::invalid_argument for a null event.
     void publish(std::shared_ptr<const BaseEvent> event, bool immediately);
 
-    // Delivers the events that wait, in the order of their publication, on this thread; also those
-    // that callbacks add meanwhile. The host calls this from its event loop.
+    // Delivers the pending events on this thread, in the order of their publication, including
+    // those that callbacks add meanwhile. The host calls this from its event loop.
     void deliverPending();
 
     // How many subscriptions there are for events of a class.

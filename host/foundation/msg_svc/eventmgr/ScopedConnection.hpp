@@ -7,7 +7,7 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// The place that a client keeps its connection in; empty at first. By one thread at a time.
+// Holds a client's connection; empty at first. For one thread at a time.
 class VELTRA_HOST_API ScopedConnection {
   public:
     ScopedConnection() noexcept = default;

@@ -20,21 +20,21 @@ void logFailure(const BaseEvent& event, const char* what) noexcept {
             .log(log::Error, "a subscriber of " + event.getTypeInformation().getTypeName() +
                                  " failed: " + what);
     } catch (...) {
-        // Delivery goes on, even where the failure cannot be told.
+        // Delivery goes on even if the failure cannot be logged.
     }
 }
 
 }  // namespace
 
-// A callback, and who is in it. The callback lives until the last delivery that found it in the
-// list has gone past it.
+// A callback, and which threads are in it. It lives until the last delivery that found it in the
+// list is done with it.
 class SubscriberList::Subscriber {
   public:
     explicit Subscriber(Callback callback) : m_callback(std::move(callback)) {}
 
     void call(const BaseEvent& event) {
-        // Counted first and asked then, the other way round than in end(): one of the two always
-        // sees the other.
+        // Counts first and checks afterwards; end() does the reverse. So one of the two always sees
+        // the other.
         ++m_calls;
         if (!m_ended) {
             ++callbacksOfThread;
@@ -76,7 +76,8 @@ class SubscriberList::ListConnection final : public Connection {
             if (const auto list = m_list.lock())
                 list->remove(m_subscriber.get());
         } catch (...) {
-            // Without memory for the shorter list the subscriber stays in it, and is passed over.
+            // If there is no memory for the shorter list, the subscriber stays in it and is
+            // skipped.
         }
     }
 

@@ -1,4 +1,4 @@
-// Who is to be told of something. Internal: no public header includes it.
+// The subscribers to one kind of event. Internal: no public header includes it.
 #pragma once
 
 #include <cstddef>
@@ -12,8 +12,8 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// Callbacks in the order in which they came. Keeps the promises that EventMgr and Connection make
-// of callbacks. Any thread, and from within callbacks.
+// Callbacks in the order of their subscription. Keeps what EventMgr and Connection promise about
+// callbacks. Any thread, and from within callbacks.
 //
 // Requires: owned by a std::shared_ptr, so that connections can outlive it.
 class SubscriberList : public std::enable_shared_from_this<SubscriberList> {
@@ -27,7 +27,8 @@ class SubscriberList : public std::enable_shared_from_this<SubscriberList> {
 
     [[nodiscard]] std::unique_ptr<Connection> add(Callback callback);
 
-    // Calls those that are in the list now, one after the other. What one throws is logged.
+    // Calls the callbacks that are in the list now, one after the other. What a callback throws is
+    // logged.
     void deliver(const BaseEvent& event) const;
 
     [[nodiscard]] std::size_t size() const;
@@ -41,7 +42,8 @@ class SubscriberList : public std::enable_shared_from_this<SubscriberList> {
     void remove(const Subscriber* subscriber);
 
     mutable core::Mutex m_mutex;
-    // Replaced, never changed, so that a delivery goes on with what it began with. Never null.
+    // Replaced, never changed, so that a delivery finishes with the list that it began with. Never
+    // null.
     std::shared_ptr<const Subscribers> m_subscribers VELTRA_GUARDED_BY(m_mutex);
 };
 

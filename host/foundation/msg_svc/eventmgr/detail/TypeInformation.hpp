@@ -12,7 +12,7 @@ class EventMgr;
 
 namespace detail {
 
-// What an event manager knows of one type of event. Immutable; any thread.
+// What an event manager knows about one type of event. Immutable; any thread.
 class VELTRA_HOST_API TypeInformation {
   public:
     TypeInformation(const TypeInformation&) = delete;  // shared by pointer
@@ -22,7 +22,7 @@ class VELTRA_HOST_API TypeInformation {
     // The type's qualified name ("reference::cache_manager::ReferenceDataChangeEvent").
     [[nodiscard]] const std::string& getTypeName() const noexcept { return m_typeName; }
 
-    // What tells one type from another, also where a type is described in several libraries.
+    // Identifies the type, even if several libraries describe the same one.
     [[nodiscard]] std::type_index getTypeIndex() const noexcept { return m_typeIndex; }
 
     // How many subscriptions `manager` holds for events of this type now.

@@ -37,7 +37,7 @@ TEST(EventMgrConcurrencyTest, EverySubscriberHearsEveryEventOfEveryThreadOnce) {
     EXPECT_EQ(second, rounds * (rounds + 1L));
 }
 
-// What a callback refers to may go as soon as its connection is gone.
+// What a callback refers to may be destroyed as soon as its connection is.
 TEST(EventMgrConcurrencyTest, NoCallbackRunsOnceItsConnectionIsDestroyed) {
     EventMgr manager;
     std::atomic<bool> done{false};
