@@ -203,8 +203,8 @@ for _ in range(5):
 """
 
 
-# A sanitizer's allocator may be locked by the searching thread when the process forks, and is locked
-# for good in the child then.
+# If the searching thread has locked the sanitizer's allocator when the process forks, it stays
+# locked in the child.
 is_sanitized = "LD_PRELOAD" in os.environ
 PROGRAMS = [JOINED_AT_EXIT] if is_sanitized else [JOINED_AT_EXIT, FORKED]
 

@@ -6,8 +6,8 @@
 
 namespace foundation::msg_svc::eventmgr {
 
-// How many subscriptions an event manager holds for events of the class Event: whoever finds an
-// event dear to make may ask first whether anybody listens. Any thread.
+// How many subscriptions an event manager holds for events of the class Event. Where an event is
+// expensive to make, ask first whether anybody listens. Any thread.
 template <typename Event>
 class SubscriptionCountByType {
   public:
