@@ -10,8 +10,8 @@ enum class Opening {
     Failed,     // xdg-open was started and failed
 };
 
-// Opens the address in the browser of the desktop, by xdg-open(1) and without a shell in between.
-// Waits a few seconds for xdg-open to fail; it may live as long as the browser does.
+// Opens the address in the desktop's browser with xdg-open(1), without a shell in between. Waits a
+// few seconds for xdg-open to fail; it may run for as long as the browser does.
 [[nodiscard]] Opening openInBrowser(const std::string& address);
 
 }  // namespace reference::tools

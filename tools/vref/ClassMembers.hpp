@@ -21,9 +21,9 @@ struct ClassMemberGroup {
     std::vector<ClassMember> members;
 };
 
-// The members of the classes that `result` documents, as the result's product has them, in groups
-// of one kind each. Properties are not among them, since the class's own item lists those. Empty
-// for what is no class. Asks the library.
+// The members of the classes that `result` documents, as the result's product has them, grouped by
+// kind. Properties are left out, since the class's own item lists those. Empty if the result
+// documents no class. Queries the library.
 [[nodiscard]] std::vector<ClassMemberGroup> membersOf(const api::ReferenceData& result);
 
 }  // namespace reference::tools

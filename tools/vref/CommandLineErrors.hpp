@@ -7,12 +7,13 @@
 
 namespace reference::tools {
 
-// What is wrong with a command line that `app` would not parse: arguments in the order in which
-// they were typed, and for an option that there is not, the one that was likely meant. UTF-8.
+// What is wrong with a command line that `app` could not parse. Lists unexpected arguments in the
+// order in which they were typed and, for an unknown option, the one that was probably meant.
+// UTF-8.
 [[nodiscard]] std::string describe(const CLI::App& app, const CLI::ParseError& error);
 
-// That there is no command `typed` below `app`, which one was likely meant, and which there are.
-// UTF-8.
+// Says that `app` has no command `typed`, which command was probably meant, and which commands
+// there are. UTF-8.
 [[nodiscard]] std::string describeUnknownCommand(const CLI::App& app, const std::string& typed);
 
 }  // namespace reference::tools

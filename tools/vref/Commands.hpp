@@ -9,8 +9,8 @@
 #include "vref/Query.hpp"
 
 // The commands of the tool. Each writes its answer to the standard output stream and messages to
-// the standard error stream, returns the exit status, and throws UnusableError, or what the library
-// throws, where it cannot go on.
+// the standard error stream, and returns the exit status. When it cannot go on, it throws
+// UnusableError or what the library threw.
 namespace reference::tools {
 
 // Prints the entries that a search finds, in order.
@@ -32,7 +32,7 @@ struct OpenOptions {
     QueryOptions query;
 };
 
-// Opens the page of one entry in the browser; where there is none, its address is printed.
+// Opens the page of one entry in the browser; without a browser, prints the page's address.
 ExitStatus openPage(const OpenOptions& options);
 
 struct ProductsOptions {
@@ -52,11 +52,11 @@ struct ImportSphinxOptions {
     std::string version;      // empty: the project's own
     std::string helpFolder;   // empty: the product's short name
     bool listAll = false;
-    bool force = false;  // replace the product whatever it loses
+    bool force = false;  // replace the product no matter what it loses
 };
 
-// Imports a built Sphinx tree into a documentation set. Refuses, and leaves the set as it is, where
-// nothing was found or the product would lose more than an ordinary release takes away.
+// Imports a built Sphinx tree into a documentation set. If nothing was found, or the product would
+// lose more than an ordinary release removes, it refuses and leaves the set as it is.
 ExitStatus importSphinx(const ImportSphinxOptions& options);
 
 // Checks a documentation set.
@@ -68,7 +68,7 @@ struct WarmOptions {
     bool json = false;
 };
 
-// Performs the library's start-up and tells what it logged and loaded.
+// Performs the library's start-up and reports what it logged and loaded.
 ExitStatus warm(const WarmOptions& options);
 
 struct WatchOptions {
@@ -76,7 +76,7 @@ struct WatchOptions {
     bool json = false;
 };
 
-// Answers requests from the standard input stream, one a line, until that ends.
+// Answers requests from the standard input stream, one per line, until the stream ends.
 ExitStatus watch(const WatchOptions& options);
 
 }  // namespace reference::tools

@@ -6,7 +6,7 @@
 
 namespace reference::tools {
 
-// "1 fault", "2 faults"; for "entity" its plural is given.
+// "1 fault", "2 faults". An irregular plural, such as that of "entity", is passed in.
 [[nodiscard]] inline std::string counted(std::size_t count, std::string_view singular,
                                          std::string_view plural = {}) {
     std::string text = std::to_string(count) + " ";

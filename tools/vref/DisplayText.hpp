@@ -25,8 +25,8 @@ namespace reference::tools {
 // does a line's leading white space; an empty text has no lines.
 [[nodiscard]] std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width);
 
-// The text without control characters but line feed and tabulator: documentation must not be able
-// to steer a terminal.
+// The text without control characters except line feed and tab: documentation must not be able to
+// control a terminal.
 [[nodiscard]] std::string withoutControls(std::string_view text);
 
 // Any bytes as well-formed UTF-8: the text itself or, where it is not UTF-8, with a question mark

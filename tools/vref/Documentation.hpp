@@ -15,21 +15,21 @@
 
 namespace reference::tools {
 
-// Which documentation the user wants to ask. Empty texts leave the choice to the settings and the
-// environment.
+// Which documentation the user wants to search. Empty texts leave the choice to the settings and
+// the environment.
 struct DocumentationOptions {
     std::string docRoot;
     std::string language;
 };
 
-// Told of what the user should know: a sentence without the tool's name and a line end. UTF-8.
+// Receives what the user should know: a sentence without the tool's name or a line end. UTF-8.
 using Reporter = std::function<void(const std::string& message)>;
 
 // Writes the message to the standard error stream, after the tool's name.
 void reportToStandardError(const std::string& message);
 
 // The installed documentation as the tool's commands use it: the library's, with a message for
-// everything that cannot be read. One in a process.
+// everything that cannot be read. One per process.
 class Documentation {
   public:
     // Makes the library read what `options` say. Throws UnusableError when there is no readable
@@ -43,8 +43,8 @@ class Documentation {
     Documentation(const Documentation&) = delete;  // there is one library to set up
     Documentation& operator=(const Documentation&) = delete;
 
-    // Lets `report` be told again of what it has been told of; until then it is told of each thing
-    // once, however often that is met.
+    // Each message goes to `report` only once, however often its cause occurs. This lets messages
+    // that were already reported be reported again.
     void startNewQuestion();
 
     // How often a reference file could not be read so far.
@@ -53,8 +53,8 @@ class Documentation {
     // The language that is asked for, or the set's first: "ja_JP".
     [[nodiscard]] std::string language() const;
 
-    // Changes the language for what is asked from now on. Throws UnusableError, and changes
-    // nothing, for a language that there is not.
+    // Changes the language for later requests. Throws UnusableError, and changes nothing, if that
+    // language is not available.
     void setLanguage(const std::string& wanted);
 
     // The folders in force: the documentation root, then the support packages.
@@ -70,7 +70,7 @@ class Documentation {
     // The file that a result's page is in, in the folder that its product was imported from.
     [[nodiscard]] std::optional<PagePlace> placeOf(const api::ReferenceData& result) const;
 
-    // Throws UnusableError for a name that is no installed product's.
+    // Throws UnusableError if no installed product has this name.
     void requireInstalled(const std::u16string& product) const;
 
   private:

@@ -4,17 +4,17 @@
 
 namespace reference::tools {
 
-// How the tool ends, for those who call it.
+// The tool's exit status, for its callers.
 enum ExitStatus : int {
-    // What was asked for is there.
+    // What was asked for was found or done.
     Success = 0,
-    // The tool worked, but nothing was found, or not everything was whole.
+    // The tool worked, but nothing was found, or something was faulty or incomplete.
     NothingFound = 1,
     Incomplete = 1,
-    // The command line is wrong, what the tool stands on is broken, or the output cannot be
+    // The command line is wrong, what the tool depends on is broken, or the output cannot be
     // written.
     Unusable = 2,
-    // Nobody read the output to its end. What a shell reports of a tool that SIGPIPE ended.
+    // Nobody read the output to its end. A shell reports this status for a tool that SIGPIPE ended.
     Unread = 128 + 13,
 };
 

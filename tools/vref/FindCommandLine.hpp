@@ -6,11 +6,11 @@
 
 namespace reference::tools {
 
-// Adds the options that restrict a search to a command: --type, --product, --ignore-case,
+// Adds to a command the options that restrict a search: --type, --product, --ignore-case,
 // --ignore-package. What is parsed goes into `options`, which must outlive the command.
 void addQueryOptions(CLI::App& command, QueryOptions& options);
 
-// Adds the arguments of "vref find" but those that say which documentation is read.
+// Adds the arguments of "vref find" except those that say which documentation is read.
 void addFindOptions(CLI::App& command, FindOptions& options);
 
 }  // namespace reference::tools

@@ -15,10 +15,10 @@
 
 namespace reference::tools {
 
-// What a search is to look for and how its results are shown, as it was typed. UTF-8.
+// What to search for and how to show the results, as it was typed. UTF-8.
 struct FindOptions {
     QueryOptions query;
-    // Keys of the order (see Ordering::parse); without any, a person's order.
+    // Keys of the order (see Ordering::parse); if empty, Ordering::forPerson applies.
     std::vector<std::string> order;
     std::optional<std::size_t> limit;
     bool json = false;
@@ -26,17 +26,17 @@ struct FindOptions {
     bool explain = false;
 };
 
-// What was found, and what to tell of it.
+// What was found, and what to say about it.
 struct Finding {
     // In order, all of them.
     std::vector<api::ReferenceData> results;
-    // How many of them the options admit, from the first on.
+    // How many of them to show, counted from the first.
     std::size_t shown = 0;
-    // Why each of these stands before the next; empty where nobody asked.
+    // Why each of these stands before the next; empty unless the user asked for it.
     std::vector<std::string> notes;
-    // What the user should know besides: sentences without a full stop. UTF-8.
+    // What else the user should know: sentences without a full stop. UTF-8.
     std::vector<std::string> messages;
-    // Where nothing was found: what would find something.
+    // If nothing was found: a search that finds something.
     std::optional<Lesson> lesson;
 
     [[nodiscard]] std::span<const api::ReferenceData> first() const {
@@ -44,9 +44,9 @@ struct Finding {
     }
 };
 
-// Searches and orders as the options say. A name that nothing bears is taken for pasted code, and
-// the name in it looked for. Throws UnusableError for options that say nothing sensible, and where
-// nothing was found because it could not be read.
+// Searches and orders as the options say. If nothing has the typed name, it is treated as pasted
+// code, and the name in it is searched for. Throws UnusableError for options that make no sense,
+// and when nothing was found because something could not be read.
 [[nodiscard]] Finding findEntries(const FindOptions& options, const Documentation& documentation);
 
 // Writes the results that are shown, as a list or as a JSON array.

@@ -7,12 +7,12 @@
 
 namespace reference::tools {
 
-// Notices when the manifest of a documentation set is replaced. By one thread.
+// Notices when the manifest of a documentation set is replaced. Used by one thread.
 class ManifestWatch {
   public:
-    // Whether one of the manifests of the sets in these folders is another file, of another size or
-    // written at another time, than when this was last asked, or the folders are others. The first
-    // answer is yes. A manifest that is not there is like one that never changes.
+    // Whether anything has changed since the last call: the folders, or in one of them the
+    // manifest, which is then another file or has another size or modification time. The first call
+    // returns true. A missing manifest counts as unchanged.
     [[nodiscard]] bool hasChanged(const std::vector<std::filesystem::path>& roots);
 
   private:
@@ -20,7 +20,7 @@ class ManifestWatch {
 };
 
 // Why the manifest of the set at `root` cannot be read, or an empty text when it can. A faulty
-// product in it is no reason. UTF-8.
+// product in it does not count. UTF-8.
 [[nodiscard]] std::string whyUnreadable(const std::filesystem::path& root);
 
 }  // namespace reference::tools

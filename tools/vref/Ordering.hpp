@@ -11,28 +11,28 @@
 
 namespace reference::tools {
 
-// One thing that results are ordered by, and how to tell a person of it.
+// One key that results are ordered by, and how to explain it to a person.
 struct OrderKey {
-    // As the command line has it ("depth", "product=qix").
+    // As written on the command line ("depth", "product=qix").
     std::string label;
     api::RefRequestComparator comparator;
     // What the key sees of a result ("2", "matches"); empty where there is nothing to say.
     std::function<std::string(const api::ReferenceData&)> valueOf;
-    // The keys that this one goes through in precedence, when it is a chain; else empty.
+    // If this key is a chain, its keys in order of precedence; else empty.
     std::vector<OrderKey> chain = {};
 };
 
-// The keys of an order, in precedence.
+// The keys of an order, in order of precedence.
 class Ordering {
   public:
-    // From the texts of --order: each holds one key or several divided by commas. Throws
-    // UnusableError, which lists the keys there are, for a text that is none. Names are compared as
-    // `caseSensitivity` says.
+    // From the texts of --order: each holds one key or several separated by commas. Throws
+    // UnusableError, which lists the valid keys, if a text holds anything else. Names are compared
+    // as `caseSensitivity` says.
     [[nodiscard]] static Ordering parse(const std::vector<std::string>& texts,
                                         api::EntityCaseSensitivity::Value caseSensitivity);
 
-    // A person's order for a search for `name`: the very name first, then the preferred order, then
-    // less qualified names.
+    // The order that suits a person who searches for `name`: the exact name first, then the
+    // preferred order, then less qualified names.
     [[nodiscard]] static Ordering forPerson(const std::u16string& name,
                                             api::EntityCaseSensitivity::Value caseSensitivity);
 
@@ -42,7 +42,7 @@ class Ordering {
     [[nodiscard]] api::RefRequestComparator comparator() const;
 
     // Why `a` stands before `b`: the first key that tells them apart and what it sees of both, or
-    // that they tie. A chain is told by that one of its keys which decided. UTF-8.
+    // that they tie. If that key is a chain, it names the key of the chain that decided. UTF-8.
     [[nodiscard]] std::string explain(const api::ReferenceData& a,
                                       const api::ReferenceData& b) const;
 

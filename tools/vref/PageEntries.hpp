@@ -11,11 +11,11 @@ namespace reference::tools {
 //
 // The library's page search compares the text with an entry's whole href, and entries that share a
 // page have hrefs with a fragment, such as "library/os.html#os.getcwd". A person names the page:
-// "library/os.html", "library/os" or, where no page of the whole name exists, its end alone:
+// "library/os.html", "library/os" or, if no page has that whole name, just the end of it:
 // "os.html", "os". A text with a "#" names one entry in the same way. The help folder may stand
 // before the name. What the library's search finds is found as well.
 //
-// The request's types, products and letter case count as in every search. Throws what the library
+// The request's types, products and letter case apply as in every search. Throws what the library
 // throws; a product whose file cannot be read is left out.
 [[nodiscard]] std::vector<api::ReferenceData> entriesOfNamedPages(
     const api::ReferenceRequest& request);

@@ -9,11 +9,11 @@
 
 namespace reference::tools {
 
-// Tells how far a long piece of work is: on a terminal a bar that is drawn over itself, elsewhere a
-// quiet line at each tenth. One thread at a time.
+// Shows the progress of a long piece of work: on a terminal as a bar that is redrawn in place,
+// elsewhere as a plain line at each tenth. One thread at a time.
 class ProgressBar {
   public:
-    // `label` says what is being done. `out` and `terminal` are of the same stream.
+    // `label` says what is being done. `out` and `terminal` belong to the same stream.
     ProgressBar(std::ostream& out, const Terminal& terminal, std::string label);
 
     // Takes the bar off the terminal.
@@ -21,7 +21,7 @@ class ProgressBar {
     ProgressBar(const ProgressBar&) = delete;  // there is one line to draw on
     ProgressBar& operator=(const ProgressBar&) = delete;
 
-    // `done` of `total` steps are behind; draws only as often as an eye can follow.
+    // `done` of `total` steps are complete; redraws only as often as the eye can follow.
     void update(std::size_t done, std::size_t total);
 
   private:

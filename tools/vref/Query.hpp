@@ -19,7 +19,7 @@ enum class Search {
     Page,     // names of pages, each with all its entries
 };
 
-// What the command line says of a search, as it was typed. UTF-8.
+// What the command line says about a search, as it was typed. UTF-8.
 struct QueryOptions {
     std::string name;
     Search search = Search::Entity;
@@ -30,22 +30,20 @@ struct QueryOptions {
     bool all = false;
 };
 
-// The request that the options ask for, to be ordered as it is found. Throws UnusableError for a
-// type or product that is not known, text that is not UTF-8, and for a name together with, or
-// neither of a name and, `all`.
+// The request that the options describe, with no order set. Throws UnusableError for an unknown
+// type or product, for text that is not UTF-8, and unless exactly one of a name and `all` is given.
 [[nodiscard]] api::ReferenceRequest toRequest(const QueryOptions& options,
                                               const Documentation& documentation);
 
-// The type that a text of --type names. Throws UnusableError, which lists the types and says which
-// is meant where people commonly use another word, for a text that names none.
+// The type that a text of --type names. For any other text it throws UnusableError, which lists the
+// types and, for a word that people commonly use for one of them, says which is meant.
 [[nodiscard]] property::RefEntityType::Value toType(const std::string& text);
 
 // What the library finds for a request; for pages, see entriesOfNamedPages().
 [[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,
                                                        const api::ReferenceRequest& request);
 
-// The arguments of "vref find" that ask for the same: "--type class NAME", as a shell takes them.
-// UTF-8.
+// The arguments of "vref find" for the same search, quoted for a shell: "--type class NAME". UTF-8.
 [[nodiscard]] std::string toArguments(const QueryOptions& options);
 
 }  // namespace reference::tools

@@ -13,8 +13,7 @@ namespace reference::tools {
 // The results as one JSON array. Each element has "product", "helpFolder" and "href", then the
 // item's members; every member is there, empty or not, always in the same order.
 //
-// `notes` are empty, or as many as there are results: then each is the element's last member,
-// "note".
+// `notes` is empty or has one note per result, which becomes the element's last member, "note".
 [[nodiscard]] boost::json::array toJson(std::span<const api::ReferenceData> results,
                                         std::span<const std::string> notes);
 

@@ -9,27 +9,27 @@
 
 namespace reference::tools {
 
-// The names of a result's entities, divided by commas; its href where it has none. UTF-8.
+// The names of a result's entities, separated by commas; its href if it has none. UTF-8.
 [[nodiscard]] std::string namesOf(const api::ReferenceData& result);
 
 // The kinds of a result's entities, each once ("class", "function, method"). UTF-8.
 [[nodiscard]] std::string kindsOf(const api::ReferenceData& result);
 
-// The names of what is to be used instead of a deprecated result, divided by commas; mostly empty.
+// The names of what to use instead of a deprecated result, separated by commas; usually empty.
 // UTF-8.
 [[nodiscard]] std::string replacementsOf(const api::ReferenceData& result);
 
-// What a list tells besides.
+// What else a list shows.
 struct ListDetails {
     // A line with the page of each result.
     bool hrefs = false;
-    // A line with a note on each result; empty, or as many as there are results.
+    // A line with a note on each result; empty, or one per result.
     std::span<const std::string> notes;
 };
 
 // Writes a line for each result: names, kind, product, whether it is deprecated or removed, and
-// purpose; names, kinds and products stand under each other. On a terminal a line is cut to its
-// width, elsewhere it is whole.
+// purpose; names, kinds and products are aligned in columns. On a terminal a line is cut to the
+// terminal's width, elsewhere it is whole.
 void writeList(std::ostream& out, const Terminal& terminal,
                std::span<const api::ReferenceData> results, const ListDetails& details);
 

@@ -6,26 +6,26 @@
 
 namespace reference::tools {
 
-// What was written to a standard stream is lost; what() says why.
+// Output to a standard stream was lost; what() says why.
 class OutputError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Nobody reads the standard output stream any more, as in "vref find --all | head". The tool ends
-// without a word then: by SIGPIPE where the signal has its default effect, else with this.
+// Nobody reads the standard output stream any more, as in "vref find --all | head". The tool then
+// ends silently: by SIGPIPE if the signal has its default effect, else with this.
 class ReaderGone {};
 
 // The standard output and error streams of the process, written so that no failure is missed:
-// std::cout and std::cerr go through this while it lives. It changes nothing for a terminal but
-// that std::cout is written when it is flushed, not at each line. One in a process.
+// std::cout and std::cerr go through this while it lives. On a terminal the only change is that
+// std::cout is written when it is flushed, not at each line. One per process.
 class StandardStreams {
   public:
-    // Takes the place of a stream that the process was started without, too, lest the next file
-    // that is opened be taken for it.
+    // Also fills in a stream that was closed when the process started; otherwise the next file to
+    // be opened would take its place.
     StandardStreams();
 
-    // Writes what is left, without telling whether that worked.
+    // Writes what is left, without reporting whether that worked.
     ~StandardStreams();
     StandardStreams(const StandardStreams&) = delete;  // the process has one of each
     StandardStreams& operator=(const StandardStreams&) = delete;

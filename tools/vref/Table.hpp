@@ -26,7 +26,7 @@ class Table {
 
     explicit Table(std::vector<Column> columns) : m_columns(std::move(columns)) {}
 
-    // Requires: one cell a column.
+    // Requires: one cell per column.
     void add(std::vector<Cell> cells) { m_rows.push_back(std::move(cells)); }
 
     // Writes the headings and a line for each row, each column as wide as its widest text.

@@ -6,27 +6,28 @@
 
 namespace reference::tools {
 
-// How a piece of output stands out on a terminal that can show it.
+// How to emphasise a piece of output on a terminal that can show it.
 enum class Style { Plain, Name, Heading, Faint, Warning };
 
-// What an output stream can show, looked at once. A plain value.
+// What an output stream can show, determined once. A plain value.
 class Terminal {
   public:
-    // A stream of the process: its width, and whether it shows colours. It shows none when it is no
-    // terminal, when NO_COLOR is set and not empty (https://no-color.org), or when TERM is "dumb".
+    // A stream of the process: its width, and whether it shows colours. It shows none if it is not
+    // a terminal, when NO_COLOR is set and not empty (https://no-color.org), or when TERM is
+    // "dumb".
     [[nodiscard]] static Terminal ofStandardOutput();
     [[nodiscard]] static Terminal ofStandardError();
 
-    // A stream of known abilities.
+    // A stream with known abilities.
     Terminal(bool isTerminal, bool hasColour, std::size_t width)
         : m_isTerminal(isTerminal), m_hasColour(hasColour), m_width(width) {}
 
     [[nodiscard]] bool isTerminal() const noexcept { return m_isTerminal; }
 
-    // In columns; for what is no terminal, the width that prose is broken at.
+    // In columns; if this is not a terminal, the width that prose is wrapped to.
     [[nodiscard]] std::size_t width() const noexcept { return m_width; }
 
-    // `text` in the given style; as it is where there are no colours.
+    // `text` in the given style; unchanged if there are no colours.
     [[nodiscard]] std::string styled(Style style, std::string_view text) const;
 
   private:

@@ -7,15 +7,15 @@
 
 namespace reference::tools {
 
-// Tables within prose, a line for each row: "| a | b |". The form is told in
-// docs/documentation-set.md. All texts are well-formed UTF-8. Any thread.
+// Tables within prose, a line for each row: "| a | b |". docs/documentation-set.md describes the
+// form. All texts are well-formed UTF-8. Any thread.
 
 // Whether a line is a row of a table.
 [[nodiscard]] bool isTableRow(std::string_view line);
 
-// The rows of a table with aligned columns, in lines of at most `width` columns: a column is as
-// wide as its widest cell where there is room, else the texts of cells are broken. Where that would
-// leave columns that are too narrow to read, each row becomes the item of a list.
+// The rows of a table with aligned columns, in lines of at most `width` columns. If there is room,
+// a column is as wide as its widest cell; otherwise the texts of cells are broken. If that would
+// leave columns too narrow to read, each row becomes the item of a list.
 [[nodiscard]] std::vector<std::string> layOutTable(const std::vector<std::string_view>& rows,
                                                    std::size_t width);
 

@@ -23,7 +23,7 @@ class WatchOutput {
     // else to the standard error stream.
     [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson();
 
-    // For a program: one JSON value a line to the standard output stream, and nothing elsewhere.
+    // For a program: one JSON value per line to the standard output stream, and nothing elsewhere.
     [[nodiscard]] static std::unique_ptr<WatchOutput> forProgram();
 
     WatchOutput() = default;
@@ -31,17 +31,17 @@ class WatchOutput {
     WatchOutput& operator=(const WatchOutput&) = delete;
     virtual ~WatchOutput();
 
-    // Asks for a line, where a person waits at a terminal.
+    // Prompts for a line if a person is waiting at a terminal.
     virtual void prompt() = 0;
 
-    // The answers to line number `line`; each line that is not blank has one.
+    // The answers to line number `line`; each line that is not blank gets one.
     virtual void answer(std::size_t line, const FindOptions& options, const Finding& finding) = 0;
     virtual void answerError(std::size_t line, const std::string& problem) = 0;
     virtual void answerHelp(std::size_t line, const std::string& text) = 0;
     virtual void answerDone(std::size_t line) = 0;
 
-    // What nobody asked for: that the documentation was loaded, and `why` ("ready", "language",
-    // "documentation", "request"), and what the client should know.
+    // Messages that answer no line: that the documentation was loaded, and `why` ("ready",
+    // "language", "documentation", "request"), and what the client should know.
     virtual void loaded(const std::string& why, const LoadedDocumentation& documentation) = 0;
     virtual void warning(const std::string& message) = 0;
 };
