@@ -1,7 +1,7 @@
 include(CMakePackageConfigHelpers)
 
 # Installs the CMake package of a library: its exported targets, in the namespace veltra::, and the
-# files by which find_package(<name>) finds them.
+# files that find_package(<name>) looks for.
 function(veltra_install_package name)
     set(folder "${CMAKE_INSTALL_LIBDIR}/cmake/${name}")
     install(EXPORT ${name}_targets NAMESPACE veltra:: DESTINATION "${folder}")

@@ -23,8 +23,9 @@ bool isSet(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
-// A program in a session of its own, which closing the terminal does not end, and without the
-// terminal: what a browser logs is not the tool's output. Negative when it cannot be started.
+// Starts a program in a session of its own, so that closing the terminal does not end it, and
+// without the terminal, because what a browser logs is not the tool's output. Negative when it
+// cannot be started.
 ::pid_t start(const std::string& program, const std::string& argument) {
     ::posix_spawn_file_actions_t streams;
     ::posix_spawn_file_actions_init(&streams);

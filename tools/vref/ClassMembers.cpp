@@ -40,7 +40,7 @@ std::vector<RefEntityType::Value> memberTypes() {
     return types;
 }
 
-// The rest of a name that stands directly within the class; empty: it does not.
+// The rest of a name that stands directly within the class; empty if it does not.
 std::u16string_view nameWithin(std::u16string_view name, std::u16string_view className) {
     if (!name.starts_with(className) || name.substr(className.size(), 1) != u".")
         return {};

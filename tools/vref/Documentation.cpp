@@ -50,8 +50,8 @@ std::string folded(std::string_view locale) {
     return text;
 }
 
-// The set's locale that the user means: by its name, however it is written, or by its language
-// alone ("ja").
+// The set's locale that the user means, given by its name, however it is written, or by its
+// language alone ("ja").
 std::string chooseLocale(const std::string& wanted, const std::vector<std::u16string>& locales) {
     std::string known;
     for (const auto& name : locales) {
@@ -91,8 +91,8 @@ class Documentation::Reports {
     std::set<std::string> m_told VELTRA_GUARDED_BY(m_mutex);
 };
 
-// The file source, with a word to the user for each reference file that cannot be read: the library
-// leaves such a product out without one.
+// The file source, with a message to the user for each reference file that cannot be read: the
+// library leaves such a product out silently.
 class Documentation::ReportingSource final : public docparser::DocSource {
   public:
     explicit ReportingSource(std::shared_ptr<Reports> reports) : m_reports(std::move(reports)) {}
@@ -104,7 +104,8 @@ class Documentation::ReportingSource final : public docparser::DocSource {
         try {
             return m_files.getResourceFile(resourceFile);
         } catch (const DocParserException& exception) {
-            // No file is named where there is none: start-up asks for products that may be absent.
+            // An error without a file means an absent product: start-up asks for products that may
+            // be absent.
             if (exception.getFault().file.empty())
                 throw;
             ++m_unreadable;

@@ -14,7 +14,7 @@
 namespace reference::tools {
 namespace {
 
-// What was found for a query, and by which order.
+// What was found for a query, and in which order.
 struct Answer {
     QueryOptions query;
     Ordering ordering;
@@ -36,8 +36,8 @@ bool looksForName(const QueryOptions& query) {
     return !query.all && (query.search == Search::Entity || query.search == Search::Class);
 }
 
-// Asks for the name as it was typed, and when nothing bears it, for the name in it if it is pasted
-// code.
+// Asks for the name as it was typed. If nothing has that name and it is pasted code, asks for the
+// name in it.
 Answer askForName(const FindOptions& options, const Documentation& documentation,
                   std::vector<std::string>& messages) {
     Answer answer = ask(options, options.query, documentation);
@@ -51,8 +51,8 @@ Answer askForName(const FindOptions& options, const Documentation& documentation
     return ask(options, cleaned, documentation);
 }
 
-// What to say of each of the first `shown` results: why it stands before the next, which may be one
-// that is not shown.
+// What to say about each of the first `shown` results: why it stands before the next, which may be
+// one that is not shown.
 std::vector<std::string> explanations(const Answer& answer, std::size_t shown) {
     std::vector<std::string> texts;
     for (std::size_t at = 0; at < shown; ++at)

@@ -24,7 +24,7 @@ namespace sphinx = importers::sphinx;
 
 constexpr const char* localeOfNewSets = "en_US";
 
-// As many objects without a description are listed as fit a screen.
+// How many objects without a description are listed: as many as fit on a screen.
 constexpr std::size_t fewObjects = 20;
 
 // The locale to file the product under when the user names none.
@@ -82,8 +82,8 @@ void requireWorthPublishing(const ImportSphinxOptions& options, const std::strin
                             " If that is right, import with --force.");
 }
 
-// The imported folder as the set remembers it, whatever folder the tool is called from; nothing for
-// one whose name no set can hold.
+// The imported folder as the set records it, independent of the current folder; nothing if a set
+// cannot hold its name.
 std::optional<docset::ProductSource> sourceIn(const std::string& folder) {
     const std::string path = std::filesystem::canonical(folder).string();
     if (wellFormed(path) != path)

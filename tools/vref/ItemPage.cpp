@@ -24,7 +24,7 @@ constexpr std::size_t widestProse = 100;
 constexpr std::size_t narrowestProse = 20;
 constexpr std::size_t indentStep = 4;
 
-// The name of a property and what is known of its type and value, as they stand in lists.
+// The name of a property and what is known about its type and value, as they stand in lists.
 std::string headOf(const std::string& name, const std::vector<std::u16string>& values) {
     std::string all;
     for (const auto& value : values)
@@ -193,7 +193,7 @@ class PageWriter {
             return;
         heading("See also");
         for (const auto& seeAlso : item.getSeeAlsoInfo()) {
-            // What is said of the link stands after its name: "name – text".
+            // What is said about the link stands after its name: "name – text".
             constexpr std::string_view separator = " – ";
             const std::string text = shown(seeAlso.getName());
             const std::size_t nameEnd = std::min(text.find(separator), text.size());

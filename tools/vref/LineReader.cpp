@@ -42,8 +42,8 @@ LineReader::Result LineReader::next(milliseconds patience) {
         }
 
         const auto left = std::chrono::duration_cast<milliseconds>(deadline - Clock::now());
-        // Of the answers only errors are told, which need not be asked for; poll(2) passes over a
-        // negative descriptor.
+        // For the answers only errors matter, and poll(2) reports those without being asked. It
+        // ignores a negative descriptor.
         std::array<pollfd, 2> waiting{{{.fd = m_descriptor, .events = POLLIN, .revents = 0},
                                        {.fd = m_answers, .events = 0, .revents = 0}}};
         const int ready = ::poll(waiting.data(), waiting.size(),

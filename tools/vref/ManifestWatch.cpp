@@ -8,8 +8,8 @@
 namespace reference::tools {
 namespace {
 
-// A manifest is replaced by a rename, so that its successor is another file, even where clocks are
-// too coarse to tell the two apart.
+// A manifest is replaced by a rename, so that the new one is another file, even if the clock is too
+// coarse to tell the two apart.
 std::string stampOf(const std::filesystem::path& root) {
     struct stat status {};
     if (::stat((root / docset::manifestFileName).c_str(), &status) != 0)

@@ -47,7 +47,7 @@ std::vector<ReferenceData> entriesOfPage(const ReferenceRequest& request) {
                 for (const auto& item : resource->getItems().at(href))
                     found.emplace_back(resource->getHeaderInfo().copy(), item.copy());
             } catch (const docparser::DocParserException&) {
-                // Reported where it was read; another product may have such a page too.
+                // Already reported when it was read; another product may have such a page too.
             }
         }
     }

@@ -37,7 +37,7 @@ using property::FunctionType;
 using property::RefEntity;
 using property::RefEntityType;
 
-// The smallest key of a result's entities, as it is told; "no entity" without any.
+// The smallest key of a result's entities, as it is shown; "no entity" if there are none.
 template <typename KeyOf, typename Tell>
 std::string smallest(const ReferenceData& data, KeyOf keyOf, Tell tell) {
     const auto& entities = data.getRefItem().getRefEntities();
@@ -98,7 +98,7 @@ std::optional<RefEntityType::Value> typeNamed(std::string_view text) {
     return RefEntityType::fromString(text);
 }
 
-// The key of a text without a value; nothing when it names none.
+// The key of a text without a value; nothing when the text names no key.
 std::optional<OrderKey> plainKey(const std::string& text) {
     if (text == "index")
         return OrderKey{text, IndexOrderComparator(), hrefOf};
@@ -115,7 +115,7 @@ std::optional<OrderKey> plainKey(const std::string& text) {
     return std::nullopt;
 }
 
-// The key of "name=value"; nothing when there is none of that name or the value is no such thing.
+// The key of "name=value"; nothing when no key has that name or the value does not suit it.
 std::optional<OrderKey> matchKey(const std::string& text, const std::string& name,
                                  const std::string& value,
                                  EntityCaseSensitivity::Value caseSensitivity) {
@@ -172,7 +172,7 @@ std::vector<OrderKey> preferredKeys() {
     return keys;
 }
 
-// The first key that tells the two apart, and within a chain the key of the chain; null when all
+// The first key that tells the two apart, or within a chain the key of the chain; null when all
 // tie.
 const OrderKey* decidingKey(const std::vector<OrderKey>& keys, const ReferenceData& a,
                             const ReferenceData& b) {

@@ -26,8 +26,8 @@ std::u16string lowered(const std::u16string& text) {
     return result;
 }
 
-// The ways in which a typed name may be written in an href: as it is, or with what names of files
-// end in.
+// The ways in which a typed name may be written in an href: as it is, or with one of the usual file
+// name endings.
 class PageName {
   public:
     explicit PageName(const ReferenceRequest& request) : m_ignoresCase(!request.isCaseSensitive()) {
@@ -40,7 +40,7 @@ class PageName {
         m_spellings.push_back(typed + (typed.ends_with(u'/') ? u"" : u"/") + u"index.html");
     }
 
-    // Whether the href is, or lies on, the page of this whole name.
+    // Whether the href is the page of this whole name or lies on it.
     [[nodiscard]] bool isWhole(const std::u16string& helpFolder, const std::u16string& href) const {
         const std::u16string place = placeOf(href);
         const std::u16string withFolder = folded(helpFolder) + u"/" + place;
@@ -49,7 +49,7 @@ class PageName {
         });
     }
 
-    // Whether the name is what the page's ends with, from a "/" on.
+    // Whether the page's name ends with this name, from a "/" on.
     [[nodiscard]] bool isEnd(const std::u16string& href) const {
         const std::u16string place = u"/" + placeOf(href);
         return std::ranges::any_of(m_spellings, [&](const std::u16string& spelling) {
@@ -61,7 +61,7 @@ class PageName {
     [[nodiscard]] std::u16string folded(const std::u16string& text) const {
         return m_ignoresCase ? lowered(text) : text;
     }
-    // What of an href is compared.
+    // The part of an href that is compared.
     [[nodiscard]] std::u16string placeOf(const std::u16string& href) const {
         return folded(m_hasFragment ? href : href.substr(0, href.find(u'#')));
     }
@@ -71,7 +71,7 @@ class PageName {
     std::vector<std::u16string> m_spellings;
 };
 
-// Adds the hrefs that `admits` to what was found; whether there is one.
+// Adds the hrefs that `admits` accepts to what was found; returns whether there was one.
 template <class Admits>
 bool addHrefs(const Matches& all, Matches& found, const Admits& admits) {
     bool isAny = false;
@@ -99,7 +99,7 @@ void addEntries(const std::u16string& product, const cache_manager::ProductMatch
                 for (const auto& item : items->second)
                     entries.emplace_back(resource->getHeaderInfo().copy(), item.copy());
     } catch (const docparser::DocParserException&) {
-        // Told where it was read; the other products answer.
+        // Already reported when it was read; the other products answer.
     }
 }
 

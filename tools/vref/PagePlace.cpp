@@ -27,7 +27,7 @@ bool hasScheme(std::string_view text) {
     return end != text.begin() && end != text.end() && *end == ':';
 }
 
-// With the units in place of "%20" and the like; the text itself where one of them is none.
+// Decodes "%20" and the like; returns the text itself if one of them is malformed.
 std::string decoded(std::string_view text) {
     std::string result;
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -48,7 +48,7 @@ std::string decoded(std::string_view text) {
     return result;
 }
 
-// With "%20" and the like in place of all that may not stand for itself in an address.
+// Encodes as "%20" and the like everything that may not stand for itself in an address.
 std::string encoded(std::string_view text, std::string_view alsoPlain) {
     std::string result;
     for (const char unit : text) {
@@ -66,7 +66,7 @@ bool isWithin(const fs::path& folder, const fs::path& file) {
            folder.end();
 }
 
-// Nothing else is a page: opening a program or a starter might run it.
+// Nothing else counts as a page: opening a program or a desktop starter might run it.
 bool isPage(const fs::path& file) {
     const std::string ending = boost::to_lower_copy(file.extension().string());
     return ending == ".html" || ending == ".htm" || ending == ".xhtml";

@@ -8,9 +8,9 @@
 namespace reference::tools {
 namespace {
 
-// Prose is not broken narrower than this, however far it is set in.
+// Prose is not wrapped narrower than this, however far it is indented.
 constexpr std::size_t minProseWidth = 20;
-// How much farther than the text around it code is set in.
+// How much farther code is indented than the text around it.
 constexpr std::size_t codeIndent = 4;
 
 std::vector<std::string_view> linesOf(std::string_view text) {
@@ -30,7 +30,7 @@ bool isUnderline(std::string_view line, std::string_view title) {
            line == std::string(static_cast<std::size_t>(characters), '-');
 }
 
-// How many bytes the mark of a list's item takes that the line begins with; 0: none.
+// The length in bytes of the list mark that the line begins with; 0: none.
 std::size_t markOf(std::string_view line) {
     constexpr std::size_t maxDigits = 4;
     if (line.starts_with("- "))
@@ -41,7 +41,7 @@ std::size_t markOf(std::string_view line) {
     return isNumber ? digits + 2 : 0;
 }
 
-// Lays out line after line. Text goes on where the last item of a list has its own.
+// Lays out line after line. Further text is aligned with the text of the last list item.
 class Layout {
   public:
     explicit Layout(std::size_t width) : m_width(width) {}

@@ -25,7 +25,7 @@ namespace {
 
 using property::RefEntityType;
 
-// What people call a type that is called otherwise here.
+// What people call a type that has another name here.
 constexpr std::pair<std::string_view, RefEntityType::Value> commonWords[] = {
     {"attribute", RefEntityType::Property}, {"exception", RefEntityType::Class},
     {"error", RefEntityType::Class},        {"struct", RefEntityType::Class},
@@ -35,7 +35,7 @@ constexpr std::pair<std::string_view, RefEntityType::Value> commonWords[] = {
     {"procedure", RefEntityType::Function}, {"signal", RefEntityType::Event},
 };
 
-// The type that was likely meant by a text that names none.
+// The type that was probably meant by a text that names none.
 std::optional<std::string> meantType(const std::string& text,
                                      const std::vector<std::string>& known) {
     const std::string word = boost::to_lower_copy(text);
@@ -62,7 +62,7 @@ const char* nameOf(Search search) {
     return "entity";
 }
 
-// A word as a shell takes it.
+// A word, quoted for a shell.
 std::string quoted(const std::string& word) {
     constexpr std::string_view plain =
         "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789._-/:@%+,";

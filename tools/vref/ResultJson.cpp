@@ -17,7 +17,7 @@ namespace {
 
 namespace json = boost::json;
 
-// The members in the order that readers are promised; a result's place and summary come first.
+// The members in the order promised to readers; a result's place and summary come first.
 constexpr std::string_view memberOrder[] = {
     "packageName",  "purpose",    "introduced",   "description", "deprecationStatus",   "entities",
     "syntaxGroups", "inputs",     "inputGroups",  "outputs",     "classPropertyGroups", "seeAlso",

@@ -13,12 +13,12 @@
 namespace reference::tools {
 namespace {
 
-// A descriptor that is closed would be given to the next file that is opened, which would then
-// receive what is written to the stream. What is opened in its place fails as a closed one does.
+// A closed descriptor would be given to the next file that is opened, which would then receive what
+// is written to the stream. What is opened here in its place fails just as a closed one does.
 void occupy(int descriptor, int flags) {
     if (::fcntl(descriptor, F_GETFD) >= 0 || errno != EBADF)
         return;
-    // The lowest free number is given out; those below it are taken already.
+    // open(2) returns the lowest free number; those below this one are already taken.
     static_cast<void>(::open("/dev/null", flags));
 }
 
@@ -60,7 +60,7 @@ class StandardStreams::Buffer final : public std::streambuf {
         return m_failure == 0;
     }
 
-    // Whoever shares the descriptor may have made it one that does not wait by itself.
+    // Another process that shares the descriptor may have made it non-blocking.
     void waitUntilWritable() const {
         pollfd waiting{.fd = m_descriptor, .events = POLLOUT, .revents = 0};
         static_cast<void>(::poll(&waiting, 1, -1));

@@ -29,9 +29,9 @@ std::optional<QueryOptions> unrestricted(QueryOptions options) {
     return options;
 }
 
-// From the narrowest to the widest: the very name elsewhere, then less exact ones, each first where
-// it was looked for and then elsewhere. Without its package: the name may be qualified less than it
-// is documented, or differently, so that its last component is asked for at the end.
+// From the narrowest to the widest: the exact name elsewhere, then less exact ones, each first
+// where the user searched and then elsewhere. Without its package: the typed name may have fewer
+// qualifiers than the documented one, or different ones, so its last component is tried last.
 std::vector<WiderSearch> widerSearches(const QueryOptions& asked) {
     QueryOptions anyCase = asked;
     anyCase.ignoreCase = true;
@@ -71,8 +71,8 @@ std::vector<WiderSearch> widerSearches(const QueryOptions& asked) {
     return searches;
 }
 
-// The name, and in parentheses what the search did not restrict although it was asked to:
-// "TypeError (class)".
+// The name, and in parentheses the type or product if the user restricted it and the wider search
+// does not: "TypeError (class)".
 std::string nameWithin(const api::ReferenceData& result, const QueryOptions& asked,
                        const QueryOptions& wider) {
     std::string where;

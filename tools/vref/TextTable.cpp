@@ -8,7 +8,7 @@
 namespace reference::tools {
 namespace {
 
-// Cells narrower than this are not broken well.
+// Cells narrower than this cannot be broken well.
 constexpr std::size_t minBrokenWidth = 12;
 constexpr std::string_view gap = "  ";
 
@@ -81,7 +81,8 @@ void addRow(const Cells& row, const std::vector<std::size_t>& widths,
     }
 }
 
-// Each row as an item: its first cell, and below it the others, after the heading of their column.
+// Each row as a list item: its first cell, and below it the others, each after its column's
+// heading.
 std::vector<std::string> asList(const std::vector<Cells>& rows, bool hasHeading,
                                 std::size_t width) {
     std::vector<std::string> lines;
@@ -133,7 +134,7 @@ std::vector<std::string> layOutTable(const std::vector<std::string_view>& rows, 
     }
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < cells.size(); ++at) {
-        // Without a gap the lines of broken cells could not be told from rows.
+        // Without a gap the lines of broken cells would look like rows.
         if (isBroken && at > 0 && at != headings)
             lines.emplace_back();
         addRow(cells[at], widths, lines);

@@ -41,8 +41,8 @@ struct Record {
     std::string text;
 };
 
-// The records of start-up's channel, while this lives; those of other channels go where the tool's
-// messages go.
+// The records of start-up's channel, while this lives; records of other channels go where the
+// tool's messages go.
 class StartupLog {
   public:
     explicit StartupLog(int severity) {
@@ -70,7 +70,7 @@ class StartupLog {
     std::vector<Record> m_records;
 };
 
-// The memory that the process has in use, in bytes; 0 where the system does not tell.
+// The memory that the process has in use, in bytes; 0 if the system does not say.
 std::size_t residentMemory() {
     // Sizes in pages: the whole, then what is resident (proc(5)).
     std::ifstream file("/proc/self/statm");
@@ -84,7 +84,7 @@ struct LoadedProduct {
     std::string product;
     bool installed = false;
     std::size_t entities = 0;
-    // Of its pages; nothing for a product whose pages start-up leaves for later.
+    // Nothing for a product whose pages start-up leaves for later.
     std::optional<std::size_t> pages;
 };
 

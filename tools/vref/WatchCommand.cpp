@@ -36,12 +36,12 @@ namespace json = boost::json;
 using cache_manager::ReferenceCacheManager;
 using cache_manager::ReferenceDataChangeEvent;
 
-// How long a change of the documentation may go unnoticed while nobody asks. Before a request is
-// answered, it is always looked for.
+// How long a change of the documentation may go unnoticed between requests. Before a request is
+// answered, the session always checks.
 constexpr std::chrono::milliseconds lookAround{500};
 
-// Where a product is replaced for the second time while a request is answered, its files may be
-// gone; the request is then repeated. More than a few times in a row is no accident.
+// If a product is replaced for the second time while a request is answered, its files may be gone;
+// the request is then repeated. More than a few times in a row is no accident.
 constexpr int mostAttempts = 3;
 
 // A line that asks for its own help.
@@ -70,7 +70,8 @@ std::string helpText() {
     return app.help("");
 }
 
-// The arguments that a line holds. Throws UnusableError for a JSON array that is none of texts.
+// The arguments that a line holds. Throws UnusableError for a JSON array that holds anything but
+// texts.
 std::vector<std::string> argumentsOf(const std::string& line) {
     if (!line.starts_with("[\""))
         return {};
@@ -85,7 +86,7 @@ std::vector<std::string> argumentsOf(const std::string& line) {
     }
 }
 
-// What a line asks to be found. Throws UnusableError for what "vref find" does not take, and
+// The search that a line asks for. Throws UnusableError for what "vref find" does not take, and
 // HelpWanted.
 FindOptions parseRequest(const std::string& line) {
     FindOptions options;
@@ -223,9 +224,9 @@ class Session {
         m_output->answerDone(m_line);
     }
 
-    // Reads the documentation anew when its manifest was replaced, and tells whether it did. A
-    // manifest that cannot be read, such as one that somebody is just writing, does not take away
-    // what is loaded.
+    // Reads the documentation anew if its manifest was replaced, and returns whether it did. While
+    // a manifest cannot be read, for example because somebody is writing it, what is loaded is
+    // kept.
     bool followDocumentation() {
         const auto roots = m_documentation.roots();
         if (!m_manifests.hasChanged(roots))

@@ -20,8 +20,8 @@ namespace {
 
 namespace json = boost::json;
 
-// The first message of every session in JSON; what a client need not understand may be added
-// without another number.
+// Stands in the first message of every session in JSON. Additions that a client may ignore do not
+// change it.
 constexpr int protocolVersion = 1;
 
 class PersonOutput final : public WatchOutput {

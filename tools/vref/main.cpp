@@ -89,8 +89,7 @@ class CommandLine {
     }
 
   private:
-    // CLI11 takes a command that it does not know for one argument too many, and all that comes
-    // after it, too.
+    // CLI11 treats an unknown command, and everything after it, as unexpected arguments.
     void requireKnownCommand(const std::vector<std::string>& arguments) const {
         const CLI::App* app = &m_app;
         for (const auto& argument : arguments) {
@@ -116,7 +115,7 @@ class CommandLine {
         return nullptr;
     }
 
-    // The command that tells about what was parsed: "vref help import sphinx".
+    // The help command for what was parsed: "vref help import sphinx".
     [[nodiscard]] std::string helpCommand() const {
         std::string text = "vref help";
         for (auto parsed = m_app.get_subcommands(); !parsed.empty();
@@ -132,7 +131,7 @@ class CommandLine {
         command->callback([this] { m_command = [this] { return help(m_helpFor); }; });
     }
 
-    // The help for a command, each word naming one below that of the word before.
+    // The help for a command; each word names a command below that of the word before.
     [[nodiscard]] ExitStatus help(std::span<const std::string> words) const {
         const CLI::App* app = &m_app;
         std::string before;
@@ -273,7 +272,7 @@ int main(int argc, char** argv) {
         try {
             status = CommandLine().run(argc, argv);
         } catch (const OutputError&) {
-            // Told below.
+            // Reported below.
         } catch (const std::exception& error) {
             std::cerr << "vref: " << error.what() << '\n';
         }

@@ -19,7 +19,7 @@ using ::testing::IsEmpty;
 
 class ClassMembersTest : public tests::LibraryTest {
   protected:
-    // "Group: name (purpose)" for each member of what is called so.
+    // "Group: name (purpose)" for each member of the entity with this name.
     static std::vector<std::string> members(const std::u16string& name) {
         const auto found =
             api::ReferenceDataRetriever(api::ReferenceRequest(name)).getReferenceData();

@@ -243,7 +243,7 @@ TEST(FindCommandTest, BrokenFilesAreReportedAndLeaveOtherProductsUsable) {
     EXPECT_THAT(found.messages, HasSubstr("worse-1.lookup.json:1:2: "));
     EXPECT_THAT(found.messages, HasSubstr("bad-1.reference.json:2:13: format: "));
 
-    // What cannot be read was there: that is no "nothing found".
+    // The product is there but cannot be read, which is not the same as "nothing found".
     const ToolRun unreadable =
         runTool({"find", "f", "--json", "--product", "bad", "--doc-root", root});
     EXPECT_EQ(unreadable.status, 2);

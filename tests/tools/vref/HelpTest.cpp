@@ -1,4 +1,4 @@
-// What the tool tells of itself, and of a command line that it does not take.
+// What the tool says about itself, and about a command line that it does not accept.
 #include <string>
 #include <vector>
 

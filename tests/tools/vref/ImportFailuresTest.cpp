@@ -1,4 +1,4 @@
-// What an import does where the system fails it, or the tree holds far less than the product has.
+// What an import does when system calls fail, or the tree holds far less than the product has.
 #include <cerrno>
 #include <cstring>
 #include <string>

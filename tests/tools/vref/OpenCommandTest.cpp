@@ -39,7 +39,7 @@ class OpenCommandTest : public ::testing::Test {
         return "file://" + fs::canonical(m_tree.path()).string() + "/" + page;
     }
 
-    // Makes an xdg-open that notes its arguments and ends with this status.
+    // Makes an xdg-open that records its arguments and exits with this status.
     void makeBrowser(const std::string& status) const {
         m_set.write("bin/xdg-open", "#!/bin/sh\nfor word in \"$@\"; do echo \"$word\" >>'" +
                                         (m_set.path() / "opened").string() + "'; done\nexit " +

@@ -53,7 +53,7 @@ TEST(ShowCommandTest, NamesTheOthersWhenSeveralBearTheName) {
     EXPECT_THAT(run.messages, HasSubstr("lumora"));
 }
 
-// By their hrefs the tool would come first.
+// If the order were that of the hrefs, the tool would come first.
 TEST(ShowCommandTest, ShowsWhatFindListsFirst) {
     const TempFolder folder;
     docset::publishProduct(folder.path(), "en_US",

@@ -198,7 +198,7 @@ TEST_F(OutputFailureTest, APipeThatNobodyReadsEndsTheToolQuietly) {
         for (const auto signal : {PipeSignal::Ends, PipeSignal::IsIgnored}) {
             ToolProcess run(command, requests().number(), deafPipe().number(), signal);
             const int status = run.end();
-            // A session may notice that it is alone before it writes anything.
+            // A session may notice that nobody reads before it writes anything.
             if (command.front() == "watch" && status == unread)
                 continue;
             EXPECT_EQ(status, signal == PipeSignal::Ends ? -1 : unread);

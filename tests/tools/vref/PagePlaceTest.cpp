@@ -27,7 +27,8 @@ class PagePlaceTest : public ::testing::Test {
 
     [[nodiscard]] fs::path tree() const { return fs::canonical(m_folder.path() / "tree"); }
 
-    // The address that the href leads to, without what all of them begin with; "none" for none.
+    // The address that the href leads to, without the beginning that all have; "none" if there is
+    // none.
     [[nodiscard]] std::string address(const std::string& href) const {
         const auto place = placeOf(tree(), href);
         if (!place)

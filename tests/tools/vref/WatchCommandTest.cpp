@@ -62,7 +62,7 @@ TEST(WatchCommandTest, SaysThatItIsReadyAndWhatIsLoaded) {
     EXPECT_EQ(session.end(), 0);
 }
 
-// The indented lines of the page on the protocol that follow a line.
+// The indented lines that follow the given line on the page about the protocol.
 std::vector<std::string> exampleAfter(const std::string& heading) {
     std::ifstream page(VELTRA_PROTOCOL_PAGE);
     std::string line;
@@ -87,7 +87,7 @@ TEST(WatchCommandTest, TheExampleOfTheDocumentationHolds) {
     EXPECT_EQ(session.end(), 0);
 }
 
-// Every option of find, on a line, gives what find gives.
+// Every option of find works on a line and gives what find gives.
 TEST(WatchCommandTest, AnswersWhatFindAnswers) {
     const std::vector<std::vector<std::string>> requests = {
         {"filter"},

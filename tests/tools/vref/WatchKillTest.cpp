@@ -28,7 +28,7 @@ using std::chrono::microseconds;
 
 constexpr std::size_t functions = 120;
 
-// The purpose that all results have; throws where they are not all there, or of several editions.
+// The purpose that all results have; throws unless all are there and of one edition.
 std::string editionOf(const json::array& results) {
     std::set<std::string> editions;
     for (const auto& result : results)

@@ -1,5 +1,5 @@
-// A library to be loaded before all others (LD_PRELOAD) into a tool under test. It makes the system
-// fail for one file, as no file system does on demand:
+// A library to be loaded before all others (LD_PRELOAD) into a tool under test. It makes system
+// calls fail for one file, which no file system does on demand:
 //   VELTRA_FAIL_FILE   the end of the file's name
 //   VELTRA_FAIL_CALL   "open" or "read"
 //   VELTRA_FAIL_ERRNO  the error's number
@@ -22,7 +22,7 @@ std::string_view variable(const char* name) {
     return value != nullptr ? value : "";
 }
 
-// Whether this call is to fail; errno is then set.
+// Whether this call is to fail; if so, errno is set.
 bool fails(std::string_view call) {
     static std::atomic<int> timesLeft = [] {
         const std::string_view times = variable("VELTRA_FAIL_TIMES");
@@ -41,7 +41,7 @@ bool isMeant(const char* file) {
     return file != nullptr && !end.empty() && std::string_view(file).ends_with(end);
 }
 
-// The descriptor that the file has been opened as.
+// The descriptor that the file was opened with.
 std::atomic<int> meantDescriptor = -1;
 
 int opened(const char* file, int descriptor) {
