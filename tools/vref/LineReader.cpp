@@ -15,7 +15,7 @@ LineReader::Result LineReader::take(std::size_t size, std::size_t lineEnd) {
     std::string line = m_buffer.substr(0, size);
     m_buffer.erase(0, size + lineEnd);
     m_searched = 0;
-    if (m_isOverlong || line.size() > longestLine) {
+    if (m_isOverlong || line.size() > maxLineLength) {
         m_isOverlong = false;
         return {State::TooLong, {}};
     }
@@ -30,7 +30,7 @@ LineReader::Result LineReader::next(milliseconds patience) {
         if (const auto end = m_buffer.find('\n', m_searched); end != std::string::npos)
             return take(end, 1);
         m_searched = m_buffer.size();
-        if (m_buffer.size() > longestLine) {
+        if (m_buffer.size() > maxLineLength) {
             m_isOverlong = true;
             m_buffer.clear();
             m_searched = 0;

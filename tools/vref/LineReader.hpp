@@ -11,11 +11,11 @@ namespace reference::tools {
 class LineReader {
   public:
     // Far longer than any request. A longer line cannot be a request and is not kept in memory.
-    static constexpr std::size_t longestLine = std::size_t{1} << 20;
+    static constexpr std::size_t maxLineLength = std::size_t{1} << 20;
 
     enum class State {
         Line,      // a line is there
-        TooLong,   // a line longer than `longestLine` was skipped
+        TooLong,   // a line longer than `maxLineLength` was skipped
         NoneYet,   // the time is up
         AtTheEnd,  // there are no more
         Unread,    // nobody reads the answers any more

@@ -42,7 +42,7 @@ constexpr std::chrono::milliseconds lookAround{500};
 
 // If a product is replaced for the second time while a request is answered, its files may be gone;
 // the request is then repeated. More than a few times in a row is no accident.
-constexpr int mostAttempts = 3;
+constexpr int maxAttempts = 3;
 
 // A line that asks for its own help.
 class HelpWanted {};
@@ -161,7 +161,7 @@ class Session {
             ++m_line;
             if (state == State::TooLong)
                 m_output->answerError(m_line, "The line is longer than " +
-                                                  std::to_string(LineReader::longestLine) +
+                                                  std::to_string(LineReader::maxLineLength) +
                                                   " bytes.");
             else
                 answer(line);
@@ -188,7 +188,7 @@ class Session {
     }
 
     void find(const FindOptions& options) {
-        for (int attempt = 1; attempt < mostAttempts; ++attempt) {
+        for (int attempt = 1; attempt < maxAttempts; ++attempt) {
             const std::size_t unreadable = m_documentation.unreadableFiles();
             try {
                 const Finding finding = findEntries(options, m_documentation);

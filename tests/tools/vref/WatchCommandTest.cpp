@@ -178,7 +178,7 @@ TEST(WatchCommandTest, NoLineEndsTheSession) {
         "[\"a\"",
         "\xff\xfe",
         std::string(1, '\0'),
-        std::string(tools::LineReader::longestLine + 1, 'x'),
+        std::string(tools::LineReader::maxLineLength + 1, 'x'),
         "--doc-root /tmp filter",
         "--version",
     };
@@ -188,7 +188,7 @@ TEST(WatchCommandTest, NoLineEndsTheSession) {
         EXPECT_TRUE(answer.contains("error") || answer.at("total") == 0);
     }
     EXPECT_THAT(error(session.ask("\xff")), HasSubstr("not UTF-8"));
-    EXPECT_THAT(error(session.ask(std::string(tools::LineReader::longestLine + 1, 'x'))),
+    EXPECT_THAT(error(session.ask(std::string(tools::LineReader::maxLineLength + 1, 'x'))),
                 HasSubstr("longer than"));
     EXPECT_THAT(error(session.ask("--type nothing x")), HasSubstr("there is: "));
     EXPECT_THAT(text(session.ask("--help"), "help"), HasSubstr("--ignore-case"));

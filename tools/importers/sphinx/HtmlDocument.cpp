@@ -54,12 +54,12 @@ class HtmlArena::Storage {
     };
     static constexpr std::size_t blockSize = std::size_t{1} << 20U;
     static constexpr std::size_t keptSize = std::size_t{32} << 20U;
-    static constexpr std::size_t maximumSize = std::size_t{512} << 20U;
+    static constexpr std::size_t maxSize = std::size_t{512} << 20U;
 
     void addBlock(std::size_t size) {
         // The parser, a C library, knows no failing allocation, and no exception may pass through
         // it. Nothing of what it holds at this point lives outside of this storage.
-        if (size > maximumSize - m_total)
+        if (size > maxSize - m_total)
             std::longjmp(m_wayOut, 1);  // NOLINT(cert-err52-cpp)
         m_blocks.push_back({std::unique_ptr<std::byte[]>(new std::byte[size]), size});
         m_total += size;
@@ -145,9 +145,9 @@ GumboOutput* parseWithin(const GumboOptions& options, std::jmp_buf& wayOut, cons
 }  // namespace
 
 HtmlDocument::HtmlDocument(HtmlArena& arena, std::string_view text) : m_arena(arena) {
-    const std::string depthProblem = "Its elements stand more than " +
-                                     std::to_string(maximumDepth) + " deep within one another.";
-    if (looksDeeperThan(text, maximumDepth))
+    const std::string depthProblem =
+        "Its elements stand more than " + std::to_string(maxDepth) + " deep within one another.";
+    if (looksDeeperThan(text, maxDepth))
         throw HtmlError(depthProblem);
     m_arena.m_storage->reset();
     GumboOptions options = kGumboDefaultOptions;
@@ -164,7 +164,7 @@ HtmlDocument::HtmlDocument(HtmlArena& arena, std::string_view text) : m_arena(ar
         throw HtmlError("Its tree would take more than 512 MiB of memory.");
     }
     m_root = Node(output->root);
-    if (isDeeperThan(m_root, maximumDepth))
+    if (isDeeperThan(m_root, maxDepth))
         throw HtmlError(depthProblem);
 }
 

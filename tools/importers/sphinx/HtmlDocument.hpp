@@ -36,9 +36,9 @@ class HtmlArena {
 class HtmlDocument {
   public:
     // The most elements that may stand within one another.
-    static constexpr int maximumDepth = 512;
+    static constexpr int maxDepth = 512;
 
-    // Parses well-formed UTF-8. Throws HtmlError where elements stand deeper than `maximumDepth`
+    // Parses well-formed UTF-8. Throws HtmlError where elements stand deeper than `maxDepth`
     // within one another or the tree would take more than 512 MiB: no honest page comes near that.
     HtmlDocument(HtmlArena& arena, std::string_view text);
     ~HtmlDocument();

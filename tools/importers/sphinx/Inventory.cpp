@@ -11,8 +11,8 @@
 namespace reference::importers::sphinx {
 namespace {
 
-constexpr std::size_t maximumPlainSize = std::size_t{256} << 20U;
-constexpr std::size_t maximumReportedFaults = 20;
+constexpr std::size_t maxPlainSize = std::size_t{256} << 20U;
+constexpr std::size_t maxReportedFaults = 20;
 
 // The text up to the next line feed, which is taken away with it; a carriage return at its end is
 // dropped.
@@ -134,14 +134,14 @@ Inventory parseInventory(std::string_view file) {
         if (!takeLine(file).starts_with("#"))
             throw std::runtime_error(
                 "The inventory's head lacks the line that names the compression.");
-        plain = inflate(file, maximumPlainSize);
+        plain = inflate(file, maxPlainSize);
         file = plain;
         lineNumber = 0;
     }
 
     std::size_t faults = 0;
     const auto report = [&](std::string_view problem) {
-        if (++faults <= maximumReportedFaults)
+        if (++faults <= maxReportedFaults)
             inventory.faults.push_back("line " + std::to_string(lineNumber) + " " +
                                        std::string(problem));
     };
@@ -158,8 +158,8 @@ Inventory parseInventory(std::string_view file) {
         else
             report("is not of the form \"name domain:type priority location display-name\"");
     }
-    if (faults > maximumReportedFaults)
-        inventory.faults.push_back(std::to_string(faults - maximumReportedFaults) +
+    if (faults > maxReportedFaults)
+        inventory.faults.push_back(std::to_string(faults - maxReportedFaults) +
                                    " further lines are at fault");
     return inventory;
 }

@@ -52,7 +52,7 @@ TEST(HtmlDocumentTest, RefusesElementsNestedTooDeepWithoutDelay) {
         {"unknown elements", repeated("<zz>", 100000)},
         {"formatting", repeated("<b><i>", 50000)},
         {"upper case", repeated("<DIV>", 100000)},
-        {"a little too deep", repeated("<div>", HtmlDocument::maximumDepth + 1)},
+        {"a little too deep", repeated("<div>", HtmlDocument::maxDepth + 1)},
     };
     for (const auto& row : rows) {
         HtmlArena arena;
