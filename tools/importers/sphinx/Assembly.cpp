@@ -95,8 +95,7 @@ class Assembly {
         }
     }
 
-    // A property belongs to the class that has the rest of its name, so that the class's name, a
-    // period and the property's name make up the name that it is filed under.
+    // A property belongs to the class whose name is the property's name without its last component.
     void attachProperties() {
         std::unordered_map<std::string, std::size_t> classes;
         for (std::size_t index = 0; index < m_entries.size(); ++index)
@@ -112,8 +111,8 @@ class Assembly {
         }
     }
 
-    // Where a description would be found on its page: at the first of its entities; where all its
-    // objects are properties of classes, at the first of these.
+    // Where a description would be found on its page: at the first of its entities or, where all
+    // its objects are properties of classes, at the first of these.
     [[nodiscard]] std::size_t leadingObject(const DescriptionFacts& facts) const {
         const std::vector<std::size_t> objects = objectsOf(facts);
         const auto entity = std::ranges::find_if(
@@ -297,8 +296,8 @@ class Assembly {
                                       : summaryOf(index);
     }
 
-    // Of the objects that share a name, a kind and a place (overloads) the first on the page speaks
-    // for all in the lookup.
+    // Of the objects that share a name, a kind and a place (overloads) the first on the page stands
+    // for all of them in the lookup.
     [[nodiscard]] std::size_t speaker(std::size_t index) const {
         const Entry& entry = m_entries[index];
         if (entry.owner != none)

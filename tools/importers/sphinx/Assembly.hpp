@@ -14,7 +14,7 @@ namespace reference::importers::sphinx {
 
 // All that was gathered from a tree.
 struct Gathered {
-    // The objects that belong into the reference, in the order of the inventory. The numbers in
+    // The objects that belong in the reference, in the order of the inventory. The numbers in
     // SignatureFacts::objects are positions in this list.
     std::vector<InventoryObject> objects;
     std::vector<FurtherName> furtherNames;
@@ -33,17 +33,17 @@ struct Assembled {
     std::vector<std::size_t> undescribed;
 };
 
-// Makes a product's documentation of what was gathered.
+// Makes a product's documentation from what was gathered.
 //
 // Each object gets a lookup record under its name. A property whose class is in the list is filed
 // with its class's item; every other object has an item of its own, which it shares with the
 // objects that are described together with it. An item's href is the page where the page documents
 // nothing else at its top level, the page with the object's anchor otherwise; descriptions of one
 // page with the same name and kind are filed together. Properties that only a class's field list
-// names get a lookup record, too, unless another entity has the name. A further name gets the
-// record of its object again, and that of a class those of the class's members: with
-// "a.impl.Box" for "a.Box" goes "a.impl.Box.open" for "a.Box.open". A name that an object has of
-// its own stays with that object alone.
+// names get a lookup record, too, unless another entity has the name. Under a further name the
+// object's record is filed again. A further name of a class also renames the class's members: if
+// "a.impl.Box" is a further name of "a.Box", then "a.impl.Box.open" is one of "a.Box.open". A
+// further name that is some object's own name is not used.
 //
 // The result depends on nothing but the argument. May be called from any thread.
 [[nodiscard]] Assembled assemble(const Gathered& gathered);

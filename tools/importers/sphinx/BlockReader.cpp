@@ -53,7 +53,7 @@ bool isPassedOver(Node node) {
            isOwnObject(node) || node.hasTag({"hr", "object", "iframe", "form"});
 }
 
-// The text of a <pre> as it is, but for line numbers.
+// The text of a <pre> as it is, without line numbers.
 std::string codeText(Node pre) {
     std::string text;
     for (Node node = pre.next(pre); node; node = node.next(pre, isPageFurniture(node)))
@@ -93,8 +93,8 @@ bool isLinksInBrackets(Node paragraph) {
     });
 }
 
-// The text with every line set in, the first one if `setsFirst`. Empty lines are set in, too: an
-// empty line would end the block.
+// The text with every line indented, the first one only if `setsFirst`. Empty lines are indented,
+// too: an empty line would end the block.
 std::string setIn(std::string text, std::size_t width, bool setsFirst) {
     const std::string space(width, ' ');
     for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
@@ -232,7 +232,7 @@ void BlockReader::onVersionBox(Node box) {
         addBlock(std::move(block));
 }
 
-// Tables that list members say what the members' own descriptions say.
+// Tables that list members only repeat what the members' own descriptions say.
 void BlockReader::onTable(Node table) {
     if (table.hasAnyClass({"autosummary", "indextable"}))
         return;
@@ -240,7 +240,7 @@ void BlockReader::onTable(Node table) {
     addBlock(table.hasAnyClass({"footnote", "citation"}) ? inlineText(table) : tableText(table));
 }
 
-// The kinds of block are told apart in an order in which the more special comes first.
+// Looks for the more special kinds of block first.
 void BlockReader::readBlock(Node node) {
     if (isPassedOver(node))
         return;
@@ -277,7 +277,7 @@ void BlockReader::readBlock(Node node) {
 void BlockReader::readParagraph(Node node) {
     if (isLinksInBrackets(node))
         return;
-    // Formulas set apart are blocks that some pages put within a paragraph.
+    // Displayed formulas are blocks, but some pages put them within a paragraph.
     const InlineText text(node);
     if (text.empty())
         return;

@@ -10,13 +10,13 @@
 namespace reference::importers::sphinx {
 
 // Walks the blocks of a page (paragraphs, lists, admonitions, tables, code) and turns them into
-// prose. Passed over are tables of contents, pictures, and the descriptions of objects with a place
-// of their own, together with the prose that belongs to them. A class derived from it takes single
-// kinds of block for itself; as it stands, everything becomes text:
-//   - the items of a list begin with "- " or a number, everything else in an item is set in as far
-//     as its text;
-//   - the lines of code are set in by four spaces;
-//   - tables have the form that Tables.hpp tells.
+// prose. It passes over tables of contents, pictures, and the descriptions of objects with a place
+// of their own, together with the prose that belongs to them. A derived class can handle some kinds
+// of block itself; by default everything becomes text:
+//   - the items of a list begin with "- " or a number, and everything else in an item is indented
+//     to where the item's text begins;
+//   - the lines of code are indented by four spaces;
+//   - tables have the form that Tables.hpp describes.
 //
 // Not to be used by two threads at a time.
 class BlockReader {
@@ -26,12 +26,11 @@ class BlockReader {
     BlockReader(const BlockReader&) = delete;
     BlockReader& operator=(const BlockReader&) = delete;
 
-    // Reads the nodes in their order. Running content that stands between blocks is taken for
-    // paragraphs.
+    // Reads the nodes in order. Running content between blocks counts as paragraphs.
     void readNodes(const std::vector<Node>& nodes);
     void readChildren(Node container);
 
-    // What was read so far: paragraphs parted by an empty line.
+    // What was read so far: paragraphs separated by an empty line.
     [[nodiscard]] std::string prose() const;
 
   protected:

@@ -28,8 +28,8 @@ std::string summaryOf(const DocumentedProperty& property) {
     return sentenceOf(property.explanation);
 }
 
-// A property has no place for a syntax; what its signature line says beyond the name, type and
-// value, is told with the values: "int = 5", or "5" where the type is not known.
+// A property has no place for a syntax, so its type and value are shown together as its values:
+// "int = 5", or "5" where the type is not known.
 property::ClassProperty toProperty(const DocumentedProperty& property) {
     std::string said = property.classifier;
     if (!property.value.empty())

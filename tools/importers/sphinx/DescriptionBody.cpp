@@ -23,7 +23,7 @@ bool isExamplesHeading(std::string_view heading) {
         [&](std::string_view word) { return text.starts_with(word); });
 }
 
-// Under these, code illustrates what the prose says of the object and is no use of it.
+// Under these headings, code illustrates the prose and is not an example of using the object.
 bool isNotesHeading(std::string_view heading) {
     const std::string text = lowered(heading);
     return std::ranges::any_of(
@@ -121,7 +121,8 @@ class BodyReader : public BlockReader {
             addLinks(paragraph);
             return;
         }
-        // Marks such as "New reference." stand before the paragraphs without being one.
+        // Marks such as "New reference." come before the paragraphs but are not paragraphs
+        // themselves.
         const bool isProse = paragraph || !m_hasParagraphs;
         if (m_form == Form::Parts && !isNested() && m_facts.purpose.empty() && !m_inExamples &&
             isProse) {
@@ -145,7 +146,7 @@ class BodyReader : public BlockReader {
         m_lead = text;
     }
 
-    // A bold paragraph within a section for examples only parts the examples.
+    // A bold paragraph within a section for examples only separates the examples.
     void onHeading(const std::string& text, bool isParagraph) override {
         if (isNested()) {
             BlockReader::onHeading(text, isParagraph);
@@ -166,8 +167,8 @@ class BodyReader : public BlockReader {
         m_inSeeAlso = isSeeAlsoHeading(text);
     }
 
-    // Code blocks are examples. Plain text is, too, under a heading for examples; elsewhere it is
-    // part of the prose, and so is under a heading for notes what is no recorded session.
+    // Code blocks are examples, except that plain text counts only under a heading for examples,
+    // and that under a heading for notes only recorded sessions count. Everything else is prose.
     void onCode(const Code& code) override {
         if (m_form == Form::Whole || (code.isLiteral && !m_inExamples) ||
             (m_inNotes && !isSession(code.text))) {
@@ -264,8 +265,8 @@ class BodyReader : public BlockReader {
     }
 
     // What the paragraph right before a code block says of it. A sentence that announces the code
-    // ("For example:") goes with it, since nothing would follow it in the description; any other
-    // stays there, too.
+    // ("For example:") moves to the example, since nothing would follow it in the description; any
+    // other sentence stays in the description, too.
     std::string takeLeadIn() {
         const std::string& paragraph = m_lead.text();
         if (!isLeadIn(paragraph))

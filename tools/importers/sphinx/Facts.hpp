@@ -68,9 +68,9 @@ struct SignatureFacts {
     std::string value;
     // The comma-separated parts within the brackets.
     std::vector<std::string> parameters;
-    // All ids on the line, those of older forms of the name among them.
+    // All ids on the line, including those of older forms of the name.
     std::vector<std::string> anchors;
-    // Positions of the objects, in the list given to the page reader, that the line has the ids of.
+    // Positions, in the list given to the page reader, of the objects whose ids the line has.
     std::vector<std::size_t> objects;
 };
 
@@ -96,10 +96,10 @@ struct DescriptionFacts {
     std::vector<Field> fields;
     std::vector<ExampleFacts> examples;
     std::vector<LinkFacts> seeAlso;
-    // The version that brought it; empty: unknown.
+    // The version that introduced it; empty: unknown.
     std::string introduced;
     bool isDeprecated = false;
-    // What the box that says so refers to, for use instead.
+    // What the box that deprecates it refers to, for use instead.
     std::vector<LinkFacts> replacements;
 };
 

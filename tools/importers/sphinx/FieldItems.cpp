@@ -167,7 +167,7 @@ std::optional<NamedPart> readItemWithin(Node container, FieldRole role) {
         head = {content.front().begin(), content.front().end()};
         ++rest;
     } else {
-        // Blank text counts here: it parts the words.
+        // Blank text counts here: it separates the words.
         for (const Node child : container) {
             if (!isInline(child))
                 break;
@@ -181,7 +181,7 @@ std::optional<NamedPart> readItemWithin(Node container, FieldRole role) {
     return part;
 }
 
-// The items of a list, or nothing where one of them is none.
+// The items of a list, or nothing where one of them is not of that form.
 std::vector<NamedPart> readItems(Node list, FieldRole role) {
     std::vector<NamedPart> parts;
     for (Node item = list.firstElement(); item; item = item.nextElement()) {

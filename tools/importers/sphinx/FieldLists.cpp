@@ -17,7 +17,7 @@ struct Heading {
     FieldRole role;
 };
 
-// Headings in lower case; the translations are those that pages in the respective language bear.
+// Headings in lower case; the translations are those that pages in other languages use.
 constexpr std::array headings = std::to_array<Heading>({
     {"parameters", FieldRole::Inputs},
     {"parameter", FieldRole::Inputs},
@@ -129,7 +129,7 @@ Field readField(std::string_view heading, const std::vector<Node>& bodies) {
     return field;
 }
 
-// Each part as a line, "name (type) – text"; the further lines of a text are set in.
+// Each part as a line, "name (type) – text"; the further lines of a text are indented.
 std::vector<std::string> partLines(const Field& field) {
     std::vector<std::string> lines;
     for (const NamedPart& part : field.parts) {

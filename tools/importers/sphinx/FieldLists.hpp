@@ -12,8 +12,8 @@ namespace reference::importers::sphinx {
 // Lists of fields: "Parameters", "Returns", "Raises" and so on, in the forms in which the various
 // generators write them. All functions may be called from any thread.
 
-// Whether the node is such a list, be it a definition list marked as one, a table marked as one or
-// an unmarked definition list whose terms are all headings of known fields.
+// Whether the node is such a list: a definition list marked as one, a table marked as one or an
+// unmarked definition list whose terms are all headings of known fields.
 [[nodiscard]] bool isFieldList(Node node);
 
 // What a field of the given heading holds; `Prose` for a heading that is not known. Letter case and

@@ -21,7 +21,7 @@ bool endsProse(Node node) {
            node.attribute("id").value_or(std::string_view()).starts_with("module-");
 }
 
-// Whether anything of the node is to be seen.
+// Whether the node shows anything.
 bool showsSomething(Node node) {
     for (Node at = node; at; at = at.next(node, isPageFurniture(at)))
         if (!isPageFurniture(at) && (at.tag() == "img" || !trimmed(at.ownText()).empty()))
@@ -52,7 +52,7 @@ bool introducesNext(Node paragraph) {
            (text.ends_with(':') || text.ends_with("\uFF1A") || text.starts_with("The following"));
 }
 
-// Whether the place that holds the description sets prose before what it describes.
+// Whether prose comes before what it describes in the place that holds the description.
 bool setsProseFirst(Node description) {
     Node first = description.parent().firstChild();
     while (first && (startsSection(first) || (!endsProse(first) && !showsSomething(first))))

@@ -16,8 +16,8 @@ namespace reference::importers::sphinx {
 // description do. Two things are left where they are:
 //   1. a paragraph right before a description that it introduces: it ends in a colon or begins with
 //      "The following";
-//   2. everything in a place where prose goes before its description: prose stands before the first
-//      description, and nothing after the last one, which is empty.
+//   2. everything in a place where prose comes before its description: there is prose before the
+//      first description, and nothing after the last one, which is empty.
 [[nodiscard]] std::vector<Node> followingProse(Node description);
 
 }  // namespace reference::importers::sphinx

@@ -14,9 +14,8 @@
 
 namespace reference::importers::sphinx {
 
-// A stack of blocks from which the parser is served. Nothing is given back one by one: the parser's
-// own way to take a tree apart is recursive, which a hostile page could turn against the call
-// stack.
+// A stack of blocks that the parser allocates from. Blocks are not freed one by one: the parser
+// frees a tree recursively, and a hostile page could make that overflow the call stack.
 class HtmlArena::Storage {
   public:
     void* allocate(std::size_t size) {
@@ -57,8 +56,8 @@ class HtmlArena::Storage {
     static constexpr std::size_t maxSize = std::size_t{512} << 20U;
 
     void addBlock(std::size_t size) {
-        // The parser, a C library, knows no failing allocation, and no exception may pass through
-        // it. Nothing of what it holds at this point lives outside of this storage.
+        // The parser, a C library, cannot handle a failed allocation, and no exception may pass
+        // through it. Everything that it holds at this point lives in this storage.
         if (size > maxSize - m_total)
             std::longjmp(m_wayOut, 1);  // NOLINT(cert-err52-cpp)
         m_blocks.push_back({std::unique_ptr<std::byte[]>(new std::byte[size]), size});
@@ -77,8 +76,8 @@ HtmlArena::~HtmlArena() = default;
 
 namespace {
 
-// Elements that have no end tag or whose end tag may be left out; the latter cannot stand within
-// one another without one of the others between them.
+// Elements that have no end tag or whose end tag may be left out; the latter can be nested in one
+// another only with other elements in between.
 constexpr std::array uncountedTags = std::to_array<std::string_view>({
     "area",  "base",   "body", "br",    "col",  "colgroup", "dd",     "dt",
     "embed", "head",   "hr",   "html",  "img",  "input",    "li",     "link",
@@ -91,7 +90,7 @@ bool isNameCharacter(char c) {
 }
 
 // Whether start tags outnumber end tags by more than `limit` anywhere. The parser needs time that
-// grows with the square of the depth, so a page that is too deep has to be told before.
+// grows with the square of the depth, so a page that is too deep has to be found before parsing.
 bool looksDeeperThan(std::string_view text, int limit) {
     int depth = 0;
     for (std::size_t at = text.find('<'); at != std::string_view::npos; at = text.find('<', at)) {
@@ -133,8 +132,8 @@ bool isDeeperThan(Node root, int limit) {
     return false;
 }
 
-// Kept apart from everything that has a destructor, which a jump must not pass over. Null where the
-// tree would be too large.
+// In a function of its own, without objects that have destructors, because a jump must not skip
+// these. Null where the tree would be too large.
 GumboOutput* parseWithin(const GumboOptions& options, std::jmp_buf& wayOut, const char* text,
                          std::size_t length) {
     if (setjmp(wayOut) != 0)  // NOLINT(cert-err52-cpp)

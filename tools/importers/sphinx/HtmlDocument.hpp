@@ -35,11 +35,11 @@ class HtmlArena {
 // Its depth is bounded, so that it can be walked by recursion.
 class HtmlDocument {
   public:
-    // The most elements that may stand within one another.
+    // How deeply elements may be nested.
     static constexpr int maxDepth = 512;
 
-    // Parses well-formed UTF-8. Throws HtmlError where elements stand deeper than `maxDepth`
-    // within one another or the tree would take more than 512 MiB: no honest page comes near that.
+    // Parses well-formed UTF-8. Throws HtmlError where elements are nested deeper than `maxDepth`
+    // or the tree would take more than 512 MiB: no honest page comes near that.
     HtmlDocument(HtmlArena& arena, std::string_view text);
     ~HtmlDocument();
     HtmlDocument(const HtmlDocument&) = delete;

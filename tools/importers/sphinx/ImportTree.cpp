@@ -141,8 +141,8 @@ class PageReaders {
     std::exception_ptr m_failure VELTRA_GUARDED_BY(m_mutex);
 };
 
-// A tree without a module index, or with a broken one, has no summaries; modules then say of
-// themselves what they are.
+// A tree without a module index, or with a broken one, has no summaries; the purposes of modules
+// then come from their own descriptions.
 std::map<std::string, std::string> readSummaries(const SourceTree& tree) {
     try {
         HtmlArena arena;

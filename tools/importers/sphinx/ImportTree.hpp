@@ -81,7 +81,7 @@ class ImportError : public std::runtime_error {
 // Throws ImportError where the options are incomplete, the folder has no usable inventory, or the
 // system fails to read a file that may exist (no descriptor or memory is free, the disk fails,
 // access is denied). What is wrong with single pages is reported instead. An exception that
-// `progress` throws ends the import and comes out of it.
+// `progress` throws ends the import and reaches the caller.
 //
 // May be called from any thread; several imports may run at a time.
 [[nodiscard]] ImportResult importTree(const ImportOptions& options);

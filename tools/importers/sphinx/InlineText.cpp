@@ -111,7 +111,7 @@ void InlineText::add(Node node) {
     } else if (node.tag() == "br") {
         addText(" ");
     } else if (node.hasTag({"sup", "sub"}) && !node.findTag("a")) {
-        // Kept apart from what they stand at: ten to the third must not read 103.
+        // Separated from what they follow: ten to the third must not read 103.
         addText(node.tag() == "sup" ? "^" : "_");
         addChildren(node);
     } else if (lacksBrackets(node)) {

@@ -11,7 +11,7 @@ namespace reference::importers::sphinx {
 
 // The text of running content (a paragraph, a heading, a signature) as a reader sees it: white
 // space collapsed, without the marks that a page adds for its own use (permalinks, links to source
-// code, line numbers), formulas as MathText.hpp tells. Remembers which parts are code.
+// code, line numbers), formulas as MathText.hpp describes. Remembers which parts are code.
 //
 // A plain value: separate objects may be used from separate threads.
 class InlineText {

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t maxPlainSize = std::size_t{256} << 20U;
 constexpr std::size_t maxReportedFaults = 20;
 
-// The text up to the next line feed, which is taken away with it; a carriage return at its end is
+// The text up to the next line feed, which is removed with it; a carriage return at its end is
 // dropped.
 std::string_view takeLine(std::string_view& text) {
     const std::size_t end = text.find('\n');
@@ -84,7 +84,7 @@ std::optional<InventoryObject> parseLine(std::string_view line) {
         object.domain = std::string(type.substr(0, colon));
         object.role = std::string(type.substr(colon + 1));
         object.priority = *priority;
-        // Exactly one space parts the fields from here on, since the location may be empty.
+        // Exactly one space separates the fields from here on, since the location may be empty.
         std::string_view rest = line.substr(std::min(cursor + 1, line.size()));
         const std::size_t locationEnd = std::min(rest.find(' '), rest.size());
         setLocation(object, rest.substr(0, locationEnd));

@@ -34,7 +34,7 @@ struct Inventory {
     // In the order of the file.
     std::vector<InventoryObject> objects;
     // Lines that could not be read, each with its number and what is wrong; the rest is used. Bytes
-    // that are not well-formed UTF-8 have been replaced by U+FFFD and are told here, too.
+    // that are not well-formed UTF-8 have been replaced by U+FFFD and are reported here, too.
     std::vector<std::string> faults;
 };
 

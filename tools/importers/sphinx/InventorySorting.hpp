@@ -19,13 +19,14 @@ struct FurtherName {
     friend bool operator==(const FurtherName&, const FurtherName&) = default;
 };
 
-// What an inventory lists, by what becomes of it. A plain value, all texts UTF-8.
+// The entries of an inventory, sorted by whether they belong in the reference. A plain value, all
+// texts UTF-8.
 struct SortedInventory {
-    // What belongs into the reference, each once, in the order of the inventory.
+    // What belongs in the reference, each once, in the order of the inventory.
     std::vector<InventoryObject> objects;
     std::vector<FurtherName> furtherNames;
-    // How many entries are left out, by domain and role ("std:label"). Aliases of nothing that is
-    // listed have " (alias)" after the role.
+    // How many entries are left out, by domain and role ("std:label"). Aliases of objects that are
+    // not listed have " (alias)" after the role.
     std::map<std::string, std::size_t> leftOut;
 };
 

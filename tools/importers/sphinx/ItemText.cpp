@@ -70,8 +70,8 @@ std::vector<property::Output> outputsOf(const DescriptionFacts& facts) {
 }
 
 // Where an item's purpose is not the description's first sentence, that sentence goes back to where
-// it was taken from. What a field says that lists nothing is prose, too. What may be raised is no
-// input and no output, so that it becomes the last section.
+// it was taken from. A field that lists nothing is prose, too. What may be raised is neither input
+// nor output, so it becomes the last section.
 std::string descriptionOf(const DescriptionFacts& facts, const std::string& purpose) {
     std::string text = facts.description;
     if (!facts.purpose.empty() && purpose != facts.purpose) {

@@ -13,7 +13,7 @@ namespace {
 using property::FunctionType;
 using property::RefEntityType;
 
-// Places in the prose, which an inventory lists for links alone.
+// Places in the prose, which an inventory lists only as targets of links.
 constexpr std::array placeRoles = std::to_array<std::string_view>({"label", "doc", "token"});
 constexpr std::array classRoles = std::to_array<std::string_view>(
     {"class", "exception", "struct", "union", "enum", "enum-class", "enum-struct", "concept"});
@@ -138,8 +138,8 @@ const std::map<std::string_view, Kind>& kindsOfAnyDomain() {
     return kinds;
 }
 
-// Where the last "::" stands that is not within template arguments; npos: nowhere. The brackets of
-// an operator's own name are none.
+// Where the last "::" outside template arguments stands; npos: nowhere. The brackets in an
+// operator's own name do not count.
 std::size_t lastScope(std::string_view name) {
     const std::size_t nameEnd = std::min(name.find("operator"), name.size());
     std::size_t found = std::string_view::npos;
@@ -201,7 +201,7 @@ std::string_view baseName(std::string_view base) {
     return lastComponent(trimmed(base));
 }
 
-// A class is told to be an enumeration or an interface by the bases that its page shows.
+// Tells by the bases that a class's page shows whether it is an enumeration or an interface.
 Kind pythonClassKind(const DescriptionFacts* facts, const SignatureFacts* signature) {
     std::vector<std::string> bases = facts != nullptr ? facts->bases : std::vector<std::string>();
     if (signature != nullptr)

@@ -19,8 +19,8 @@ struct Kind {
     friend bool operator==(const Kind&, const Kind&) = default;
 };
 
-// Whether the object belongs into a reference at all: it is named, no alias, no parameter of a
-// function or template, and no mere place in the prose (a label, a document, a grammar token).
+// Whether the object belongs in a reference at all: it has a name and is not an alias, a parameter
+// of a function or template, or a mere place in the prose (a label, a document, a grammar token).
 [[nodiscard]] bool isReferenceObject(const InventoryObject& object);
 
 // The names of an inventory's classes and modules, which tell what a name stands within. Immutable
@@ -44,7 +44,7 @@ class Scopes {
     std::set<std::string, std::less<>> m_modules;
 };
 
-// The kind of an object. `facts` and `signature` (of the line that bears the object's id) are what
+// The kind of an object. `facts` and `signature` (of the line that has the object's id) are what
 // its description says; both null: it has none.
 [[nodiscard]] Kind kindOf(const InventoryObject& object, const Scopes& scopes,
                           const DescriptionFacts* facts, const SignatureFacts* signature);

@@ -11,9 +11,9 @@ namespace reference::importers::sphinx {
 
 enum class MathSpacing {
     None,
-    // It relates or joins what is on its sides: spaces stand around it.
+    // It relates or joins what is on either side: spaces go around it.
     Around,
-    // It is a word or reads as one: a space parts it from letters and digits.
+    // It is a word or reads as one: a space separates it from letters and digits.
     Word
 };
 
@@ -33,7 +33,7 @@ struct MathSymbol {
 [[nodiscard]] std::optional<std::string> superscript(std::string_view text);
 [[nodiscard]] std::optional<std::string> subscript(std::string_view text);
 
-// A capital with a double stroke, "R" for example; the text itself where there is no such
+// The double-struck form of a capital, "R" for example; the text itself where there is no such
 // character.
 [[nodiscard]] std::string_view doubleStruck(std::string_view text);
 

@@ -16,15 +16,15 @@ namespace {
 // Thrown for a formula that stays TeX.
 struct NoTextForm : std::exception {};
 
-// Groups within groups, beyond which a formula is not sound.
+// How deeply groups may be nested in a sound formula.
 constexpr int maxDepth = 32;
 
 // A part of a formula.
 struct Part {
     std::string text;
-    // Of how many letters, numbers, symbols and the like it consists.
+    // How many letters, numbers, symbols and the like it consists of.
     int atoms = 0;
-    // Whether a space must part it from a letter or digit that comes next.
+    // Whether a space must separate it from a letter or digit that comes next.
     bool endsWord = false;
 };
 
@@ -99,7 +99,7 @@ class MathReader {
     }
 
   private:
-    // --- what is read ---
+    // --- reading ---
 
     void readNext(Part& part) {
         const char c = m_rest.front();
@@ -333,7 +333,7 @@ class MathReader {
         append(part, sign + (argument.atoms > 1 ? inBrackets(text) : text), 1, true);
     }
 
-    // Rows of a matrix are parted by ";", its cells by ","; other environments set lines.
+    // Rows of a matrix are separated by ";", its cells by ","; other environments set lines.
     void readEnvironment(Part& part) {
         if (++m_depth > maxDepth)
             throw NoTextForm();
@@ -380,7 +380,7 @@ class MathReader {
         m_rest = m_rest.substr(std::min(m_rest.find_first_not_of(" \n\t"), m_rest.size()));
     }
 
-    // --- what is written ---
+    // --- writing ---
 
     static void append(Part& part, std::string_view text, int atoms, bool endsWord) {
         if (text.empty())
@@ -398,7 +398,7 @@ class MathReader {
         append(part, word, 2, true);
     }
 
-    // A script stands at what comes before it, without a space.
+    // A script directly follows what it belongs to, without a space.
     static void addScript(Part& part, const std::string& script, bool isUpper) {
         if (script.empty())
             return;

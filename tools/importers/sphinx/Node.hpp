@@ -21,8 +21,8 @@ class Node {
     [[nodiscard]] explicit operator bool() const noexcept { return m_node != nullptr; }
     [[nodiscard]] bool isElement() const noexcept;
 
-    // The element's name in lower case ("dl"); empty for what is no element and for elements that
-    // HTML does not know.
+    // The element's name in lower case ("dl"); empty for other nodes and for elements that HTML
+    // does not know.
     [[nodiscard]] std::string_view tag() const noexcept;
     [[nodiscard]] bool hasTag(std::initializer_list<std::string_view> tags) const noexcept;
 
@@ -38,7 +38,7 @@ class Node {
     // How many bytes stand before the element's start tag in the page's text.
     [[nodiscard]] std::size_t offset() const noexcept;
 
-    // Null where there is none. Siblings are of every kind, texts and comments among them.
+    // Null where there is none. Siblings are of every kind, including texts and comments.
     [[nodiscard]] Node parent() const noexcept;
     [[nodiscard]] Node firstChild() const noexcept;
     [[nodiscard]] Node nextSibling() const noexcept;
@@ -47,7 +47,7 @@ class Node {
     [[nodiscard]] Node previousElement() const noexcept;
 
     // The node that follows this one in page order within `root`, this one's children first; with
-    // `passOver` what follows after its children. Null at the end.
+    // `passOver`, the node that follows after its children. Null at the end.
     [[nodiscard]] Node next(Node root, bool passOver = false) const noexcept;
 
     // The first element within this one, in page order, that has the class; null: none.

@@ -192,8 +192,8 @@ DescriptionFacts readModule(Node target, std::size_t object) {
     return facts;
 }
 
-// The section that a mark names: one that has the id itself, that the mark stands before, if only
-// as the last thing in the section before it, or whose heading it stands before. Null: none.
+// The section that a mark names: one that has the id itself, one that follows the mark, even if the
+// mark is the last thing in the section before, or one whose heading follows the mark. Null: none.
 Node sectionOf(Node mark) {
     if (isSection(mark))
         return mark;
@@ -210,7 +210,7 @@ Node sectionOf(Node mark) {
 }
 
 // Some projects begin a setting's section with its default value. What the setting is for comes
-// after it; that is to be the purpose.
+// after it and becomes the purpose.
 void putDefaultSecond(std::vector<Node>& nodes) {
     const auto isParagraph = [](Node node) { return node.tag() == "p"; };
     const auto first = std::ranges::find_if(nodes, isParagraph);
@@ -221,8 +221,8 @@ void putDefaultSecond(std::vector<Node>& nodes) {
         std::iter_swap(first, second);
 }
 
-// Settings, commands and the like have a section of their own in some projects. It speaks of them
-// up to the first thing that is described for itself; a subsection that holds none belongs to it.
+// Settings, commands and the like have a section of their own in some projects. It describes them
+// up to the first thing that has a description of its own; a subsection without one belongs to it.
 DescriptionFacts readSection(Node section, const std::vector<std::size_t>& objects,
                              const std::set<std::size_t>& places) {
     const auto isOther = [&](Node node) {

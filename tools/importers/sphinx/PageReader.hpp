@@ -21,7 +21,7 @@ struct WantedObject {
 
 // Finds the descriptions of the wanted objects in one page and reads them.
 //
-// `html` is the page's content; bytes that are not well-formed UTF-8 are replaced and told as a
+// `html` is the page's content; bytes that are not well-formed UTF-8 are replaced and reported as a
 // fault. `page` is the page's name, which relative links are resolved against. A page that cannot
 // be parsed gives a fault and no descriptions; objects whose id the page does not have are in none
 // of the descriptions. Throws nothing but std::bad_alloc. May be called from any thread, each with

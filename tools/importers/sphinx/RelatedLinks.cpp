@@ -33,7 +33,7 @@ Links linksWithin(Node container) {
     return links;
 }
 
-// A text without the name that it begins with, if it does, and without what parts the two.
+// A text without the name that it begins with, if it does, and without what separates the two.
 std::string besideName(std::string_view text, std::string_view name) {
     if (!text.starts_with(name))
         return std::string(text);

@@ -86,7 +86,7 @@ bool isAbbreviation(std::string_view text, std::size_t period, std::size_t next)
 }
 
 // Whether a sentence may begin at `at`: with a capital, a digit, a quote, a bracket, code, or with
-// a letter outside ASCII. A small letter begins none.
+// a letter outside ASCII. It cannot begin with a lower-case letter.
 bool mayBegin(const InlineText& paragraph, std::size_t at) {
     const char c = paragraph.text()[at];
     if (!isLower(c) && c != ',' && c != ';' && c != ':' && c != '-')

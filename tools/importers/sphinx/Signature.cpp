@@ -9,7 +9,7 @@
 namespace reference::importers::sphinx {
 namespace {
 
-// The name that the line defines. Template parameters bear the same class, so the last one before
+// The name that the line defines. Template parameters have the same class, so the last one before
 // the opening bracket is meant.
 Node definedName(Node dt) {
     Node name;
@@ -23,7 +23,7 @@ Node definedName(Node dt) {
 }
 
 // A signature set over several lines has its parameters in a list of their own; the brackets and
-// commas are to stand as they would on one line.
+// commas should read as they would on one line.
 std::string withoutListGaps(std::string text) {
     for (const std::string_view gap : {"( ", "[ ", " )", " ]", " ,"})
         for (std::size_t at = text.find(gap); at != std::string::npos; at = text.find(gap, at))

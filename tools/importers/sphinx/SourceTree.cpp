@@ -15,7 +15,7 @@ namespace fs = std::filesystem;
 
 constexpr std::size_t maxFileSize = std::size_t{64} << 20U;
 
-// Whether the error says that no file has the name. Every other one may be over at the next try.
+// Whether the error says that no file has the name. Any other error may be gone at the next try.
 bool meansAbsent(const std::error_code& error) {
     return error == std::errc::no_such_file_or_directory || error == std::errc::not_a_directory ||
            error == std::errc::filename_too_long ||

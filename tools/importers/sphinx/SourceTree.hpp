@@ -18,17 +18,17 @@ class PageError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The system could not read a file that may be perfectly well: no descriptor or memory is free, the
-// disk fails, access is denied. The text is a sentence without the page's name. This is no
-// PageError on purpose: whoever passes over faulty pages must not pass over this one.
+// The system could not read a file that may be fine: no descriptor or memory is free, the disk
+// fails, access is denied. The text is a sentence without the page's name. This is deliberately not
+// a PageError: code that passes over faulty pages must not pass over this one.
 class SystemFailure : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Read-only access to the files of one built tree. No name that is asked for leads to a file
-// outside the tree, be it by "..", by an absolute name or by a symbolic link, whatever is renamed
-// or linked meanwhile.
+// Read-only access to the files of one built tree. No name leads to a file outside the tree,
+// whether by "..", as an absolute name or through a symbolic link, and whatever is renamed or
+// linked meanwhile.
 //
 // Constant after construction; any thread may call it.
 class SourceTree {

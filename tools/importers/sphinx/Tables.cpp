@@ -16,7 +16,7 @@ struct Row {
     bool isHeading = false;
 };
 
-// How many columns or rows a cell takes. What a page says beyond a sane number is not believed.
+// How many columns or rows a cell takes. Larger numbers than any real table has are cut.
 std::size_t spanOf(Node cell, const char* name) {
     constexpr std::size_t maxSpan = 100;
     const std::string_view text = cell.attribute(name).value_or("1");

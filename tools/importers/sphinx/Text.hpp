@@ -27,7 +27,7 @@ namespace reference::importers::sphinx {
 // `text` with every ill-formed part replaced by U+FFFD.
 [[nodiscard]] std::string toWellFormed(std::string_view text);
 
-// "%41" turned into "A" and so on; a "%" that no two hexadecimal digits follow stays.
+// "%41" turned into "A" and so on; a "%" without two hexadecimal digits after it stays.
 [[nodiscard]] std::string percentDecoded(std::string_view text);
 
 // The parts between the commas that stand outside brackets, each trimmed, empty ones left out.
@@ -43,7 +43,7 @@ namespace reference::importers::sphinx {
 // where it begins with a list, a table or code.
 [[nodiscard]] std::string withLead(std::string lead, std::string_view text);
 
-// The text of a label without the colon, and the spaces around it, that it ends with.
+// A label's text without the colon at its end and the spaces around that colon.
 [[nodiscard]] std::string withoutColon(std::string text);
 
 // Whether `c` is an ASCII digit.

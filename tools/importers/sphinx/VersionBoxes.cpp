@@ -71,7 +71,7 @@ constexpr std::array verbs = std::to_array<std::string_view>(
      "replaces", "require", "requires", "returns", "shall", "should",   "supports",
      "takes",    "uses",    "was",      "were",    "will",  "works",    "would"});
 
-// Verbs by which a sentence lays down a rule.
+// Verbs with which a sentence lays down a rule.
 constexpr std::array ruleVerbs =
     std::to_array<std::string_view>({"can", "cannot", "may", "must", "shall", "should"});
 
@@ -183,7 +183,7 @@ bool hasAny(const Words& words, const std::array<std::string_view, Count>& list)
                                [&](const auto& word) { return isOneOf(lowered(word), list); });
 }
 
-// Of the sentence's clauses the one that speaks of deprecation, if any does.
+// The clause of the sentence that speaks of deprecation, if one does.
 std::string_view decisiveClause(std::string_view sentence) {
     std::string_view rest = sentence;
     while (!rest.empty()) {
@@ -202,7 +202,7 @@ bool isOwnName(std::string_view word, const BoxOwner& owner) {
     });
 }
 
-// Whether a word is written as names in code are and ordinary words are not.
+// Whether a word is spelt like a name in code and unlike an ordinary word.
 bool isCodeName(std::string_view word) {
     return word.find_first_of("._") != std::string_view::npos ||
            word.find_first_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ", 1) != std::string_view::npos;
@@ -223,7 +223,7 @@ bool isVerb(const std::string& word) {
     return isOneOf(lowered(word), verbs) || word.ends_with("n't") || word.ends_with("n’t");
 }
 
-// "the typing.io namespace" at an object that is not called so.
+// "the typing.io namespace" in the description of something with another name.
 bool namesOther(const Words& subject, const BoxOwner& owner) {
     return subject.size() == 2 && isCodeName(subject[0]) && !isOwnName(subject[0], owner) &&
            isOneOf(lowered(subject[1]), objectWords);

@@ -9,8 +9,8 @@
 
 namespace reference::importers::sphinx {
 
-// The boxes in which a page tells that something is new, has changed or is deprecated. All
-// functions may be called from any thread.
+// The boxes in which a page says that something is new, has changed or is deprecated. All functions
+// may be called from any thread.
 
 // Whether the node is such a box.
 [[nodiscard]] bool isVersionBox(Node node);
@@ -32,7 +32,7 @@ struct VersionBox {
 // Reads a node that `isVersionBox` accepts.
 [[nodiscard]] VersionBox readVersionBox(Node box);
 
-// What is known of the object that a box stands at.
+// What is known of the object whose description has the box.
 struct BoxOwner {
     // The object's names, qualified or not.
     std::vector<std::string> names;
