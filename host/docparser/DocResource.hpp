@@ -11,7 +11,7 @@ namespace reference::docparser {
 
 // A parsed documentation file, or one product's share of it: the product's header and records of
 // type T by key. For lookup records the key is an entity's qualified name, for items it is an href.
-// A plain value: one object may be read from many threads, and whoever changes it is alone.
+// A plain value: many threads may read one object, but none may use it while another changes it.
 template <typename T>
 class DocResource {
   public:
@@ -21,7 +21,7 @@ class DocResource {
     DocResource(property::HeaderInfo header, ItemMap items)
         : m_header(std::move(header)), m_items(std::move(items)) {}
 
-    // References live as long as the object is neither changed nor gone.
+    // References are valid until the object is changed or destroyed.
     [[nodiscard]] const property::HeaderInfo& getHeaderInfo() const noexcept { return m_header; }
     [[nodiscard]] const ItemMap& getItems() const noexcept { return m_items; }
 

@@ -31,7 +31,7 @@ class VELTRA_HOST_API DocSource {
 
     // The lookup resources of all products. Called once, and again after the caches were cleared;
     // what is read while they are being cleared serves one request and is not cached. A product
-    // that cannot be read is left out, not thrown for.
+    // that cannot be read is left out; it is no reason to throw.
     [[nodiscard]] virtual ParsingResults getResourceLookupFiles() = 0;
 
     // All products of one reference file, named by what HeaderInfo::getReferenceFileName() of a

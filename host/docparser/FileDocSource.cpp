@@ -30,7 +30,7 @@ void throwFault(const Fault& fault) {
     throw DocParserException(fault);
 }
 
-// Notes a fault that a whole request need not fail for.
+// Logs a fault that need not fail a whole request.
 void logFault(const Fault& fault) {
     const foundation::log::diagnostic_logger logger("docparser");
     logger.log(foundation::log::Warning, "left out: " + fault.toString());
@@ -123,8 +123,8 @@ class FileDocSource::Listing {
     }
 
     // The file that `resourceFile` names: a reference file in use, else the file of the product of
-    // that short name, else any file of that name below one of the roots. A file that is no longer
-    // in use is what readers of the edition before still ask for.
+    // that short name, else any file of that name below one of the roots. Readers of the previous
+    // edition still ask for files that are no longer in use.
     [[nodiscard]] std::optional<File> fileNamed(const std::u16string& resourceFile) const {
         const auto named = std::ranges::find(m_products, resourceFile, &Product::referenceFileName);
         const Product* product = named != m_products.end() ? &*named : find(resourceFile);
@@ -182,8 +182,8 @@ FileDocSource::FileDocSource(Locate locate) : m_locate(std::move(locate)) {}
 FileDocSource::~FileDocSource() = default;
 
 std::shared_ptr<const FileDocSource::ListedSet> FileDocSource::readSet(const fs::path& root) const {
-    // A faulty product is left out. A manifest of which nothing can be read is the whole set's
-    // fault: the last one that was met.
+    // A faulty product is left out. If the manifest as a whole is unusable, the last fault says
+    // why.
     std::vector<Fault> faults;
     auto manifest =
         docset::readManifest(root, [&](const Fault& fault) { faults.push_back(fault); });
@@ -264,9 +264,9 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
     auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
     ReferenceResources resources;
     for (auto& product : *contents) {
-        // A product that an earlier root has is that root's, whatever else lies in this file. So is
-        // one that is read from another file now, such as that of the wanted language, while its
-        // neighbour lacks the language.
+        // Leaves out a product that an earlier root has, and one that is now read from another
+        // file, such as that of the wanted language when another product of this file lacks the
+        // language.
         const Listing::Product* listed = current->find(product.header.shortName);
         if (listed != nullptr && (listed->set->root != file->root ||
                                   (file->inUse && listed->files.reference != file->relativePath)))

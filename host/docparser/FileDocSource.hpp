@@ -22,8 +22,8 @@ struct VELTRA_HOST_API DocumentationLocation {
     // A locale ("ja_JP"); empty for each set's first one.
     std::string language;
 
-    // What the process is told: the settings of the current context, for an empty root the
-    // environment variable VELTRA_DOC_ROOT, and at last the set installed with the library.
+    // From the settings of the current context; if their root is empty, from the environment
+    // variable VELTRA_DOC_ROOT; failing that, the set installed with the library.
     [[nodiscard]] static DocumentationLocation current();
 
     friend bool operator==(const DocumentationLocation&, const DocumentationLocation&) = default;
@@ -67,8 +67,9 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
     ParsingResults getResourceLookupFiles() override;
 
     // `resourceFile` may be any file below one of the roots, also one that the manifest no longer
-    // names. Of a file that products are read from now, those that are read from another file are
-    // left out. Throws DocParserException when there is neither such a file nor such a product.
+    // names. If products are now read from it, its other products, which are read from another
+    // file, are left out. Throws DocParserException when there is neither such a file nor such a
+    // product.
     ReferenceResources getResourceFile(const std::u16string& resourceFile) override;
 
     ReferenceRoots getReferenceRoots() override;

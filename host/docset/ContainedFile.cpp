@@ -37,7 +37,7 @@ std::optional<std::string> whyNotContained(std::string_view relativePath) {
         return "The file name holds a control character.";
     if (relativePath.front() == '/')
         return "The file name is absolute; it must be relative to the documentation root.";
-    // By hand: a path of the file system library has no empty part between two slashes.
+    // Split by hand: the file system library drops the empty part between two slashes.
     for (std::size_t start = 0; start <= relativePath.size();) {
         const auto end = std::min(relativePath.find('/', start), relativePath.size());
         const auto part = relativePath.substr(start, end - start);

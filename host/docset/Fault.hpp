@@ -27,8 +27,8 @@ struct VELTRA_HOST_API Fault {
     friend bool operator==(const Fault&, const Fault&) = default;
 };
 
-// Told of every fault, in the order in which they are met. A handler that throws ends the reading;
-// after one that returns, the reading goes on past the faulty field.
+// Called for every fault, in the order in which they are found. A handler that throws ends the
+// reading; after one that returns, the reading goes on past the faulty field.
 using FaultHandler = std::function<void(const Fault&)>;
 
 }  // namespace reference::docset

@@ -1,4 +1,4 @@
-// The marks by which the files of a documentation set say what they are. Internal: no public
+// The marks with which the files of a documentation set say what they are. Internal: no public
 // header includes it.
 #pragma once
 

@@ -147,7 +147,8 @@ RefItem readItem(const JsonNode& node, std::u16string href) {
         return {};
     if (const auto entities = node.require("entities"))
         entities->requireElements();
-    // In braces, whose elements are read in their order: so are their faults reported.
+    // In braces, because their elements are evaluated in order, and so faults are reported in
+    // order.
     RefItem item{std::move(href),
                  listOf(node, "entities", readEntity),
                  node.textOf("packageName"),

@@ -15,7 +15,7 @@ enum class JsonForm {
     // As a documentation set has them: what says nothing (empty texts and lists, status Current) is
     // left out, and a number without a name is a number.
     Set,
-    // As programs like to read them: every member is there, but for the app thumbnail of an item
+    // As programs like to read them: every member is there, except the app thumbnail of an item
     // that has none, and numbers without a name are texts.
     Complete,
 };

@@ -127,7 +127,7 @@ void JsonDocument::fault(const JsonNode& at, std::string problem) const {
             path.emplace_back(node->m_index);
     }
     std::ranges::reverse(path);
-    // Each search walks the whole text: where everything is wrong, the first places will do.
+    // Each search walks the whole text; where there are many faults, only the first get a place.
     const bool isPlaced = m_faults++ < maxPlacedFaults;
     const auto offset = isPlaced ? findJsonValue(m_text, path) : std::nullopt;
     const TextPosition position = offset ? positionOf(m_text, *offset) : TextPosition{};

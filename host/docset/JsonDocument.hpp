@@ -55,7 +55,7 @@ class JsonNode {
     // `mayBeEmpty` is false.
     [[nodiscard]] std::u16string requiredTextOf(std::string_view name, bool mayBeEmpty) const;
 
-    // Reports a list that has no elements; anything else is not this question's business.
+    // Reports a list that has no elements, and nothing else.
     void requireElements() const;
 
     // Calls `visit(node)` for each element of the array, or reports that this is not one.
@@ -118,7 +118,7 @@ class JsonDocument {
     std::string m_text;
     FaultHandler m_onFault;
     boost::json::monotonic_resource m_memory;
-    // On the same memory from the start, so that the parser's value is taken over, not copied.
+    // Uses that memory from the start, so that the parser's value is taken over, not copied.
     boost::json::value m_top = boost::json::value(boost::json::storage_ptr(&m_memory));
 };
 

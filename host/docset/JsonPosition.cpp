@@ -14,7 +14,7 @@ namespace {
 
 namespace json = boost::json;
 
-// Follows a parser through a text and tells, before each value, on which path it stands.
+// Follows a parser through a text and knows, before each value, the path to it.
 class PathHandler {
   public:
     static constexpr std::size_t max_object_size = json::string::max_size();
@@ -131,7 +131,8 @@ std::optional<std::size_t> findJsonValue(std::string_view text, const std::vecto
         const auto& at = handler.path();
         if (at.size() > path.size() || !std::equal(at.begin(), at.end(), path.begin()))
             return;
-        // A value on the way that is met again hides what was found within the one before.
+        // If a value on the path occurs again, what was found within the earlier one no longer
+        // counts.
         found = at.size() == path.size() ? std::optional(offset) : std::nullopt;
     });
     return found;

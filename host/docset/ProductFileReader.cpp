@@ -18,7 +18,7 @@ void readHeaderFields(const JsonNode& node, ProductHeader& header) {
     header.version = node.textOf("version");
 }
 
-// A member that files a list under a name of the author's.
+// A member that files a list under a name that the author chose.
 void requireNameAndElements(std::string_view name, const JsonNode& list) {
     if (name.empty())
         list.fault("The name is empty; it may not be here.");

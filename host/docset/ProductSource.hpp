@@ -8,7 +8,7 @@ namespace reference::docset {
 // UTF-8. A plain value.
 struct ProductSource {
     // The folder that was imported, as an absolute path: the product's hrefs are relative to it.
-    // The folder need not exist any more, nor on this machine.
+    // The folder may be gone, or be on another machine.
     std::string folder;
     // The importer, by the name that `vref import` knows it by ("sphinx"); never empty.
     std::string importer;

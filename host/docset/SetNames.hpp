@@ -8,10 +8,10 @@
 
 namespace reference::docset {
 
-// Held locked by whoever publishes.
+// The lock file, which a process holds locked while it publishes.
 inline constexpr const char* lockFileName = ".documentation-set.lock";
 
-// The manifest in the making.
+// The manifest while it is being written.
 inline constexpr const char* newManifestFileName = "documentation-set.json.new";
 
 // Why `locale` may not be a locale of a set, or nothing when it may. It is the name of a folder of

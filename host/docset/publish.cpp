@@ -113,7 +113,7 @@ Manifest currentManifest(const files::Folder& root, const std::string& locale) {
 }
 
 // A product's short name as the beginning of a file name. Different names begin differently, so
-// that the editions of one product are never taken for those of another: what is no plain byte
+// that the editions of one product are never taken for those of another: any byte that is not plain
 // becomes '=' and its two hexadecimal digits.
 std::string fileStem(const std::u16string& shortName) {
     std::string stem;
@@ -144,7 +144,7 @@ std::optional<std::size_t> editionOf(const std::string& fileName, const std::str
 }
 
 // Two files of the next edition: later than all that are there, so that a reader that holds an old
-// manifest finds what that one named or nothing, never something newer.
+// manifest finds the files that it names or nothing, never something newer.
 ProductFiles newEdition(const files::Folder& folder, const std::string& locale,
                         const std::string& stem) {
     std::size_t latest = 0;
@@ -168,7 +168,7 @@ std::set<std::string> namedFiles(const Manifest& manifest) {
     return names;
 }
 
-// A file that stays behind harms nobody.
+// A file that is left behind does no harm.
 void removeQuietly(const files::Folder& folder, const std::string& name) {
     try {
         folder.remove(name);
@@ -200,7 +200,7 @@ constexpr const char* notReadBack =
     "href is not that of its page.";
 
 // Reads the product's new files as any reader would, and refuses what did not come back as it was:
-// a reader would have no use for it, and the edition before may be sound.
+// no reader could use it, and the edition before may be sound.
 void requireReadable(const files::Folder& root, const ProductFiles& files,
                      const ProductDocumentation& documentation) {
     const auto lookup = readLookupFile(root, files.lookup, raiseFault);
@@ -212,7 +212,7 @@ void requireReadable(const files::Folder& root, const ProductFiles& files,
         fail(root.path() / files.reference, notReadBack);
 }
 
-// The manifest counts from the rename on; until then the set is as it was.
+// The new manifest takes effect with the rename; until then the set is as it was.
 void replaceManifest(const files::Folder& root, const Manifest& manifest) {
     root.writeFile(newManifestFileName, contentOf(toJson(manifest)));
     if (readManifestFile(root, newManifestFileName, raiseFault) != manifest)

@@ -23,7 +23,7 @@ using property::RefItem;
 
 using Kind = std::pair<property::RefEntityType::Value, property::FunctionType::Value>;
 
-// What the items of an href answer to.
+// The names and kinds in the items of an href, which its records must match.
 struct Answers {
     // The names of entities, and of their classes' properties with the class's before it.
     std::set<std::u16string> names;
@@ -86,8 +86,8 @@ class Validator {
                                    .problem = std::move(problem)});
     }
 
-    // The reader has reported what keeps the file from being read; only a sound one gets here
-    // whole.
+    // The reader has already reported why a file cannot be read, so only readable files are looked
+    // at.
     void reportRepeatedMembers(const std::string& relativePath) {
         const auto ignore = [](const Fault&) {};
         const auto folder = openRoot(m_root, relativePath, ignore);

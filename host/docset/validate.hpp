@@ -22,8 +22,8 @@ struct ValidationReport {
 // Reads every file that the manifest of the set at `root` names and reports each fault: what cannot
 // be read, what the format does not know, and where lookup and reference files disagree (a record
 // that leads to no item, or to one of another name and kind, an item that no record leads to, a
-// property that its class's item does not have, headers that differ). Throws nothing but what
-// memory shortage throws. Any thread.
+// property that its class's item does not have, headers that differ). Throws only if memory runs
+// out. Any thread.
 [[nodiscard]] VELTRA_HOST_API ValidationReport validate(const std::filesystem::path& root);
 
 }  // namespace reference::docset

@@ -44,8 +44,8 @@ class VELTRA_HOST_API Folder {
                                                       std::size_t maxFileSize,
                                                       std::error_code& error) const;
 
-    // What follows takes the name of something that lies in the folder itself, without '/', and
-    // throws std::system_error, whose text says which file it is.
+    // The operations below take the name of something that lies in the folder itself, without '/',
+    // and throw std::system_error, whose text says which file it is.
 
     // The names of all that the folder holds, in no order.
     [[nodiscard]] std::vector<std::string> names() const;
@@ -58,11 +58,11 @@ class VELTRA_HOST_API Folder {
     // kept. Meant for locks. A link is refused.
     [[nodiscard]] Descriptor openOrMakeFile(const std::string& name) const;
 
-    // Makes a new file with this content and waits until the disk has it. A file or link that bears
+    // Makes a new file with this content and waits until the disk has it. A file or link that has
     // the name is removed first, not written into.
     void writeFile(const std::string& name, std::string_view content) const;
 
-    // Renames a file of the folder, over one that bears the new name.
+    // Renames a file of the folder, replacing one that has the new name.
     void rename(const std::string& name, const std::string& newName) const;
 
     // Removes a file or a link (not what it leads to).

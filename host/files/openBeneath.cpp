@@ -119,7 +119,7 @@ class Walk {
         return m_inside.empty() ? m_folder : m_inside.back().number();
     }
 
-    // What is wrong outside is nobody's business: it is outside.
+    // Outside the folder every error is the same: the path leads out.
     Descriptor fail(int number, std::error_code& error) const {
         error = m_isOutside ? leadsOut : codeOf(number);
         return {};
@@ -137,7 +137,7 @@ class Walk {
     }
 
     Descriptor openLast(const std::string& part, std::error_code& error) const {
-        // By its name, because what was opened as a mere place cannot be read.
+        // Opened by name, because a descriptor that only marks a place (O_PATH) cannot be read.
         Descriptor file(::openat(here(), part.c_str(), readFlags | O_NOFOLLOW));
         if (!file.isOpen() && errno != ELOOP)
             error = codeOf(errno);

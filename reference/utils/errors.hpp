@@ -1,6 +1,6 @@
 // The errors that the library itself raises against scripts. Their texts, which errors.cpp has, are
 // added to the host's message catalogue when the library is loaded. Internal: no public header
-// includes it, for a client catches IMsgIDException.
+// includes it, because clients catch IMsgIDException.
 #pragma once
 
 #include "zorb/errors.hpp"

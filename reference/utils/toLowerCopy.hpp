@@ -12,8 +12,8 @@ namespace reference::utils {
 // the host refuses (an unpaired surrogate in it) stays unchanged: a search over a thousand texts
 // must not fail because of one.
 //
-// Results of up to `bufferSize` units, which is what names and most purposes come to, stand in the
-// object itself: a comparison that folds a name on the stack allocates nothing.
+// Results of up to `bufferSize` units, enough for names and most purposes, are kept in the object
+// itself: a comparison that folds a name on the stack allocates nothing.
 class LowerCased {
   public:
     static constexpr std::size_t bufferSize = 1024;

@@ -43,8 +43,8 @@ NeverDestroyed<std::function<boost::shared_ptr<EventMgr>()>> m_getEventMgrFcn(&e
 
 const NeverDestroyed<std::string> s_docLanguageSetting("veltra.desktop.help.DocLanguage");
 
-// Kept for the life of the process. Only who has raised the flag may touch the listener: a lock
-// would be held while the settings library runs.
+// Kept for the life of the process. Only the thread that has raised the flag may touch the
+// listener. Not a mutex, because it would be held while the settings library runs.
 std::atomic_flag s_isListenerInUse;
 NeverDestroyed<std::unique_ptr<Connection>> s_docLanguageListener;
 
@@ -65,7 +65,7 @@ class ListenerUse {
     const bool m_isOurs;
 };
 
-// Until start-up is through, the caches are being filled by it, and the host settles its language.
+// Until start-up is done, it is still filling the caches, and the host is settling its language.
 void onDocLanguageChanged(const SettingsValueChangeEvent& /*event*/) {
     if (ReferenceCacheManager::IsStartupDone())
         ReferenceCacheManager::ClearAllCaches();
@@ -85,7 +85,7 @@ void ReferenceCacheManager::InitializeListener() {
         *s_docLanguageListener = settings::in_veltra::addListener<SettingsValueChangeEvent>(
             root->getSettingsByFullName(*s_docLanguageSetting), &onDocLanguageChanged);
     } catch (...) {
-        // Without the setting there is one language; the next call tries again.
+        // Without the setting there is only one language; the next call tries again.
     }
 }
 

@@ -20,7 +20,7 @@ using utils::toLowerCopy;
 using enum ReferenceCacheManager::SearchMethod;
 
 // The kinds of entity that may be asked for without their package. The others (commands, options,
-// pages and the like) have names in which a dot is no qualification.
+// pages and the like) have names in which a dot does not separate components.
 const NeverDestroyed<std::unordered_set<RefEntityType::Value>> s_unqualifiedMatchTypes(
     std::initializer_list<RefEntityType::Value>{
         RefEntityType::Function, RefEntityType::Class, RefEntityType::Package,
@@ -89,7 +89,7 @@ EntitySearch::Hrefs EntitySearch::findExactEntries(const LookupResource& resourc
 }
 
 EntitySearch::Hrefs EntitySearch::searchLookupEntries(const LookupResource& resource) const {
-    // Full-text and page searches do not look at the key, so that it need not be folded for them.
+    // Full-text and page searches do not look at the key, so it need not be folded for them.
     const bool foldsKeys =
         !m_request.isCaseSensitive() && m_method != AllTextSearch && m_method != PageNameSearch;
     Hrefs hrefs;
@@ -131,9 +131,9 @@ void EntitySearch::visit(const std::u16string& key, const Record& record, NameMe
     visitByName(key, record, memo, hrefs);
 }
 
-// The name is tested once a key, for its first record of an accepted type, and the answer serves
-// the key's other records, also those of types for which the test itself would come out otherwise:
-// the records of one key document one name, and are found together or not at all.
+// The name is tested once per key, for its first record of an accepted type, and the answer holds
+// for the key's other records, even for types that would give another answer: the records of one
+// key document one name, and are found together or not at all.
 void EntitySearch::visitByName(const std::u16string& name, const Record& record, NameMemo& memo,
                                Hrefs& hrefs) const {
     if (!isTypeAccepted(record))
@@ -144,7 +144,7 @@ void EntitySearch::visitByName(const std::u16string& name, const Record& record,
         hrefs.insert(record.getHref());
 }
 
-// 1. What has members is found by its own name, whatever the memo says.
+// 1. A type that has members is found by its own name, whatever the memo says.
 // 2. Anything else is a member, found by the name of its class: the key without its last component.
 //    A key without a class, or no longer than the text, cannot be a member of what is asked for.
 // 3. Once the memo holds an answer for the key, or when everything matches, the name is not asked.

@@ -15,13 +15,13 @@ using LookupCachePtr = std::shared_ptr<const ReferenceCacheManager::LookupCache>
 using ResourcePtr = std::shared_ptr<const ReferenceCacheManager::Resource>;
 
 // One reading of the lookup files, and the resources that requests of this reading keep to
-// themselves because the resource cache has, or is to have, those of another one.
+// themselves because the resource cache has, or will have, those of another reading.
 struct LookupReading {
     // Guarded by the mutex of the resource cache. Never null.
     std::map<std::u16string, ResourcePtr> ownResources;
 };
 
-// The lookup caches at one moment. Immutable but for what `reading` refers to.
+// The lookup caches at one moment. Immutable except for what `reading` refers to.
 struct LookupCaches {
     // Null: not loaded.
     LookupCachePtr installed;
@@ -36,7 +36,7 @@ struct LookupCaches {
 // Both lookup caches as one value that is replaced in one step. A load stores what it read only if
 // nothing was stored or cleared since it began: what it read may be out of date.
 //
-// std::atomic<std::shared_ptr> would say the same as these functions, but in GCC 12's library its
+// std::atomic<std::shared_ptr> would do the same as these functions, but in GCC 12's library its
 // load() is a data race with a later store (it lets go of the pointer with relaxed order).
 class LookupState {
   public:
@@ -45,7 +45,8 @@ class LookupState {
     // Never null. Two values are the same as long as nothing was stored or cleared between them.
     [[nodiscard]] Value load() const { return std::atomic_load(&m_value); }
 
-    // Stores `value`, if the value is still `expected`; else `expected` becomes what it is.
+    // Stores `value` if the current value is still `expected`; else sets `expected` to the current
+    // one.
     bool storeInPlaceOf(Value& expected, Value value) {
         return std::atomic_compare_exchange_strong(&m_value, &expected, std::move(value));
     }

@@ -26,13 +26,13 @@ using property::RefEntityType;
 using LookupCache = ReferenceCacheManager::LookupCache;
 using ResourceCache = ReferenceCacheManager::ResourceCache;
 
-// Who reads or changes a cache holds its mutex, so that a second load waits for the first. No
+// Code that reads or changes a cache holds its mutex, so that a second load waits for the first. No
 // thread ever holds two of these.
 Mutex s_lookupCacheMutex;
 Mutex s_uninstalledLookupCacheMutex;
 Mutex s_resourceCacheMutex;
 
-// Not guarded by one mutex: a load fills both caches under the one that its caller chose.
+// No single mutex guards these: a load fills both caches under the one that its caller chose.
 NeverDestroyed<LookupState> s_lookupCaches;
 const NeverDestroyed<LookupCachePtr> s_emptyLookupCache(std::make_shared<const LookupCache>());
 
@@ -40,8 +40,8 @@ const NeverDestroyed<LookupCachePtr> s_emptyLookupCache(std::make_shared<const L
 NeverDestroyed<std::shared_ptr<ResourceCache>> s_resourceCache
     VELTRA_GUARDED_BY(s_resourceCacheMutex)(std::make_shared<ResourceCache>());
 
-// For which reading of the lookups a cached resource was read from the file that these name. None
-// for those that were read by a product's name, for start-up and for clients.
+// The reading of the lookups whose headers named the file that a cached resource was read from. No
+// entry for resources that were read by a product's name, at start-up or for clients.
 using Origins = std::map<std::u16string, std::weak_ptr<const LookupReading>>;
 NeverDestroyed<Origins> s_origins VELTRA_GUARDED_BY(s_resourceCacheMutex);
 
@@ -109,9 +109,9 @@ ResourcePtr parseAlone(const std::u16string& resourceFile, const std::u16string&
 }
 
 // Whether a cached resource was read for these lookups. Where that is not known, the name of its
-// file tells. It need not be the file that the product is listed with: a product that came along in
-// another product's file is kept from there. It must be a file that these lookups know. A source
-// that does not name its files tells nothing, and is taken at its word.
+// file decides: it must be a file that these lookups know. It need not be the file that the product
+// is listed with, because a product that came along in another product's file stays cached from
+// there. Where the source does not name its files, the resource is accepted.
 bool isOfReading(const LookupCaches& lookups, const std::u16string& product,
                  const ReferenceCacheManager::Resource& resource,
                  const std::u16string& resourceFile) VELTRA_REQUIRES(s_resourceCacheMutex) {
@@ -263,8 +263,8 @@ ResourcePtr resourceFor(const LookupCaches& lookups, const std::u16string& produ
     const ResourcePtr cached = findCached(product);
     if (cached && isOfReading(lookups, product, *cached, resourceFile))
         return cached;
-    // As long as the lookups are current, a clearing of the resource cache is still to come when
-    // the language changes, and takes along what is put into it now.
+    // While the lookups are current, a change of language has yet to clear the resource cache, and
+    // will clear what is put into it now.
     if (!cached && s_lookupCaches->load()->reading == lookups.reading)
         return parseIntoCache(resourceFile, product, lookups.reading);
 
@@ -272,7 +272,7 @@ ResourcePtr resourceFor(const LookupCaches& lookups, const std::u16string& produ
     try {
         resource = parseAlone(resourceFile, product);
     } catch (...) {
-        // What is cached serves this request and the later ones of the reading.
+        // The cached one serves this request and the later ones of the reading.
         if (!cached)
             throw;
     }

@@ -30,7 +30,7 @@ class ReferenceDataChangeEvent;
 //
 // Any thread, at any time. What a cache hands out is shared and never changes, so that a reader
 // works without a lock and keeps old data alive while the caches are cleared; the one exception is
-// told at GetResourceCache(). Parser exceptions pass through where nothing else is said.
+// described at GetResourceCache(). Parser exceptions pass through where nothing else is said.
 class VELTRA_REFERENCE_API ReferenceCacheManager {
   public:
     using LookupCache = std::map<std::u16string, docparser::DocResource<property::RefItemLookup>>;
@@ -124,7 +124,8 @@ class VELTRA_REFERENCE_API ReferenceCacheManager {
 
     // How the library reaches the event manager: `f` is called for each publication and each
     // subscription, on the thread that wants it, and may return null for "there is none". Until it
-    // is set, and again after the reset, that of the process's current virtual machine.
+    // is set, and again after the reset, the library uses the event manager of the process's
+    // current virtual machine.
     // Requires: no other operation is under way; the function is read without a lock.
     static void SetGetEventMgrFcn(
         const std::function<boost::shared_ptr<foundation::msg_svc::eventmgr::EventMgr>()>& f);

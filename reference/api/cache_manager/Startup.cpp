@@ -27,7 +27,7 @@ const NeverDestroyed<std::vector<std::u16string>> s_startupProducts(
     std::initializer_list<std::u16string>{u"veltra", u"brisk", u"caldera", u"lumora", u"qix",
                                           u"tarvel", u"merisk", u"dornel", u"yarl", u"pendrake"});
 
-// Under this number readers of start-up logs know the trace; it does not follow the source.
+// Readers of start-up logs know the trace by this number, so it does not follow the source.
 constexpr int startupTraceLine = 677;
 
 void logElapsed(const diagnostic_logger& logger, const std::string& what, Clock::time_point start) {
@@ -52,7 +52,7 @@ void ReferenceCacheManager::PerformStartupOperations() {
         try {
             static_cast<void>(GetResourceCacheForProduct(product, product));
         } catch (...) {
-            // A product that is broken, or not there, does not keep the others waiting.
+            // A product that is broken, or not there, does not hold up the others.
         }
     }
     SetStartupDone();

@@ -9,9 +9,9 @@
 
 namespace reference::cache_manager {
 
-// The lookup caches as a request that begins now is to see them, after loading them when they are
-// not loaded. Reads the lookup files once at most: when the caches are cleared meanwhile, what was
-// read serves this request and is not cached. Never null. Throws what the parser throws.
+// The lookup caches for a request that begins now; loads them when they are not loaded. Reads the
+// lookup files once at most: when the caches are cleared meanwhile, what was read serves this
+// request and is not cached. Never null. Throws what the parser throws.
 [[nodiscard]] std::shared_ptr<const LookupCaches> loadedLookupCaches();
 
 // The resource of `product` for a request that works with `lookups`, whose header of the product
@@ -19,10 +19,10 @@ namespace reference::cache_manager {
 // where the product is not cached.
 //
 // It is the cached one, unless that was read for other lookups and comes from a file that these do
-// not know: it may be in another language then. The file that these name is read in that case, once
-// for all requests of the reading; the cached one serves them when that fails. The cache stays as
-// it is: what it has handed out is never replaced. Nor does a request whose lookups have been
-// cleared put anything into it.
+// not know, since it may then be in another language. In that case the file that these name is
+// read, once for all requests of the reading; if that fails, the cached one serves them. The cache
+// stays as it is: what it has handed out is never replaced. A request whose lookups have been
+// cleared does not put anything into it, either.
 [[nodiscard]] ResourcePtr resourceFor(const LookupCaches& lookups, const std::u16string& product,
                                       const std::u16string& resourceFile);
 

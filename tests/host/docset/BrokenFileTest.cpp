@@ -18,12 +18,12 @@ using testing::HasSubstr;
 
 constexpr const char* paths[] = {manifestPath, lookupPath, referencePath};
 
-// The end of a text without what stands after its last brace.
+// The text without its last brace and everything after it.
 std::string withoutLastBrace(const std::string& text) {
     return text.substr(0, text.rfind('}'));
 }
 
-// Spoils a sound file; the mark says where the fault is.
+// Breaks a sound file; the mark says where the fault is.
 struct Row {
     const char* name;
     std::string (*spoil)(const std::string& sound);

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 using docset::publishProduct;
 using docset::requirePublishable;
 
-// What the call is refused with; empty when it is not.
+// Why the call is refused; empty when it is not.
 std::string refusal(const std::function<void()>& call) {
     try {
         call();

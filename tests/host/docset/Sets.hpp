@@ -1,4 +1,4 @@
-// Documentation sets for tests: one whose files are texts to be spoilt, and products to publish.
+// Documentation sets for tests: one whose files are texts to be broken, and products to publish.
 #pragma once
 
 #include <cstddef>
@@ -15,7 +15,7 @@
 namespace reference::tests {
 
 // The three files of a sound set with one product, "demo", in which every member of the format
-// occurs. Each value stands on the line that its neighbours make likely; nothing relies on it.
+// occurs. The layout is what a person would write; nothing relies on it.
 struct SetTexts {
     std::string manifest;
     std::string lookup;
@@ -37,7 +37,7 @@ void writeSet(const TempFolder& root, const SetTexts& texts);
 // exactly one.
 [[nodiscard]] std::string replaced(std::string text, std::string_view from, std::string_view to);
 
-// A mark in a text: taken out, and where it stood, counted from 1; 0 where there was none.
+// A text without its mark, and where the mark stood, counted from 1; 0 where there was none.
 struct MarkedText {
     std::string text;
     std::size_t line = 0;
@@ -48,7 +48,7 @@ inline constexpr char placeMark = '^';
 
 [[nodiscard]] MarkedText takeMark(std::string text);
 
-// Gathers faults for a reader to be given: `faults.handler()`.
+// Gathers the faults that a reader reports to `faults.handler()`.
 class FaultList {
   public:
     [[nodiscard]] docset::FaultHandler handler();
@@ -63,19 +63,19 @@ class FaultList {
 [[nodiscard]] std::string dump(const std::vector<docset::Fault>& faults);
 
 // A sound product: `functions` functions f0, f1, … on pages of their own, and a class Box with a
-// property. Every purpose is `edition`, by which one edition is told from another.
+// property. Every purpose is `edition`, which tells one edition from another.
 [[nodiscard]] docset::ProductDocumentation makeProduct(const std::u16string& shortName,
                                                        const std::u16string& edition = u"first",
                                                        std::size_t functions = 2);
 
-// What the set at `root` holds of a product in a locale, whole; nothing when the set has no such
+// All that the set at `root` holds of a product in a locale; nothing when the set has no such
 // product. Throws std::runtime_error, with the faults, when there are any.
 [[nodiscard]] std::optional<docset::ProductDocumentation> readProduct(
     const std::filesystem::path& root, const std::u16string& shortName,
     const std::string& locale = "en_US");
 
-// The edition of makeProduct that every record and item of `product` is of, in UTF-8. Throws
-// std::runtime_error when they are of several.
+// The `edition` that makeProduct gave every record and item of `product`, in UTF-8. Throws
+// std::runtime_error when they differ.
 [[nodiscard]] std::string editionOf(const docset::ProductDocumentation& product);
 
 }  // namespace reference::tests

@@ -171,7 +171,7 @@ TEST_P(ContainmentTest, DoesNotWaitForAPipe) {
     EXPECT_EQ(open("pipe"), "");
 }
 
-// A name is turned from a sound one into one that leads out, and back, while it is read.
+// While a name is read, it is switched back and forth between a sound file and one that leads out.
 TEST_P(ContainmentTest, ARaceWithWhoeverSwapsFoldersAndLinksReadsNothingOutside) {
     outer.write("outside/deep", "secret");
     fs::create_directory(root / "real");

@@ -95,7 +95,8 @@ class Assembly {
         }
     }
 
-    // A property belongs to the class whose name is the property's name without its last component.
+    // A property belongs to the class whose name, with a period and the property's own name after
+    // it, makes up the name that the property is filed under.
     void attachProperties() {
         std::unordered_map<std::string, std::size_t> classes;
         for (std::size_t index = 0; index < m_entries.size(); ++index)

@@ -48,7 +48,7 @@ property::RefItem itemAt(const importers::sphinx::ImportResult& result, std::u16
 property::RefItemLookup recordOf(const importers::sphinx::ImportResult& result,
                                  std::u16string_view name);
 
-// What is read from the body of a description, that of a function f(x, flag=None).
+// What is read from the body of the description of a function f(x, flag=None).
 importers::sphinx::DescriptionFacts readBody(std::string_view body);
 
 }  // namespace reference::tests

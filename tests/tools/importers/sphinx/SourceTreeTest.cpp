@@ -116,7 +116,7 @@ TEST(SourceTreeTest, NeverLeadsOutsideWhileAFolderAndALinkChangePlaces) {
         try {
             ++(tree.read("sub/a.html") == "inside" ? inside : outside);
         } catch (const PageError&) {
-            // The name is that of the link at the moment.
+            // The name led outside when it was read.
         }
     }
     isOver = true;
