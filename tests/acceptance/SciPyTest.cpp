@@ -1,4 +1,4 @@
-// The whole road over the documentation of SciPy, as Debian installs it: built HTML pages in, found
+// The whole path over the documentation of SciPy, as Debian installs it: built HTML pages in, found
 // entries out.
 
 #include <algorithm>

@@ -102,7 +102,7 @@ class Backend : public blog::sinks::basic_sink_backend<blog::sinks::synchronized
     LogSink m_sink VELTRA_GUARDED_BY(m_mutex);
 };
 
-// The road of all records of the process. Boost.Log has process-wide tables of its own, which are
+// The path of all records of the process. Boost.Log has process-wide tables of its own, which are
 // destroyed when the process exits, while other threads may still log. So everything that is
 // looked up in them is looked up once, when this library is loaded, and kept: the core, the source
 // and the names of attributes.

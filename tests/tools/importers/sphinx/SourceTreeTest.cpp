@@ -2,7 +2,6 @@
 #include <cstdio>
 #include <fcntl.h>
 #include <filesystem>
-#include <sys/resource.h>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -125,18 +124,11 @@ TEST(SourceTreeTest, NeverLeadsOutsideWhileAFolderAndALinkChangePlaces) {
     EXPECT_EQ(outside, 0);
 }
 
-TEST(SourceTreeTest, TellsWhatIsMissingFromWhatTheSystemCannotRead) {
+// ImportFailuresTest has what the system cannot read.
+TEST(SourceTreeTest, TellsWhatIsMissing) {
     const TempFolder folder;
     folder.write("a.html", "text");
     const SourceTree tree(folder.path());
-    struct ::rlimit before = {};
-    ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &before), 0);
-    // As if all descriptors were in use.
-    const struct ::rlimit none = {.rlim_cur = 0, .rlim_max = before.rlim_max};
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &none), 0);
-    EXPECT_THROW(static_cast<void>(tree.read("a.html")), SystemFailure);
-    ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &before), 0);
-    EXPECT_EQ(tree.read("a.html"), "text");
     EXPECT_THROW(static_cast<void>(tree.read("b.html")), PageError);
     EXPECT_THROW(static_cast<void>(tree.read("a.html/b.html")), PageError);
     EXPECT_THROW(static_cast<void>(tree.read(std::string(5000, 'x'))), PageError);
