@@ -61,7 +61,7 @@ std::shared_ptr<const LookupCaches> loadLookupCaches(Mutex& mutex) {
     if (found->isLoaded())
         return found;
     docparser::ParsingResults results = DocResourceParser::getResourceLookupFiles();
-    const auto read = std::make_shared<const LookupCaches>(LookupCaches{
+    auto read = std::make_shared<const LookupCaches>(LookupCaches{
         .installed = std::make_shared<const LookupCache>(std::move(results.installed)),
         .uninstalled = std::make_shared<const LookupCache>(std::move(results.uninstalled)),
         .reading = std::make_shared<LookupReading>()});
@@ -260,7 +260,7 @@ ResourcePtr resourceFor(const LookupCaches& lookups, const std::u16string& produ
     if (const auto known = own.find(product); known != own.end())
         return known->second;
 
-    const ResourcePtr cached = findCached(product);
+    ResourcePtr cached = findCached(product);
     if (cached && isOfReading(lookups, product, *cached, resourceFile))
         return cached;
     // While the lookups are current, a change of language has yet to clear the resource cache, and
