@@ -2,7 +2,18 @@
 
 #include <utility>
 
+#include "foundation/core/NeverDestroyed.hpp"
+
 namespace reference::property {
+namespace {
+
+// What items without storage refer to.
+const WholeItem& emptyItem() {
+    static const foundation::core::NeverDestroyed<WholeItem> empty(ItemHead{}, ItemBody{});
+    return *empty;
+}
+
+}  // namespace
 
 RefItem::RefItem(std::u16string href, std::vector<RefEntity> refEntities,
                  std::u16string packageName, std::u16string purpose, std::u16string introduced,
@@ -12,21 +23,85 @@ RefItem::RefItem(std::u16string href, std::vector<RefEntity> refEntities,
                  std::vector<Output> outputs, std::vector<ClassPropertyGroup> classPropertyGroups,
                  std::vector<SeeAlso> seeAlsoInfo, std::vector<Example> examples,
                  std::vector<Parameter> parameters)
-    : m_href(std::move(href)),
-      m_refEntities(std::move(refEntities)),
-      m_packageName(std::move(packageName)),
-      m_purpose(std::move(purpose)),
-      m_introduced(std::move(introduced)),
-      m_description(std::move(description)),
-      m_appThumbnail(std::move(appThumbnail)),
-      m_deprecationStatus(deprecationStatus),
-      m_syntaxGroups(std::move(syntaxGroups)),
-      m_inputs(std::move(inputs)),
-      m_inputGroups(std::move(inputGroups)),
-      m_outputs(std::move(outputs)),
-      m_classPropertyGroups(std::move(classPropertyGroups)),
-      m_seeAlsoInfo(std::move(seeAlsoInfo)),
-      m_examples(std::move(examples)),
-      m_parameters(std::move(parameters)) {}
+    : RefItem(boost::intrusive_ptr<const SharedItem>(
+          new WholeItem({.href = std::move(href),
+                         .refEntities = std::move(refEntities),
+                         .packageName = std::move(packageName),
+                         .purpose = std::move(purpose),
+                         .introduced = std::move(introduced),
+                         .deprecationStatus = deprecationStatus},
+                        {.description = std::move(description),
+                         .appThumbnail = std::move(appThumbnail),
+                         .syntaxGroups = std::move(syntaxGroups),
+                         .inputs = std::move(inputs),
+                         .inputGroups = std::move(inputGroups),
+                         .outputs = std::move(outputs),
+                         .classPropertyGroups = std::move(classPropertyGroups),
+                         .seeAlsoInfo = std::move(seeAlsoInfo),
+                         .examples = std::move(examples),
+                         .parameters = std::move(parameters),
+                         .replacements = {}}))) {}
+
+RefItem::RefItem(boost::intrusive_ptr<const SharedItem> item) noexcept : m_item(std::move(item)) {}
+
+// A body that has been read is shared, too.
+RefItem::RefItem(const RefItem& other) noexcept
+    : m_item(other.m_item), m_whole(other.m_whole.load(std::memory_order_acquire)) {
+    if (const WholeItem* whole = m_whole.load(std::memory_order_relaxed))
+        intrusive_ptr_add_ref(whole);
+}
+
+RefItem::RefItem(RefItem&& other) noexcept
+    : m_item(std::move(other.m_item)),
+      m_whole(other.m_whole.exchange(nullptr, std::memory_order_relaxed)) {}
+
+RefItem& RefItem::operator=(const RefItem& other) noexcept {
+    return *this = RefItem(other);
+}
+
+RefItem& RefItem::operator=(RefItem&& other) noexcept {
+    RefItem taken(std::move(other));
+    m_item.swap(taken.m_item);
+    taken.m_whole.store(
+        m_whole.exchange(taken.m_whole.load(std::memory_order_relaxed), std::memory_order_relaxed),
+        std::memory_order_relaxed);
+    return *this;
+}
+
+RefItem::~RefItem() {
+    if (const WholeItem* whole = m_whole.load(std::memory_order_relaxed))
+        intrusive_ptr_release(whole);
+}
+
+void RefItem::setReplacements(std::vector<SeeAlso> replacements) {
+    if (replacements.empty() && getReplacements().empty())
+        return;
+    ItemBody changed = body();
+    changed.replacements = std::move(replacements);
+    *this =
+        RefItem(boost::intrusive_ptr<const SharedItem>(new WholeItem(head(), std::move(changed))));
+}
+
+bool operator==(const RefItem& a, const RefItem& b) {
+    return a.m_item == b.m_item || (a.head() == b.head() && a.body() == b.body());
+}
+
+const ItemHead& RefItem::head() const noexcept {
+    return m_item ? m_item->head() : emptyItem().head();
+}
+
+// Several threads may read the body of one object for the first time at once; what the first of
+// them stored is what all of them refer to.
+const ItemBody& RefItem::body() const {
+    if (const WholeItem* whole = m_whole.load(std::memory_order_acquire))
+        return whole->body();
+    if (!m_item)
+        return emptyItem().body();
+    boost::intrusive_ptr<const WholeItem> read = m_item->whole();
+    const WholeItem* stored = nullptr;
+    if (m_whole.compare_exchange_strong(stored, read.get(), std::memory_order_acq_rel))
+        stored = read.detach();
+    return stored->body();
+}
 
 }  // namespace reference::property

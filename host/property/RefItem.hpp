@@ -1,21 +1,13 @@
 #pragma once
 
+#include <atomic>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
 #include "foundation/core/export.hpp"
-#include "property/AppThumbnail.hpp"
-#include "property/ClassPropertyGroup.hpp"
-#include "property/DeprecationStatus.hpp"
-#include "property/Example.hpp"
-#include "property/Input.hpp"
-#include "property/InputGroup.hpp"
-#include "property/Output.hpp"
-#include "property/Parameter.hpp"
-#include "property/RefEntity.hpp"
-#include "property/SeeAlso.hpp"
-#include "property/SyntaxGroup.hpp"
+#include "property/ItemData.hpp"
 
 namespace reference::property {
 
@@ -23,12 +15,18 @@ namespace reference::property {
 // entities, that it documents together. Texts are UTF-16 and empty where the page says nothing;
 // lists are in page order.
 //
-// A plain value: separate objects may be used from separate threads, one object may be read from
-// many. References from the getters stay valid until the object is changed or destroyed.
+// A value of the size of two pointers: copies share storage that never changes, so copying an item,
+// or ordering thousands of them, moves no text. An item that comes from stored documentation holds
+// its head (href, entities, package, purpose, version, status) and reads its body when that is
+// first asked for, once for each object.
+//
+// Separate objects may be used from separate threads, one object may be read from many. References
+// from the getters stay valid until the object is changed or destroyed. Getters of the body throw
+// only if memory runs out.
 class VELTRA_HOST_API RefItem {
   public:
     // An item that says nothing: empty texts and lists, status Current.
-    RefItem() = default;
+    RefItem() noexcept = default;
 
     // `href` is the page, relative to the product's help folder, with a fragment where the page
     // documents more than this entry; `packageName` the package that the entities belong to;
@@ -42,69 +40,67 @@ class VELTRA_HOST_API RefItem {
             std::vector<ClassPropertyGroup> classPropertyGroups, std::vector<SeeAlso> seeAlsoInfo,
             std::vector<Example> examples, std::vector<Parameter> parameters);
 
-    [[nodiscard]] const std::u16string& getHref() const noexcept { return m_href; }
+    // An item of the storage that `item` stands for; null for one that says nothing.
+    explicit RefItem(boost::intrusive_ptr<const SharedItem> item) noexcept;
+
+    // A moved-from item says nothing.
+    RefItem(const RefItem& other) noexcept;
+    RefItem(RefItem&& other) noexcept;
+    RefItem& operator=(const RefItem& other) noexcept;
+    RefItem& operator=(RefItem&& other) noexcept;
+    ~RefItem();
+
+    [[nodiscard]] const std::u16string& getHref() const noexcept { return head().href; }
     [[nodiscard]] const std::vector<RefEntity>& getRefEntities() const noexcept {
-        return m_refEntities;
+        return head().refEntities;
     }
-    [[nodiscard]] const std::u16string& getPackageName() const noexcept { return m_packageName; }
-    [[nodiscard]] const std::u16string& getPurpose() const noexcept { return m_purpose; }
-    [[nodiscard]] const std::u16string& getIntroduced() const noexcept { return m_introduced; }
-    [[nodiscard]] const std::u16string& getDescription() const noexcept { return m_description; }
-    [[nodiscard]] const AppThumbnail& getAppThumbnail() const noexcept { return m_appThumbnail; }
+    [[nodiscard]] const std::u16string& getPackageName() const noexcept {
+        return head().packageName;
+    }
+    [[nodiscard]] const std::u16string& getPurpose() const noexcept { return head().purpose; }
+    [[nodiscard]] const std::u16string& getIntroduced() const noexcept { return head().introduced; }
     [[nodiscard]] DeprecationStatus::Value getDeprecationStatus() const noexcept {
-        return m_deprecationStatus;
+        return head().deprecationStatus;
     }
-    [[nodiscard]] const std::vector<SyntaxGroup>& getSyntaxGroups() const noexcept {
-        return m_syntaxGroups;
+
+    [[nodiscard]] const std::u16string& getDescription() const { return body().description; }
+    [[nodiscard]] const AppThumbnail& getAppThumbnail() const { return body().appThumbnail; }
+    [[nodiscard]] const std::vector<SyntaxGroup>& getSyntaxGroups() const {
+        return body().syntaxGroups;
     }
-    [[nodiscard]] const std::vector<Input>& getInputs() const noexcept { return m_inputs; }
-    [[nodiscard]] const std::vector<InputGroup>& getInputGroups() const noexcept {
-        return m_inputGroups;
+    [[nodiscard]] const std::vector<Input>& getInputs() const { return body().inputs; }
+    [[nodiscard]] const std::vector<InputGroup>& getInputGroups() const {
+        return body().inputGroups;
     }
-    [[nodiscard]] const std::vector<Output>& getOutputs() const noexcept { return m_outputs; }
-    [[nodiscard]] const std::vector<ClassPropertyGroup>& getClassPropertyGroups() const noexcept {
-        return m_classPropertyGroups;
+    [[nodiscard]] const std::vector<Output>& getOutputs() const { return body().outputs; }
+    [[nodiscard]] const std::vector<ClassPropertyGroup>& getClassPropertyGroups() const {
+        return body().classPropertyGroups;
     }
-    [[nodiscard]] const std::vector<SeeAlso>& getSeeAlsoInfo() const noexcept {
-        return m_seeAlsoInfo;
-    }
-    [[nodiscard]] const std::vector<Example>& getExamples() const noexcept { return m_examples; }
-    [[nodiscard]] const std::vector<Parameter>& getParameters() const noexcept {
-        return m_parameters;
-    }
+    [[nodiscard]] const std::vector<SeeAlso>& getSeeAlsoInfo() const { return body().seeAlsoInfo; }
+    [[nodiscard]] const std::vector<Example>& getExamples() const { return body().examples; }
+    [[nodiscard]] const std::vector<Parameter>& getParameters() const { return body().parameters; }
 
     // What the documentation says to use instead of a deprecated entity; mostly empty. Not a
-    // parameter of the constructor, because few items have any.
-    [[nodiscard]] const std::vector<SeeAlso>& getReplacements() const noexcept {
-        return m_replacements;
+    // parameter of the constructor, because few items have any. Setting it leaves copies alone.
+    [[nodiscard]] const std::vector<SeeAlso>& getReplacements() const {
+        return body().replacements;
     }
-    void setReplacements(std::vector<SeeAlso> replacements) {
-        m_replacements = std::move(replacements);
-    }
+    void setReplacements(std::vector<SeeAlso> replacements);
 
-    // A deep copy, sharing no storage with this object.
-    [[nodiscard]] RefItem copy() const { return *this; }
+    // An item that is independent of this one: nothing that happens to either is seen in the other.
+    [[nodiscard]] RefItem copy() const noexcept { return *this; }
 
-    friend bool operator==(const RefItem&, const RefItem&) = default;
+    // Compares everything that the two say.
+    friend VELTRA_HOST_API bool operator==(const RefItem& a, const RefItem& b);
 
   private:
-    std::u16string m_href;
-    std::vector<RefEntity> m_refEntities;
-    std::u16string m_packageName;
-    std::u16string m_purpose;
-    std::u16string m_introduced;
-    std::u16string m_description;
-    AppThumbnail m_appThumbnail;
-    DeprecationStatus::Value m_deprecationStatus = DeprecationStatus::Current;
-    std::vector<SyntaxGroup> m_syntaxGroups;
-    std::vector<Input> m_inputs;
-    std::vector<InputGroup> m_inputGroups;
-    std::vector<Output> m_outputs;
-    std::vector<ClassPropertyGroup> m_classPropertyGroups;
-    std::vector<SeeAlso> m_seeAlsoInfo;
-    std::vector<Example> m_examples;
-    std::vector<Parameter> m_parameters;
-    std::vector<SeeAlso> m_replacements;
+    [[nodiscard]] const ItemHead& head() const noexcept;
+    [[nodiscard]] const ItemBody& body() const;
+
+    // Null says nothing.
+    boost::intrusive_ptr<const SharedItem> m_item;
+    // The same item with its body, owned; null until the body is first read.
+    mutable std::atomic<const WholeItem*> m_whole{nullptr};
 };
 
 }  // namespace reference::property

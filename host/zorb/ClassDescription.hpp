@@ -129,7 +129,7 @@ class ClassDescription {
 
     // A native value that scripts may read; Native is T or a base of it.
     template <typename Native, typename Value>
-    ClassDescription& readOnly(const char* name, Value (Native::*get)() const noexcept,
+    ClassDescription& readOnly(const char* name, Value (Native::*get)() const,
                                const char* documentation) {
         using Plain = std::remove_cvref_t<Value>;
         return add(

@@ -1,22 +1,15 @@
 #include "reference/api/AllTextDataRetriever.hpp"
 
-#include <algorithm>
-#include <string_view>
+#include <cstdint>
 #include <utility>
 
-#include "reference/utils/toLowerCopy.hpp"
+#include "docparser/DocParserException.hpp"
+#include "reference/search/ReferenceStore.hpp"
+#include "reference/search/TextSearch.hpp"
 
 namespace reference::api {
 
 using cache_manager::ReferenceCacheManager;
-using property::ClassPropertyGroup;
-using property::Example;
-using property::ObjectInfo;
-using property::RefEntity;
-using property::RefItem;
-using property::SeeAlso;
-using property::SyntaxGroup;
-using std::ranges::any_of;
 
 AllTextDataRetriever::AllTextDataRetriever() = default;
 AllTextDataRetriever::AllTextDataRetriever(ReferenceRequest request)
@@ -30,72 +23,27 @@ ReferenceCacheManager::SearchMethod AllTextDataRetriever::getSearchMethod() cons
     return ReferenceCacheManager::AllTextSearch;
 }
 
-std::vector<ReferenceData> AllTextDataRetriever::filterReferenceData(
-    const Resource& resource, const std::set<std::u16string>& hrefs) const {
-    std::vector<ReferenceData> result;
-    const auto& pages = resource.getItems();
-    for (const auto& href : hrefs) {
-        const auto page = pages.find(href);
-        if (page == pages.end())
+// The words of the items are asked at once; the pages that the lookup records nominate are mostly
+// all that there are.
+void AllTextDataRetriever::findReferenceData(const search::Snapshot& snapshot,
+                                             std::vector<ReferenceData>& results) const {
+    const search::TextSearch text(ext());
+    const search::LookupIndex& index = *snapshot.index();
+    for (const std::uint32_t number : index.wantedProducts(ext())) {
+        const docimage::LookupImage& lookup = *index.products()[number].lookup;
+        if (!text.isWanted(lookup))
             continue;
-        for (const RefItem& item : page->second)
-            if (hasContentMatch(item))
-                result.emplace_back(resource.getHeaderInfo().copy(), item.copy());
+        try {
+            const search::JoinedPages* const joined = snapshot.pagesOf(number);
+            if (joined == nullptr)
+                continue;
+            const search::ProductPages& pages = joined->pages();
+            for (const std::uint32_t item : text.itemsOf(lookup, *joined))
+                results.emplace_back(pages.resource().getHeaderInfo(), pages.item(item));
+        } catch (const docparser::DocParserException&) {
+            // The other products are still searched.
+        }
     }
-    return result;
-}
-
-// The most likely places come first, so that most matches are found early.
-bool AllTextDataRetriever::hasContentMatch(const RefItem& item) const {
-    const auto infoMatches = [this](const ObjectInfo& info) { return hasInfoMatch(info); };
-    return isTextMatch(item.getPurpose()) || isTextMatch(item.getDescription()) ||
-           isTextMatch(item.getPackageName()) ||
-           any_of(item.getRefEntities(),
-                  [this](const RefEntity& entity) { return isTextMatch(entity.getName()); }) ||
-           hasSyntaxGroupMatch(item.getSyntaxGroups()) || any_of(item.getInputs(), infoMatches) ||
-           any_of(item.getOutputs(), infoMatches) ||
-           hasClassPropertyMatch(item.getClassPropertyGroups()) ||
-           hasExampleMatch(item.getExamples()) ||
-           any_of(item.getSeeAlsoInfo(),
-                  [this](const SeeAlso& seeAlso) { return isTextMatch(seeAlso.getName()); });
-}
-
-bool AllTextDataRetriever::isTextMatch(const std::u16string& text) const {
-    const std::u16string& searched = getSearchedText();
-    if (searched.empty())
-        return true;
-    const auto contains = [&searched](std::u16string_view candidate) {
-        return candidate.find(searched) != std::u16string_view::npos;
-    };
-    return isCaseSensitive() ? contains(text) : contains(utils::LowerCased(text).view());
-}
-
-bool AllTextDataRetriever::hasInfoMatch(const ObjectInfo& info) const {
-    return isTextMatch(info.getName()) || isTextMatch(info.getPurpose()) ||
-           any_of(info.getValues(),
-                  [this](const std::u16string& value) { return isTextMatch(value); });
-}
-
-bool AllTextDataRetriever::hasClassPropertyMatch(
-    const std::vector<ClassPropertyGroup>& groups) const {
-    return any_of(groups, [this](const ClassPropertyGroup& group) {
-        return isTextMatch(group.getTitle()) ||
-               any_of(group.getClassProperties(),
-                      [this](const ObjectInfo& property) { return hasInfoMatch(property); });
-    });
-}
-
-bool AllTextDataRetriever::hasExampleMatch(const std::vector<Example>& examples) const {
-    return any_of(examples,
-                  [this](const Example& example) { return isTextMatch(example.getTitle()); });
-}
-
-bool AllTextDataRetriever::hasSyntaxGroupMatch(const std::vector<SyntaxGroup>& groups) const {
-    return any_of(groups, [this](const SyntaxGroup& group) {
-        return isTextMatch(group.getTitle()) ||
-               any_of(group.getSyntaxes(),
-                      [this](const std::u16string& syntax) { return isTextMatch(syntax); });
-    });
 }
 
 const char* AllTextDataRetriever::getZORBClassName() noexcept {

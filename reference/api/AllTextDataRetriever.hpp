@@ -1,7 +1,5 @@
 #pragma once
 
-#include <set>
-#include <string>
 #include <vector>
 
 #include "reference/api/ReferenceDataRetriever.hpp"
@@ -32,16 +30,8 @@ class VELTRA_REFERENCE_API AllTextDataRetriever final : public ReferenceDataRetr
   private:
     [[nodiscard]] cache_manager::ReferenceCacheManager::SearchMethod getSearchMethod()
         const override;
-    [[nodiscard]] std::vector<ReferenceData> filterReferenceData(
-        const Resource& resource, const std::set<std::u16string>& hrefs) const override;
-
-    [[nodiscard]] bool hasContentMatch(const property::RefItem& item) const;
-    [[nodiscard]] bool isTextMatch(const std::u16string& text) const;
-    [[nodiscard]] bool hasInfoMatch(const property::ObjectInfo& info) const;
-    [[nodiscard]] bool hasClassPropertyMatch(
-        const std::vector<property::ClassPropertyGroup>& groups) const;
-    [[nodiscard]] bool hasExampleMatch(const std::vector<property::Example>& examples) const;
-    [[nodiscard]] bool hasSyntaxGroupMatch(const std::vector<property::SyntaxGroup>& groups) const;
+    void findReferenceData(const search::Snapshot& snapshot,
+                           std::vector<ReferenceData>& results) const override;
 };
 
 }  // namespace reference::api

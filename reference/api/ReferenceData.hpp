@@ -18,12 +18,12 @@ class VELTRA_REFERENCE_API ReferenceData {
     ReferenceData& operator=(ReferenceData&& other) noexcept;
     ~ReferenceData();
 
-    // Items may be large and there may be thousands of results, so nothing is copied by accident:
-    // call copy().
+    // Copies are made on purpose: call copy().
     ReferenceData(const ReferenceData&) = delete;
     ReferenceData& operator=(const ReferenceData&) = delete;
 
-    // A deep copy, sharing no storage with this object.
+    // A result that is independent of this one: nothing that happens to either is seen in the
+    // other. Texts, which never change, are shared.
     [[nodiscard]] ReferenceData copy() const;
 
     // References are valid until this object is changed or destroyed.

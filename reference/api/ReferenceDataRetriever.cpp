@@ -2,14 +2,22 @@
 
 #include <algorithm>
 #include <iterator>
+#include <typeinfo>
 #include <utility>
 
+#include "docimage/unitBytes.hpp"
 #include "docparser/DocParserException.hpp"
-#include "reference/api/cache_manager/LookupSnapshot.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
+#include "reference/api/ClassEntityDataRetriever.hpp"
+#include "reference/api/EntityPurposeDataRetriever.hpp"
+#include "reference/api/PageNameDataRetriever.hpp"
+#include "reference/api/cache_manager/referenceStore.hpp"
+#include "reference/api/comparator/sortResults.hpp"
 #include "reference/api/hostNames.hpp"
+#include "reference/search/EntitySearch.hpp"
+#include "reference/search/ProductPages.hpp"
 #include "reference/utils/errors.hpp"
 #include "reference/utils/toLowerCopy.hpp"
-#include "refutils/matchUnqualifiedString.hpp"
 #include "zorb/ClassDescription.hpp"
 #include "zorb/om.hpp"
 
@@ -18,13 +26,14 @@ namespace reference::api {
 using cache_manager::ReferenceCacheManager;
 using docparser::DocParserException;
 using property::ClassProperty;
-using property::ClassPropertyGroup;
-using property::FunctionType;
 using property::HeaderInfo;
 using property::RefEntity;
 using property::RefEntityType;
 using property::RefItem;
-using property::SeeAlso;
+using search::ClassExpansion;
+using search::JoinedPages;
+using search::ReferenceRequestExt;
+using search::Snapshot;
 
 ReferenceDataRetriever::ReferenceDataRetriever() = default;
 
@@ -39,38 +48,64 @@ ReferenceDataRetriever& ReferenceDataRetriever::operator=(ReferenceDataRetriever
 ReferenceDataRetriever::~ReferenceDataRetriever() = default;
 
 void ReferenceDataRetriever::setupRetriever() {
-    const std::u16string& text = m_request.getEntityText();
-    m_searchedText = m_request.isCaseSensitive() ? text : utils::toLowerCopy(text);
+    m_ext = std::make_shared<const ReferenceRequestExt>(cache_manager::toExt(m_request));
     m_isPropertySearch = isTypeMatch(RefEntityType::Property);
-    m_componentCount = static_cast<std::size_t>(std::ranges::count(m_searchedText, u'.')) + 1;
 }
 
-std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
-    // One snapshot for the whole answer, because the caches may be cleared, or the language
-    // changed, meanwhile.
-    const cache_manager::LookupSnapshot lookup;
-    const auto products = lookup.productsWithEntity(m_request, getSearchMethod());
-    std::vector<ReferenceData> results;
-    if (products.empty())
-        return results;
+const ReferenceRequestExt& ReferenceDataRetriever::ext() const noexcept {
+    static const foundation::core::NeverDestroyed<ReferenceRequestExt> none;
+    return m_ext ? *m_ext : *none;
+}
 
-    for (const auto& [product, matches] : products) {
+const std::u16string& ReferenceDataRetriever::getSearchedText() const noexcept {
+    return ext().searchText();
+}
+
+// One snapshot for the whole answer, because the caches may be cleared, or the language changed,
+// meanwhile.
+std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
+    const Snapshot snapshot = cache_manager::referenceStore().snapshot();
+    std::vector<ReferenceData> results;
+    if (snapshot.index() == nullptr)
+        return results;
+    findReferenceData(snapshot, results);
+    comparator::sortResults(results, m_request.getRefRequestComparator());
+    return results;
+}
+
+void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
+                                               std::vector<ReferenceData>& results) const {
+    const search::LookupIndex& index = *snapshot.index();
+    const bool passesHrefs = overridesFilter();
+    for (const auto& matches : search::EntitySearch(index, ext(), getSearchMethod()).run()) {
+        const std::size_t before = results.size();
         try {
-            const auto resource = lookup.resourceOf(product, matches.referenceFileName);
+            const JoinedPages* const joined = snapshot.pagesOf(matches.product);
             // The product's lookup file names a reference file that does not contain the product.
-            if (!resource)
+            if (joined == nullptr)
                 continue;
-            auto found = filterReferenceData(*resource, matches.hrefs);
-            results.insert(results.end(), std::make_move_iterator(found.begin()),
-                           std::make_move_iterator(found.end()));
+            if (!passesHrefs) {
+                addPages(*joined, matches.hrefs, results);
+                continue;
+            }
+            const auto& stored = index.products()[matches.product].lookup->hrefs();
+            std::set<std::u16string> hrefs;
+            for (const std::uint32_t href : matches.hrefs)
+                hrefs.insert(docimage::fromUnitBytes(stored[href]));
+            auto found = filterReferenceData(joined->pages().resource(), hrefs);
+            std::ranges::move(found, std::back_inserter(results));
         } catch (const DocParserException&) {
             // The other products are still searched.
+            results.erase(results.begin() + static_cast<std::ptrdiff_t>(before), results.end());
         }
     }
+}
 
-    const RefRequestComparator comparator = m_request.getRefRequestComparator();
-    std::stable_sort(results.begin(), results.end(), comparator);
-    return results;
+// Whether the object may be of a class that is not the library's own.
+bool ReferenceDataRetriever::overridesFilter() const {
+    const std::type_info& type = typeid(*this);
+    return type != typeid(ReferenceDataRetriever) && type != typeid(ClassEntityDataRetriever) &&
+           type != typeid(EntityPurposeDataRetriever) && type != typeid(PageNameDataRetriever);
 }
 
 const vqArray* ReferenceDataRetriever::getReferenceRequestProperty() const {
@@ -94,8 +129,7 @@ void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
 }
 
 bool ReferenceDataRetriever::isTypeMatch(RefEntityType::Value type) const {
-    const auto& types = m_request.getTypes();
-    return types.empty() || std::ranges::find(types, type) != types.end();
+    return ext().isTypeMatch(type);
 }
 
 bool ReferenceDataRetriever::shouldAddParentEntity(const RefEntity& entity,
@@ -117,90 +151,69 @@ std::vector<ReferenceData> ReferenceDataRetriever::filterReferenceData(
         if (page == pages.end())
             continue;
         for (const RefItem& item : page->second) {
-            if (m_isPropertySearch && isPropertyMatch(item))
-                addPropertyMatches(resource.getHeaderInfo(), item, result);
-            else
-                result.emplace_back(resource.getHeaderInfo().copy(), item.copy());
+            const ClassExpansion expansion =
+                m_isPropertySearch ? search::expandClass(item) : ClassExpansion();
+            addItem(resource.getHeaderInfo(), item, expansion, result);
         }
     }
     return result;
 }
 
-bool ReferenceDataRetriever::isPropertyMatch(const RefItem& item) const {
-    return std::ranges::any_of(item.getRefEntities(), [&](const RefEntity& entity) {
-        return findPropertyEntities(entity, item);
-    });
-}
-
-// Makes the synthetic items of an entity's matching properties, and keeps them if there are any.
-bool ReferenceDataRetriever::findPropertyEntities(const RefEntity& entity,
-                                                  const RefItem& item) const {
-    std::vector<RefItem> found;
-    for (const ClassPropertyGroup& group : item.getClassPropertyGroups())
-        for (const ClassProperty& property : group.getClassProperties()) {
-            const std::u16string qualifiedName = entity.getName() + u"." + property.getName();
-            if (isAllTextMatch() || isPropertyContentMatch(qualifiedName, property))
-                found.push_back(createPropertyEntity(item, group.getTitle(), property,
-                                                     qualifiedName, entity.getName()));
+void ReferenceDataRetriever::addPages(const JoinedPages& joined,
+                                      const std::vector<std::uint32_t>& hrefs,
+                                      std::vector<ReferenceData>& results) const {
+    const search::ProductPages& pages = joined.pages();
+    const HeaderInfo& header = pages.resource().getHeaderInfo();
+    results.reserve(results.size() + hrefs.size());
+    for (const std::uint32_t href : hrefs) {
+        const std::uint32_t page = joined.pageOfHref(href);
+        if (page == JoinedPages::none)
+            continue;
+        const auto [first, last] = pages.itemsOfPage(page);
+        for (std::uint32_t number = first; number < last; ++number) {
+            const ClassExpansion* const expansion =
+                m_isPropertySearch ? pages.expansion(number) : nullptr;
+            if (expansion != nullptr)
+                addItem(header, pages.item(number), *expansion, results);
+            else
+                results.emplace_back(header, pages.item(number));
         }
-    if (found.empty())
-        return false;
-    m_pendingPropertyEntities = std::move(found);
-    return true;
+    }
 }
 
-bool ReferenceDataRetriever::isPropertyContentMatch(const std::u16string& qualifiedName,
-                                                    const ClassProperty& /*property*/) const {
-    const std::u16string name =
-        isCaseSensitive() ? qualifiedName : utils::toLowerCopy(qualifiedName);
-    return utils::matchUnqualifiedString(m_searchedText, m_componentCount, name, isExactMatch());
-}
-
-void ReferenceDataRetriever::addPropertyMatches(const HeaderInfo& header, const RefItem& item,
-                                                std::vector<ReferenceData>& result) const {
+// Adds a class as the items of its matching properties, and anything else as it is. The entities of
+// an item are names of the same thing, so the first of them that has a matching property decides.
+void ReferenceDataRetriever::addItem(const HeaderInfo& header, const RefItem& item,
+                                     const ClassExpansion& expansion,
+                                     std::vector<ReferenceData>& results) const {
+    const auto isMatch = [this](const ClassExpansion::Property& property) {
+        return isAllTextMatch() ||
+               isPropertyContentMatch(
+                   property.qualifiedName,
+                   property.item.getClassPropertyGroups().front().getClassProperties().front());
+    };
+    const auto& properties = expansion.properties;
+    auto property = std::ranges::find_if(properties, isMatch);
+    if (property == properties.end()) {
+        results.emplace_back(header, item);
+        return;
+    }
     const bool addsParent = std::ranges::any_of(
         item.getRefEntities(),
         [&](const RefEntity& entity) { return shouldAddParentEntity(entity, item); });
     if (addsParent)
-        result.emplace_back(header.copy(), item.copy());
-    if (!m_pendingPropertyEntities)
-        return;
-    for (RefItem& property : *m_pendingPropertyEntities)
-        result.emplace_back(header.copy(), std::move(property));
-    m_pendingPropertyEntities.reset();
+        results.emplace_back(header, item);
+    const std::size_t entity = property->entity;
+    results.emplace_back(header, property->item);
+    for (++property; property != properties.end() && property->entity == entity; ++property)
+        if (isMatch(*property))
+            results.emplace_back(header, property->item);
 }
 
-RefItem ReferenceDataRetriever::createPropertyEntity(const RefItem& item,
-                                                     const std::u16string& groupTitle,
-                                                     const ClassProperty& property,
-                                                     const std::u16string& qualifiedName,
-                                                     const std::u16string& entityName) const {
-    // A class's entity usually has its package in its name; if not, the package is added.
-    const std::u16string& package = item.getPackageName();
-    const bool holdsPackage = qualifiedName.find(package) != std::u16string::npos;
-    std::u16string fullName = holdsPackage ? qualifiedName : package + u"." + qualifiedName;
-
-    // From the property back to the page of its class.
-    const std::u16string& href = item.getHref();
-    const auto slash = href.rfind(u'/');
-    std::u16string page = slash == std::u16string::npos ? href : href.substr(slash + 1);
-
-    return {property.getHref(),
-            {RefEntity(RefEntityType::Property, std::move(fullName), FunctionType::Property)},
-            package,
-            property.getPurpose(),
-            item.getIntroduced(),
-            {},  // description: the property has its purpose
-            {},  // app thumbnail
-            item.getDeprecationStatus(),
-            {},  // syntax groups
-            {},  // inputs
-            {},  // input groups
-            {},  // outputs
-            {ClassPropertyGroup(groupTitle, {property.copy()})},
-            {SeeAlso(std::move(page), entityName)},
-            {},   // examples
-            {}};  // parameters
+bool ReferenceDataRetriever::isPropertyContentMatch(const std::u16string& qualifiedName,
+                                                    const ClassProperty& /*property*/) const {
+    return isCaseSensitive() ? ext().isNameMatch(qualifiedName)
+                             : ext().isNameMatch(utils::LowerCased(qualifiedName).view());
 }
 
 const char* ReferenceDataRetriever::getZORBClassName() noexcept {

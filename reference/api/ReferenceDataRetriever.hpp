@@ -1,7 +1,7 @@
 #pragma once
 
-#include <cstddef>
-#include <optional>
+#include <cstdint>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
@@ -17,6 +17,13 @@
 #include "reference/api/export.hpp"
 #include "vq/vqArray.hpp"
 
+namespace reference::search {
+struct ClassExpansion;
+class JoinedPages;
+class ReferenceRequestExt;
+class Snapshot;
+}  // namespace reference::search
+
 namespace reference::api {
 
 // Turns one request into the ordered list of items that answer it: here, those with an entity of
@@ -26,8 +33,8 @@ namespace reference::api {
 // If the request admits properties of classes, a class's item is replaced by one synthetic item for
 // each of its properties that matches.
 //
-// One thread at a time may use an object, also for getReferenceData(), although that is const.
-// Separate objects may search at the same time.
+// Any number of threads may search with one object; one thread at a time may change it or read its
+// property.
 class VELTRA_REFERENCE_API ReferenceDataRetriever {
   public:
     // A retriever whose request is set later. Until then a search finds nothing.
@@ -42,8 +49,8 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     virtual ~ReferenceDataRetriever();
 
     // Searches, and orders the results with a copy of the request's comparator; ties keep the order
-    // of product name, href and place on the page. Nothing is de-duplicated. The results share
-    // nothing with the caches.
+    // of product name, href and place on the page. Nothing is de-duplicated. The results outlive
+    // the caches, and nothing that happens to these is seen in them.
     //
     // A product whose documentation cannot be parsed is left out. Throws what the parser throws for
     // the lookup files, what the comparator throws, and std::bad_function_call if the comparator is
@@ -71,7 +78,7 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     [[nodiscard]] bool isTypeMatch(property::RefEntityType::Value type) const;
 
     // The request's text, in lower case unless case counts. Valid until this object is changed.
-    [[nodiscard]] const std::u16string& getSearchedText() const noexcept { return m_searchedText; }
+    [[nodiscard]] const std::u16string& getSearchedText() const noexcept;
     [[nodiscard]] bool isAllTextMatch() const noexcept { return m_request.isAllTextMatch(); }
     [[nodiscard]] bool isCaseSensitive() const noexcept { return m_request.isCaseSensitive(); }
     [[nodiscard]] bool isExactMatch() const noexcept { return m_request.isExactMatch(); }
@@ -100,28 +107,30 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     [[nodiscard]] virtual bool isPropertyContentMatch(
         const std::u16string& qualifiedName, const property::ClassProperty& property) const;
 
+    // Appends what the documentation has for the request, in the order of product, href and place
+    // on the page. Called once a search. Here: what the pages of matching lookup records hold; the
+    // hook above is asked only of classes that are not the library's own, which need no hrefs.
+    virtual void findReferenceData(const search::Snapshot& snapshot,
+                                   std::vector<ReferenceData>& results) const;
+
+  protected:
+    // For the library's own classes.
+    [[nodiscard]] const search::ReferenceRequestExt& ext() const noexcept;
+
+  private:
     void setupRetriever();
-    [[nodiscard]] bool findPropertyEntities(const property::RefEntity& entity,
-                                            const property::RefItem& item) const;
-    [[nodiscard]] bool isPropertyMatch(const property::RefItem& item) const;
-    void addPropertyMatches(const property::HeaderInfo& header, const property::RefItem& item,
-                            std::vector<ReferenceData>& result) const;
-    [[nodiscard]] property::RefItem createPropertyEntity(const property::RefItem& item,
-                                                         const std::u16string& groupTitle,
-                                                         const property::ClassProperty& property,
-                                                         const std::u16string& qualifiedName,
-                                                         const std::u16string& entityName) const;
+    [[nodiscard]] bool overridesFilter() const;
+    void addPages(const search::JoinedPages& joined, const std::vector<std::uint32_t>& hrefs,
+                  std::vector<ReferenceData>& results) const;
+    void addItem(const property::HeaderInfo& header, const property::RefItem& item,
+                 const search::ClassExpansion& expansion,
+                 std::vector<ReferenceData>& results) const;
 
     ReferenceRequest m_request;
 
-    // Derived from the request by setupRetriever().
-    std::u16string m_searchedText;
-    std::size_t m_componentCount = 0;
+    // What follows from the request; null where none was given.
+    std::shared_ptr<const search::ReferenceRequestExt> m_ext;
     bool m_isPropertySearch = false;
-
-    // What the last successful property match made, for addPropertyMatches(). Because of it a const
-    // search is for one thread at a time.
-    mutable std::optional<std::vector<property::RefItem>> m_pendingPropertyEntities;
 
     // The request as the scripting language sees it; null until it is first read or set.
     mutable vqArrayPtr m_requestCache;

@@ -163,9 +163,14 @@ OrderKey keyNamed(const std::string& text, EntityCaseSensitivity::Value caseSens
 // result.
 std::vector<OrderKey> preferredKeys() {
     std::vector<OrderKey> keys;
-    for (const auto& [name, goesBefore] : preferredOrder) {
-        OrderKey key{"preferred, by " + std::string(name), goesBefore, {}};
-        if (auto known = findKey(std::string(name), EntityCaseSensitivity::Sensitive))
+    for (const auto& preferred : preferredOrder) {
+        const std::string name(preferred.name);
+        OrderKey key{"preferred, by " + name,
+                     [preferred](const ReferenceData& a, const ReferenceData& b) {
+                         return preferred.goesBefore(a, b);
+                     },
+                     {}};
+        if (auto known = findKey(name, EntityCaseSensitivity::Sensitive))
             key.valueOf = std::move(known->valueOf);
         keys.push_back(std::move(key));
     }

@@ -8,9 +8,10 @@
 namespace reference::api::comparator {
 
 bool EntityDepthOrderComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
-    return smallestKeyGoesFirst(a, b, [](const property::RefEntity& entity) {
+    const auto depth = [](const property::RefEntity& entity) {
         return std::ranges::count(entity.getName(), u'.');
-    });
+    };
+    return smallestKey(a, depth) < smallestKey(b, depth);
 }
 
 const char* EntityDepthOrderComparator::getZORBClassName() noexcept {

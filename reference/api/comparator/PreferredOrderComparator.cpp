@@ -1,5 +1,7 @@
 #include "reference/api/comparator/PreferredOrderComparator.hpp"
 
+#include <cstdint>
+
 #include "reference/api/comparator/preferredOrder.hpp"
 #include "reference/api/hostNames.hpp"
 
@@ -9,10 +11,10 @@ namespace reference::api::comparator {
 // functions that one is made of: a sort asks this n log n times.
 bool PreferredOrderComparator::operator()(const ReferenceData& a, const ReferenceData& b) const {
     for (const auto& key : preferredOrder) {
-        if (key.goesBefore(b, a))
-            return false;
-        if (key.goesBefore(a, b))
-            return true;
+        const std::int64_t keyOfA = key.keyOf(a);
+        const std::int64_t keyOfB = key.keyOf(b);
+        if (keyOfA != keyOfB)
+            return keyOfA < keyOfB;
     }
     return false;
 }

@@ -2,30 +2,35 @@
 #pragma once
 
 #include <algorithm>
-#include <vector>
+#include <cstdint>
+#include <limits>
 
 #include "property/RefEntity.hpp"
 #include "reference/api/ReferenceData.hpp"
 
 namespace reference::api::comparator {
 
-// Whether a goes before b if results are ranked by the smallest key among their entities. A result
-// without entities has no key and goes after every result that has one; two of them are tied.
-// `keyOf` maps an entity to its key and is called for every entity. Allocates nothing.
+// The smallest key among the entities of a result, below 2^32; a larger number for a result without
+// entities, which goes after every result that has one. `keyOf` maps an entity to its key.
+// Allocates nothing.
 template <typename KeyOf>
-[[nodiscard]] bool smallestKeyGoesFirst(const ReferenceData& a, const ReferenceData& b,
-                                        KeyOf keyOf) {
-    const auto smallestOf = [keyOf](const std::vector<property::RefEntity>& entities) {
-        auto smallest = keyOf(entities.front());
-        for (const auto& entity : entities)
-            smallest = std::min(smallest, keyOf(entity));
-        return smallest;
-    };
-    const auto& entitiesOfA = a.getRefItem().getRefEntities();
-    const auto& entitiesOfB = b.getRefItem().getRefEntities();
-    if (entitiesOfA.empty())
-        return false;
-    return entitiesOfB.empty() || smallestOf(entitiesOfA) < smallestOf(entitiesOfB);
+[[nodiscard]] std::int64_t smallestKey(const ReferenceData& result, KeyOf keyOf) {
+    std::int64_t smallest = std::numeric_limits<std::int64_t>::max();
+    for (const auto& entity : result.getRefItem().getRefEntities())
+        smallest = std::min(smallest, std::int64_t{keyOf(entity)});
+    return smallest;
+}
+
+[[nodiscard]] inline std::int64_t entityTypeKey(const ReferenceData& result) {
+    return smallestKey(result, [](const property::RefEntity& entity) {
+        return static_cast<std::int32_t>(entity.getRefEntityType());
+    });
+}
+
+[[nodiscard]] inline std::int64_t functionTypeKey(const ReferenceData& result) {
+    return smallestKey(result, [](const property::RefEntity& entity) {
+        return static_cast<std::int32_t>(entity.getFunctionType());
+    });
 }
 
 }  // namespace reference::api::comparator

@@ -1,6 +1,7 @@
 // The plain values of the property library: what goes in comes out, equality sees every field, and
 // a copy shares nothing.
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -187,7 +188,6 @@ TEST(ValuesTest, CopiesShareNoStorage) {
     expectOwnStorage(AppThumbnail(longText, u""), &AppThumbnail::getSource);
     expectOwnStorage(ClassPropertyGroup(longText, {}), &ClassPropertyGroup::getTitle);
     expectOwnStorage(Example(longText, u""), &Example::getTitle);
-    expectOwnStorage(HeaderInfo(u"", u"", u"", u"", longText), &HeaderInfo::getVersion);
     expectOwnStorage(InputGroup(longText, {}), &InputGroup::getTitle);
     expectOwnStorage(ObjectInfo(longText, u"", u"", {}), &ObjectInfo::getName);
     expectOwnStorage(Parameter(longText, u"", u""), &Parameter::getName);
@@ -197,25 +197,78 @@ TEST(ValuesTest, CopiesShareNoStorage) {
                      &RefEntity::getName);
     expectOwnStorage(RefItemLookup(RefEntityType::Class, FunctionType::Macro, longText, u""),
                      &RefItemLookup::getHref);
-    expectOwnStorage(makeFullItem(longText), &RefItem::getHref);
 }
 
-TEST(ValuesTest, ACopyOfAnItemSharesNoneOfItsLists) {
-    const RefItem item =
-        makeItem({.entities = {RefEntity(RefEntityType::Class, longText, FunctionType::Macro)},
-                  .inputs = {Input(u"a", u"", u"", {longText})},
-                  .classPropertyGroups = {
-                      ClassPropertyGroup(u"", {ClassProperty(longText, u"", u"", {})})}});
+TEST(ValuesTest, CopiesOfItemsAndHeadersAreIndependentOfTheirSource) {
+    RefItem item = makeFullItem(longText);
     const RefItem copied = item.copy();
     EXPECT_EQ(copied, item);
-    EXPECT_NE(copied.getRefEntities().front().getName().data(),
-              item.getRefEntities().front().getName().data());
-    EXPECT_NE(copied.getInputs().front().getValues().front().data(),
-              item.getInputs().front().getValues().front().data());
-    const auto& copiedGroup = copied.getClassPropertyGroups().front();
-    const auto& group = item.getClassPropertyGroups().front();
-    EXPECT_NE(copiedGroup.getClassProperties().front().getName().data(),
-              group.getClassProperties().front().getName().data());
+    item.setReplacements({SeeAlso(u"new.html", u"new")});
+    EXPECT_EQ(copied, makeFullItem(longText));
+    EXPECT_NE(copied, item);
+    item = RefItem();
+    EXPECT_EQ(copied, makeFullItem(longText));
+
+    HeaderInfo header(u"file", u"folder", u"short", u"Display", longText);
+    const HeaderInfo copiedHeader = header.copy();
+    header = HeaderInfo();
+    EXPECT_EQ(copiedHeader, HeaderInfo(u"file", u"folder", u"short", u"Display", longText));
+}
+
+TEST(ValuesTest, CopiesOfItemsAndHeadersShareTheirTexts) {
+    const RefItem item = makeFullItem(longText);
+    EXPECT_EQ(&item.copy().getHref(), &item.getHref());
+    const RefItem copied = item.copy();
+    EXPECT_EQ(&copied.getExamples(), &item.getExamples());
+    const HeaderInfo header(u"file", u"folder", u"short", u"Display", longText);
+    EXPECT_EQ(&header.copy().getVersion(), &header.getVersion());
+}
+
+TEST(ValuesTest, AnItemOrHeaderThatWasMovedFromSaysNothing) {
+    RefItem item = makeFullItem(longText);
+    static_cast<void>(item.getExamples());
+    const RefItem taken = std::move(item);
+    EXPECT_EQ(taken, makeFullItem(longText));
+    EXPECT_EQ(item, RefItem());  // NOLINT(bugprone-use-after-move): what this is about
+    HeaderInfo header(u"file", u"folder", u"short", u"Display", longText);
+    const HeaderInfo takenHeader = std::move(header);
+    EXPECT_EQ(header, HeaderInfo());  // NOLINT(bugprone-use-after-move)
+}
+
+TEST(ValuesTest, AnItemWithoutReplacementsStaysAsItIsWhenItIsGivenNone) {
+    RefItem item = makeItem({.purpose = u"fits"});
+    const std::u16string* const purpose = &item.getPurpose();
+    item.setReplacements({});
+    EXPECT_EQ(&item.getPurpose(), purpose);
+    item.setReplacements({SeeAlso(u"", u"new")});
+    item.setReplacements({});
+    EXPECT_EQ(item, makeItem({.purpose = u"fits"}));
+}
+
+// Counts how often its body is read.
+class CountedItem final : public SharedItem {
+  public:
+    CountedItem() : SharedItem({.purpose = u"fits"}) {}
+    [[nodiscard]] boost::intrusive_ptr<const WholeItem> whole() const override {
+        ++reads;
+        return new WholeItem(head(), {.description = longText});
+    }
+    mutable int reads = 0;
+};
+
+TEST(ValuesTest, TheBodyOfAStoredItemIsReadOnceForEachObjectThatWantsIt) {
+    const boost::intrusive_ptr<const CountedItem> stored(new CountedItem);
+    const RefItem item{boost::intrusive_ptr<const SharedItem>(stored)};
+    EXPECT_EQ(item.getPurpose(), u"fits");
+    const RefItem early = item.copy();
+    EXPECT_EQ(stored->reads, 0);
+    EXPECT_EQ(item.getDescription(), longText);
+    EXPECT_EQ(&item.getDescription(), &item.getDescription());
+    EXPECT_EQ(stored->reads, 1);
+    EXPECT_EQ(item.copy().getDescription(), longText);
+    EXPECT_EQ(stored->reads, 1);
+    EXPECT_EQ(early.getDescription(), longText);
+    EXPECT_EQ(stored->reads, 2);
 }
 
 TEST(ValuesTest, CopiesOfInputsOutputsAndPropertiesKeepTheirKind) {

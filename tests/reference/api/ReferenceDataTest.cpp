@@ -34,18 +34,12 @@ TEST(ReferenceDataTest, HoldsWhatItWasMadeOf) {
     EXPECT_EQ(data.getRefItem(), tests::makeFullItem(u"ref/probe.html"));
 }
 
-TEST(ReferenceDataTest, CopyIsEqualAndSharesNoStorage) {
+TEST(ReferenceDataTest, CopyIsEqual) {
     const ReferenceData data(makeHeader(),
                              tests::makeFullItem(u"ref/a-page-with-a-long-name.html"));
     const ReferenceData copy = data.copy();
     EXPECT_EQ(copy.getHeaderInfo(), data.getHeaderInfo());
     EXPECT_EQ(copy.getRefItem(), data.getRefItem());
-    EXPECT_NE(copy.getHeaderInfo().getReferenceFileName().data(),
-              data.getHeaderInfo().getReferenceFileName().data());
-    EXPECT_NE(copy.getRefItem().getHref().data(), data.getRefItem().getHref().data());
-    EXPECT_NE(copy.getRefItem().getInputs().data(), data.getRefItem().getInputs().data());
-    EXPECT_NE(copy.getRefItem().getClassPropertyGroups()[0].getClassProperties().data(),
-              data.getRefItem().getClassPropertyGroups()[0].getClassProperties().data());
 }
 
 TEST(ReferenceDataTest, LaterChangeOfTheSourceDoesNotShowInTheCopy) {

@@ -1,36 +1,21 @@
 // The two lookup caches as one value. Internal: no public header includes it.
 #pragma once
 
-#include <cstdint>
-#include <map>
 #include <memory>
-#include <string>
 #include <utility>
 
-#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/search/Reading.hpp"
 
-namespace reference::cache_manager {
+namespace reference::search {
 
-using LookupCachePtr = std::shared_ptr<const ReferenceCacheManager::LookupCache>;
-using ResourcePtr = std::shared_ptr<const ReferenceCacheManager::Resource>;
-
-// One reading of the lookup files, and the resources that requests of this reading keep to
-// themselves because the resource cache has, or will have, those of another reading.
-struct LookupReading {
-    // Guarded by the mutex of the resource cache. Never null.
-    std::map<std::u16string, ResourcePtr> ownResources;
-};
-
-// The lookup caches at one moment. Immutable except for what `reading` refers to.
+// The lookup caches at one moment.
 struct LookupCaches {
-    // Null: not loaded.
-    LookupCachePtr installed;
-    LookupCachePtr uninstalled;
-    // What `installed` comes from; null with it. Two values are of the same reading when this is
-    // the same.
-    std::shared_ptr<LookupReading> reading;
+    // Installed products; null while they are not loaded.
+    std::shared_ptr<Reading> reading;
+    // Products that are known but not installed; null while they are not loaded.
+    std::shared_ptr<const LookupResources> uninstalled;
 
-    [[nodiscard]] bool isLoaded() const noexcept { return installed || uninstalled; }
+    [[nodiscard]] bool isLoaded() const noexcept { return reading || uninstalled; }
 };
 
 // Both lookup caches as one value that is replaced in one step. A load stores what it read only if
@@ -64,4 +49,4 @@ class LookupState {
     Value m_value = std::make_shared<const LookupCaches>();
 };
 
-}  // namespace reference::cache_manager
+}  // namespace reference::search

@@ -1,0 +1,44 @@
+// Numbers in as few bytes as they need: seven bits a byte, the lowest first, the top bit set on all
+// bytes but the last.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "docimage/Image.hpp"
+
+namespace reference::docimage {
+
+inline void appendVarint(std::uint32_t number, std::string& bytes) {
+    for (; number >= 0x80U; number >>= 7U)
+        bytes += static_cast<char>(static_cast<unsigned char>(number | 0x80U));
+    bytes += static_cast<char>(static_cast<unsigned char>(number));
+}
+
+// Takes a number from the front of `bytes`. Throws DamagedImage where there is none.
+[[nodiscard]] inline std::uint32_t takeVarint(std::string_view& bytes) {
+    std::uint32_t number = 0;
+    for (unsigned shift = 0; shift < 32; shift += 7) {
+        if (bytes.empty())
+            break;
+        const auto byte = static_cast<unsigned char>(bytes.front());
+        bytes.remove_prefix(1);
+        number |= (byte & 0x7FU) << shift;
+        if (byte < 0x80U)
+            return number;
+    }
+    throw DamagedImage("A number in an image is not ended.");
+}
+
+// Ascending numbers as the differences between them.
+template <typename Visit>
+void forEachNumber(std::string_view deltas, Visit visit) {
+    std::uint32_t number = 0;
+    while (!deltas.empty()) {
+        number += takeVarint(deltas);
+        visit(number);
+    }
+}
+
+}  // namespace reference::docimage

@@ -1,0 +1,216 @@
+#include "reference/search/EntitySearch.hpp"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "docimage/componentForms.hpp"
+#include "docimage/searchForm.hpp"
+#include "docimage/unitBytes.hpp"
+#include "reference/search/TextQuery.hpp"
+#include "reference/utils/toLowerCopy.hpp"
+
+namespace reference::search {
+
+using docimage::LookupImage;
+using docimage::NameKind;
+using docimage::StoredRecord;
+
+namespace {
+
+// The kind by which a name that is not qualified is looked up, when a qualified one is by `whole`.
+NameKind unqualified(NameKind whole, std::string_view form) {
+    const auto step = docimage::hasTwoComponents(form) ? 2U : 1U;
+    return static_cast<NameKind>(static_cast<std::uint32_t>(whole) + step);
+}
+
+}  // namespace
+
+// 1. Where everything matches, only the type of a record matters.
+// 2. A part of names and purposes is looked up in each product's lexicon.
+// 3. A name is looked up in tables of names, which propose the keys or hrefs to be judged.
+std::vector<ProductMatches> EntitySearch::run() {
+    if (m_ext.isAllTextMatch() || m_method == AllTextSearch || m_method == NameAndPurposeSearch) {
+        for (const std::uint32_t product : m_index.wantedProducts(m_ext))
+            searchProductLookup(product, {});
+        return std::move(m_matches);
+    }
+    const Proposals proposed = proposals();
+    std::vector<std::uint32_t> numbers;
+    for (auto next = proposed.begin(); next != proposed.end();) {
+        const std::uint32_t product = next->product;
+        numbers.clear();
+        for (; next != proposed.end() && next->product == product; ++next)
+            numbers.push_back(next->number);
+        searchProductLookup(product, numbers);
+    }
+    return std::move(m_matches);
+}
+
+// What may match, in the order of the products, each once.
+EntitySearch::Proposals EntitySearch::proposals() const {
+    const std::string form = docimage::searchForm(m_ext.searchText());
+    Proposals proposals;
+    if (m_method == PageNameSearch) {
+        propose(NameKind::HrefWhole, form, proposals);
+        return proposals;
+    }
+    propose(NameKind::KeyWhole, form, proposals);
+    if (m_method != ClassEntitySearch)
+        return proposals;
+    propose(NameKind::ClassWhole, form, proposals);
+    std::ranges::sort(proposals);
+    const auto repeated = std::ranges::unique(proposals);
+    proposals.erase(repeated.begin(), repeated.end());
+    return proposals;
+}
+
+void EntitySearch::propose(NameKind whole, std::string_view form, Proposals& proposals) const {
+    const NameKind kind = m_ext.isExactMatch() ? whole : unqualified(whole, form);
+    // What is asked for without a boundary is the last component itself.
+    const std::uint32_t hash =
+        docimage::nameHash(kind == whole ? form : docimage::lastTwoComponents(form));
+    if (m_ext.products().empty()) {
+        m_index.proposeOfAll(kind, hash, proposals);
+        return;
+    }
+    for (const std::uint32_t product : m_index.wantedProducts(m_ext))
+        m_index.propose(product, kind, hash, proposals);
+}
+
+// `numbers` are those of the proposed keys or hrefs, where the method has proposals.
+void EntitySearch::searchProductLookup(std::uint32_t product,
+                                       std::span<const std::uint32_t> numbers) {
+    const LookupImage& lookup = *m_index.products()[product].lookup;
+    NumberSet hrefs(lookup.hrefCount());
+    if (m_ext.isAllTextMatch() || m_method == AllTextSearch)
+        doAllTextSearch(lookup, hrefs);
+    else if (m_method == NameAndPurposeSearch)
+        doNameAndPurposeSearch(lookup, hrefs);
+    const bool asksForExactKey =
+        m_method != ClassEntitySearch && m_ext.isCaseSensitive() && m_ext.isExactMatch();
+    for (const std::uint32_t number : numbers) {
+        if (m_method == PageNameSearch)
+            doPageNameSearch(lookup, number, hrefs);
+        else if (m_method == ClassEntitySearch)
+            doClassEntitySearch(lookup, number, hrefs);
+        else if (asksForExactKey)
+            findExactEntries(lookup, number, hrefs);
+        else
+            doReferenceSearch(lookup, number, hrefs);
+    }
+    if (auto found = hrefs.take(); !found.empty())
+        m_matches.push_back({.product = product, .hrefs = std::move(found)});
+}
+
+// No name is tested but the key as it stands.
+void EntitySearch::findExactEntries(const LookupImage& lookup, std::uint32_t key,
+                                    NumberSet& hrefs) const {
+    if (lookup.key(key) != docimage::toUnitBytes(m_ext.searchText()))
+        return;
+    const auto [first, last] = lookup.recordsOfKey(key);
+    for (std::uint32_t number = first; number < last; ++number)
+        if (const StoredRecord& record = lookup.record(number); isTypeAccepted(record))
+            hrefs.insert(record.href);
+}
+
+// The name is tested once per key, for its first record of an accepted type, and the answer holds
+// for the key's other records, even for types that would give another answer: the records of one
+// key document one name, and are found together or not at all.
+void EntitySearch::doReferenceSearch(const LookupImage& lookup, std::uint32_t key,
+                                     NumberSet& hrefs) {
+    setName(lookup.key(key));
+    std::optional<bool> memo;
+    const auto [first, last] = lookup.recordsOfKey(key);
+    for (std::uint32_t number = first; number < last; ++number) {
+        const StoredRecord& record = lookup.record(number);
+        if (!isTypeAccepted(record))
+            continue;
+        if (!memo)
+            memo = m_ext.isEntityNameMatch(m_name, record.type);
+        if (*memo)
+            hrefs.insert(record.href);
+    }
+}
+
+// 1. A type that has members is found by its own name, whatever the memo says.
+// 2. Anything else is a member, found by the name of its class: the key without its last component.
+//    A key without a class, or no longer than the text, cannot be a member of what is asked for.
+// 3. Once the memo holds an answer for the key, the name is not asked again.
+void EntitySearch::doClassEntitySearch(const LookupImage& lookup, std::uint32_t key,
+                                       NumberSet& hrefs) {
+    setName(lookup.key(key));
+    const std::u16string_view name = m_name;
+    const auto lastDot = name.rfind(u'.');
+    const bool isMember =
+        lastDot != std::u16string_view::npos && m_ext.searchText().size() < name.size();
+    std::optional<bool> memo;
+    const auto [first, last] = lookup.recordsOfKey(key);
+    for (std::uint32_t number = first; number < last; ++number) {
+        const StoredRecord& record = lookup.record(number);
+        const bool isAccepted = isTypeAccepted(record);
+        if (isClassLikeType(record.type) && m_ext.isEntityNameMatch(name, record.type)) {
+            if (isAccepted)
+                hrefs.insert(record.href);
+            continue;
+        }
+        if (!isAccepted || (!memo && !isMember))
+            continue;
+        if (!memo)
+            memo = m_ext.isEntityNameMatch(name.substr(0, lastDot), record.type);
+        if (*memo)
+            hrefs.insert(record.href);
+    }
+}
+
+void EntitySearch::doPageNameSearch(const LookupImage& lookup, std::uint32_t href,
+                                    NumberSet& hrefs) {
+    setName(lookup.hrefs()[href]);
+    for (const std::uint32_t number : lookup.recordsOfHref(href)) {
+        const StoredRecord& record = lookup.record(number);
+        if (isTypeAccepted(record) && m_ext.isEntityNameMatch(m_name, record.type)) {
+            hrefs.insert(href);
+            return;
+        }
+    }
+}
+
+void EntitySearch::doNameAndPurposeSearch(const LookupImage& lookup, NumberSet& hrefs) {
+    if (m_ext.searchText().empty())
+        return;
+    const TextQuery query(m_ext.searchText(), m_ext.isCaseSensitive());
+    const docimage::Lexicon& words = lookup.words();
+    const bool isExact = query.isExact() && words.isWellFormed();
+    const auto proposed = query.hasParts() ? query.textsWithAll(words, lookup.recordCount())
+                                           : allNumbers(lookup.recordCount());
+    std::u16string purpose;
+    std::optional<std::uint32_t> namedKey;
+    for (const std::uint32_t number : proposed) {
+        const StoredRecord& record = lookup.record(number);
+        if (!isTypeAccepted(record))
+            continue;
+        if (!isExact) {
+            if (namedKey != record.key)
+                setName(lookup.key(record.key));
+            namedKey = record.key;
+            docimage::assignUnitBytes(lookup.purpose(number), purpose);
+            if (!m_ext.isNameAndPurposeMatch(m_name, purpose))
+                continue;
+        }
+        hrefs.insert(record.href);
+    }
+}
+
+void EntitySearch::doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) const {
+    for (std::uint32_t number = 0; number < lookup.recordCount(); ++number)
+        if (const StoredRecord& record = lookup.record(number); isTypeAccepted(record))
+            hrefs.insert(record.href);
+}
+
+void EntitySearch::setName(std::string_view stored) {
+    docimage::assignUnitBytes(stored, m_name);
+    if (!m_ext.isCaseSensitive())
+        m_name = utils::toLowerCopy(m_name);
+}
+
+}  // namespace reference::search

@@ -1,0 +1,63 @@
+// Finds the pages that a request asks for. Internal: no public header includes it.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "reference/search/LookupIndex.hpp"
+#include "reference/search/NumberSet.hpp"
+#include "reference/search/ReferenceRequestExt.hpp"
+#include "reference/search/SearchMethod.hpp"
+
+namespace reference::search {
+
+// The hrefs of one product that match, by their numbers in its lookup records: ascending, and so in
+// the order of the texts; at least one.
+struct ProductMatches {
+    std::uint32_t product;
+    std::vector<std::uint32_t> hrefs;
+};
+
+// One search of the lookup records. The index proposes keys, records or hrefs; each of them is then
+// judged by the questions on the request as if all had been walked. One thread.
+class EntitySearch {
+  public:
+    // Index and request must outlive the object.
+    EntitySearch(const LookupIndex& index, const ReferenceRequestExt& ext, SearchMethod method)
+        : m_index(index), m_ext(ext), m_method(method) {}
+
+    // The products that have a match, in their order.
+    [[nodiscard]] std::vector<ProductMatches> run();
+
+  private:
+    using LookupImage = docimage::LookupImage;
+    using Proposals = std::vector<LookupIndex::Proposal>;
+
+    [[nodiscard]] Proposals proposals() const;
+    void propose(docimage::NameKind whole, std::string_view form, Proposals& proposals) const;
+
+    void searchProductLookup(std::uint32_t product, std::span<const std::uint32_t> numbers);
+
+    void findExactEntries(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs) const;
+    void doReferenceSearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);
+    void doClassEntitySearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);
+    void doPageNameSearch(const LookupImage& lookup, std::uint32_t href, NumberSet& hrefs);
+    void doNameAndPurposeSearch(const LookupImage& lookup, NumberSet& hrefs);
+    void doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) const;
+
+    [[nodiscard]] bool isTypeAccepted(const docimage::StoredRecord& record) const noexcept {
+        return m_ext.isTypeAccepted(record.type, record.functionType);
+    }
+    void setName(std::string_view stored);
+
+    const LookupIndex& m_index;
+    const ReferenceRequestExt& m_ext;
+    const SearchMethod m_method;
+    std::vector<ProductMatches> m_matches;
+    // The name that is being judged, folded unless case counts.
+    std::u16string m_name;
+};
+
+}  // namespace reference::search

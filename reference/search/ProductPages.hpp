@@ -1,0 +1,106 @@
+// The items of one product, by number. Internal: no public header includes it.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "docimage/Lexicon.hpp"
+#include "docimage/LookupImage.hpp"
+#include "docparser/DocResource.hpp"
+#include "property/RefItem.hpp"
+
+namespace reference::search {
+
+using ReferenceResource = docparser::DocResource<property::RefItem>;
+
+// A class's item as the items of its properties: one synthetic item for each entity of the class
+// and each property, entity by entity and in the order of the page.
+struct ClassExpansion {
+    struct Property {
+        // The number of the entity in the class's item.
+        std::size_t entity;
+        // The entity's name, a dot and the property's name.
+        std::u16string qualifiedName;
+        property::RefItem item;
+    };
+    std::vector<Property> properties;
+};
+
+// The expansion of an item; empty for one without properties.
+[[nodiscard]] ClassExpansion expandClass(const property::RefItem& item);
+
+// A frozen view of a parsed resource: its pages in the order of their hrefs, and their items, page
+// by page, numbered from 0. What is costly to make is made once, when it is first asked for. Any
+// thread.
+class ProductPages {
+  public:
+    // `resource` must not be null.
+    explicit ProductPages(std::shared_ptr<const ReferenceResource> resource);
+    ProductPages(const ProductPages&) = delete;  // shared by pointer
+    ProductPages& operator=(const ProductPages&) = delete;
+    ~ProductPages();
+
+    [[nodiscard]] const ReferenceResource& resource() const noexcept { return *m_resource; }
+
+    [[nodiscard]] std::size_t pageCount() const noexcept { return m_hrefs.size(); }
+    // References are valid as long as the object.
+    [[nodiscard]] const std::u16string& href(std::size_t page) const { return *m_hrefs[page]; }
+    // The first item of the page, and the one after its last.
+    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> itemsOfPage(std::size_t page) const {
+        return {m_firstItems[page], m_firstItems[page + 1]};
+    }
+
+    [[nodiscard]] std::size_t itemCount() const noexcept { return m_items.size(); }
+    [[nodiscard]] const property::RefItem& item(std::size_t number) const {
+        return *m_items[number];
+    }
+    [[nodiscard]] std::uint32_t pageOfItem(std::size_t number) const {
+        return m_pagesOfItems[number];
+    }
+
+    // The item's properties; null for an item without any.
+    [[nodiscard]] const ClassExpansion* expansion(std::size_t number) const;
+
+    // The words of the texts that a search of all texts looks at, by item.
+    [[nodiscard]] const docimage::Lexicon& words() const;
+
+  private:
+    std::shared_ptr<const ReferenceResource> m_resource;
+    std::vector<const std::u16string*> m_hrefs;
+    std::vector<std::uint32_t> m_firstItems;
+    std::vector<const property::RefItem*> m_items;
+    std::vector<std::uint32_t> m_pagesOfItems;
+
+    // Owned; null until it is first asked for.
+    mutable std::vector<std::atomic<const ClassExpansion*>> m_expansions;
+    mutable std::once_flag m_wordsMade;
+    mutable std::shared_ptr<const docimage::Image> m_wordsImage;
+    mutable docimage::Lexicon m_words;
+};
+
+// A product's pages as its lookup records refer to them.
+class JoinedPages {
+  public:
+    static constexpr std::uint32_t none = UINT32_MAX;
+
+    JoinedPages(const docimage::LookupImage& lookup, std::shared_ptr<const ProductPages> pages);
+
+    [[nodiscard]] const ProductPages& pages() const noexcept { return *m_pages; }
+
+    // The page of a lookup href, and the lookup href of a page; `none` where there is none.
+    [[nodiscard]] std::uint32_t pageOfHref(std::size_t href) const { return m_pagesOfHrefs[href]; }
+    [[nodiscard]] std::uint32_t hrefOfPage(std::size_t page) const { return m_hrefsOfPages[page]; }
+
+  private:
+    std::shared_ptr<const ProductPages> m_pages;
+    std::vector<std::uint32_t> m_pagesOfHrefs;
+    std::vector<std::uint32_t> m_hrefsOfPages;
+};
+
+}  // namespace reference::search

@@ -1,0 +1,24 @@
+#include "reference/search/Reading.hpp"
+
+namespace reference::search {
+
+ReadingPages::~ReadingPages() {
+    for (const auto& pages : m_pages)
+        delete pages.load(std::memory_order_relaxed);
+}
+
+const JoinedPages& ReadingPages::keep(std::uint32_t product,
+                                      std::unique_ptr<const JoinedPages> pages) {
+    const JoinedPages* kept = nullptr;
+    if (m_pages[product].compare_exchange_strong(kept, pages.get(), std::memory_order_acq_rel))
+        return *pages.release();
+    return *kept;
+}
+
+const LookupIndex& Reading::index() const {
+    std::call_once(m_indexMade,
+                   [this] { m_index = std::make_unique<const LookupIndex>(*m_installed); });
+    return *m_index;
+}
+
+}  // namespace reference::search

@@ -1,0 +1,74 @@
+// What the parser said of all products at one time. Internal: no public header includes it.
+#pragma once
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "reference/search/LookupIndex.hpp"
+#include "reference/search/ProductPages.hpp"
+
+namespace reference::search {
+
+// The pages of a reading's products, as far as they have been asked for. Any thread.
+class ReadingPages {
+  public:
+    explicit ReadingPages(std::size_t products) : m_pages(products) {}
+    ReadingPages(const ReadingPages&) = delete;  // shared by pointer
+    ReadingPages& operator=(const ReadingPages&) = delete;
+    ~ReadingPages();
+
+    // Null until keep() was called for the product. Valid as long as this object.
+    [[nodiscard]] const JoinedPages* find(std::uint32_t product) const noexcept {
+        return m_pages[product].load(std::memory_order_acquire);
+    }
+
+    // Keeps the pages, unless those of the product are kept already; returns what is kept.
+    const JoinedPages& keep(std::uint32_t product, std::unique_ptr<const JoinedPages> pages);
+
+  private:
+    std::vector<std::atomic<const JoinedPages*>> m_pages;  // owned
+};
+
+// One reading of the lookup files: the resources of installed products with their index, and what
+// was read for this reading alone. Shared; immutable but for what is made on first use.
+class Reading {
+  public:
+    explicit Reading(std::shared_ptr<const LookupResources> installed)
+        : m_installed(std::move(installed)),
+          m_pages(std::make_shared<ReadingPages>(m_installed->size())) {}
+
+    [[nodiscard]] const LookupResources& installed() const noexcept { return *m_installed; }
+    // Never null.
+    [[nodiscard]] std::shared_ptr<const LookupResources> sharedInstalled() const {
+        return m_installed;
+    }
+
+    // Made when it is first asked for; throws std::length_error where a product is too large.
+    [[nodiscard]] const LookupIndex& index() const;
+
+    // The pages for requests that begin now.
+    [[nodiscard]] std::shared_ptr<ReadingPages> pages() const { return std::atomic_load(&m_pages); }
+    // Requests that begin from now on ask for their pages again. Returns what earlier ones have.
+    [[nodiscard]] std::shared_ptr<ReadingPages> dropPages() {
+        return std::atomic_exchange(&m_pages, std::make_shared<ReadingPages>(m_installed->size()));
+    }
+
+    // Resources that requests of this reading keep to themselves, because the cache has, or will
+    // have, those of another reading. Guarded by the mutex of the resource cache.
+    std::map<std::u16string, std::shared_ptr<const ReferenceResource>> ownResources;
+
+  private:
+    const std::shared_ptr<const LookupResources> m_installed;
+    mutable std::once_flag m_indexMade;
+    mutable std::unique_ptr<const LookupIndex> m_index;
+    std::shared_ptr<ReadingPages> m_pages;
+};
+
+}  // namespace reference::search

@@ -1,0 +1,98 @@
+#include "reference/search/ReferenceRequestExt.hpp"
+
+#include <algorithm>
+#include <array>
+
+#include "reference/utils/toLowerCopy.hpp"
+#include "refutils/matchUnqualifiedString.hpp"
+
+namespace reference::search {
+namespace {
+
+using property::FunctionType;
+using property::RefEntityType;
+
+constexpr std::array s_classLikeTypes = {RefEntityType::Class, RefEntityType::Enumeration,
+                                         RefEntityType::Interface};
+
+// The kinds of entity that may be asked for without their package. The others (commands, options,
+// pages and the like) have names in which a dot does not separate components.
+constexpr std::array s_unqualifiedMatchTypes = {
+    RefEntityType::Function,    RefEntityType::Class,       RefEntityType::Package,
+    RefEntityType::Method,      RefEntityType::Property,    RefEntityType::Event,
+    RefEntityType::Enumeration, RefEntityType::Constructor, RefEntityType::Interface,
+    RefEntityType::Constant,    RefEntityType::Operator,    RefEntityType::TypeAlias,
+    RefEntityType::Macro};
+
+bool contains(std::u16string_view text, std::u16string_view part) {
+    return text.find(part) != std::u16string_view::npos;
+}
+
+// A list of one empty name comes from callers that pass on an unset option: it restricts nothing.
+bool coversAllProducts(std::span<const std::u16string> products) {
+    return products.empty() || (products.size() == 1 && products.front().empty());
+}
+
+}  // namespace
+
+bool isClassLikeType(std::uint32_t type) noexcept {
+    return std::ranges::find(s_classLikeTypes, type) != s_classLikeTypes.end();
+}
+
+bool isNameAndPurposeContentMatch(std::u16string_view searchText, std::u16string_view name,
+                                  std::u16string_view purpose, bool caseSensitive) {
+    if (searchText.empty())
+        return false;
+    return contains(name, searchText) ||
+           contains(caseSensitive ? purpose : utils::LowerCased(purpose).view(), searchText);
+}
+
+ReferenceRequestExt::ReferenceRequestExt(const Request& request)
+    : m_isAllTextMatch(request.isAllTextMatch),
+      m_isCaseSensitive(request.isCaseSensitive),
+      m_isExactMatch(request.isExactMatch),
+      m_hasType3(std::ranges::find(request.types, RefEntityType::Method) != request.types.end()),
+      m_searchText(request.isCaseSensitive ? std::u16string(request.text)
+                                           : utils::toLowerCopy(request.text)),
+      m_componentCount(static_cast<std::size_t>(std::ranges::count(m_searchText, u'.')) + 1),
+      m_types(request.types.begin(), request.types.end()) {
+    if (!coversAllProducts(request.products))
+        m_products.assign(request.products.begin(), request.products.end());
+}
+
+bool ReferenceRequestExt::isTypeMatch(std::uint32_t type) const noexcept {
+    return m_types.empty() || std::ranges::find(m_types, type) != m_types.end();
+}
+
+bool ReferenceRequestExt::isTypeAccepted(std::uint32_t type,
+                                         std::uint32_t functionType) const noexcept {
+    return isTypeMatch(type) ||
+           (m_hasType3 && type == RefEntityType::Function && functionType == FunctionType::Method);
+}
+
+bool ReferenceRequestExt::isEntityNameMatch(std::u16string_view candidate,
+                                            std::uint32_t type) const {
+    if (m_isAllTextMatch)
+        return true;
+    const bool qualified = m_isExactMatch || std::ranges::find(s_unqualifiedMatchTypes, type) ==
+                                                 s_unqualifiedMatchTypes.end();
+    return utils::matchUnqualifiedString(m_searchText, m_componentCount, candidate, qualified);
+}
+
+bool ReferenceRequestExt::isNameMatch(std::u16string_view candidate) const {
+    return utils::matchUnqualifiedString(m_searchText, m_componentCount, candidate, m_isExactMatch);
+}
+
+bool ReferenceRequestExt::isNameAndPurposeMatch(std::u16string_view name,
+                                                std::u16string_view purpose) const {
+    return isNameAndPurposeContentMatch(m_searchText, name, purpose, m_isCaseSensitive);
+}
+
+bool ReferenceRequestExt::isTextMatch(std::u16string_view text) const {
+    if (m_searchText.empty())
+        return true;
+    return m_isCaseSensitive ? contains(text, m_searchText)
+                             : contains(utils::LowerCased(text).view(), m_searchText);
+}
+
+}  // namespace reference::search

@@ -1,0 +1,90 @@
+// A request as the search sees it: read once, with all that follows from it. Internal: no public
+// header includes it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "property/FunctionType.hpp"
+#include "property/RefEntityType.hpp"
+
+namespace reference::search {
+
+// Types whose entities have members: classes, enumerations and interfaces.
+[[nodiscard]] bool isClassLikeType(std::uint32_t type) noexcept;
+
+// Whether the text occurs in a name as it stands, or in a purpose, which is lower-cased first
+// unless case counts. An empty text occurs nowhere.
+[[nodiscard]] bool isNameAndPurposeContentMatch(std::u16string_view searchText,
+                                                std::u16string_view name,
+                                                std::u16string_view purpose, bool caseSensitive);
+
+// Every fact that is derived from a request, and the questions about single names, types and texts
+// that decide what matches. An index proposes what may match; these questions confirm it.
+// Immutable; any thread.
+class ReferenceRequestExt {
+  public:
+    // What is asked for, as ReferenceRequest has it.
+    struct Request {
+        std::u16string_view text;
+        std::span<const property::RefEntityType::Value> types;
+        std::span<const std::u16string> products;
+        bool isAllTextMatch = false;
+        bool isCaseSensitive = true;
+        bool isExactMatch = true;
+    };
+
+    // A request for an empty name.
+    ReferenceRequestExt() = default;
+    explicit ReferenceRequestExt(const Request& request);
+
+    // The text, in lower case unless case counts, and the number of its dot-separated components.
+    [[nodiscard]] const std::u16string& searchText() const noexcept { return m_searchText; }
+    [[nodiscard]] std::size_t componentCount() const noexcept { return m_componentCount; }
+    [[nodiscard]] bool isAllTextMatch() const noexcept { return m_isAllTextMatch; }
+    [[nodiscard]] bool isCaseSensitive() const noexcept { return m_isCaseSensitive; }
+    [[nodiscard]] bool isExactMatch() const noexcept { return m_isExactMatch; }
+
+    // The products that are asked for, by short name, with repetitions; none for all of them.
+    [[nodiscard]] const std::vector<std::u16string>& products() const noexcept {
+        return m_products;
+    }
+
+    // Whether any type is admitted.
+    [[nodiscard]] bool admitsAllTypes() const noexcept { return m_types.empty(); }
+    // Whether entities of this type are asked for.
+    [[nodiscard]] bool isTypeMatch(std::uint32_t type) const noexcept;
+    // Whether a record of these types is: some products file methods as functions that are called
+    // like methods, and these count as methods.
+    [[nodiscard]] bool isTypeAccepted(std::uint32_t type,
+                                      std::uint32_t functionType) const noexcept;
+
+    // Whether the candidate, folded unless case counts, is the name that a record of this type is
+    // asked for by.
+    [[nodiscard]] bool isEntityNameMatch(std::u16string_view candidate, std::uint32_t type) const;
+    // The same for a name whose type does not matter.
+    [[nodiscard]] bool isNameMatch(std::u16string_view candidate) const;
+
+    // Whether the text occurs in the name, which is folded unless case counts, or in the purpose.
+    [[nodiscard]] bool isNameAndPurposeMatch(std::u16string_view name,
+                                             std::u16string_view purpose) const;
+
+    // Whether the text occurs in this one; an empty text occurs in all.
+    [[nodiscard]] bool isTextMatch(std::u16string_view text) const;
+
+  private:
+    bool m_isAllTextMatch = false;
+    bool m_isCaseSensitive = true;
+    bool m_isExactMatch = true;
+    bool m_hasType3 = false;
+    std::u16string m_searchText;
+    std::size_t m_componentCount = 1;
+    std::vector<property::RefEntityType::Value> m_types;
+    std::vector<std::u16string> m_products;
+};
+
+}  // namespace reference::search
