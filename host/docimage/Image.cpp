@@ -3,17 +3,29 @@
 #include <algorithm>
 #include <limits>
 
+#include <xxhash.h>
+
 namespace reference::docimage {
 namespace {
 
 constexpr std::size_t sectionAlignment = 8;
+constexpr std::size_t bitsPerWord = 64;
 
 }  // namespace
 
 DamagedImage::~DamagedImage() = default;
 
-Image::Image(std::string bytes, std::vector<std::pair<std::uint32_t, Section>> sections)
-    : m_bytes(std::move(bytes)), m_data(m_bytes.data()), m_sections(std::move(sections)) {}
+Image::Image(std::shared_ptr<const std::string> bytes, Sections sections)
+    : Image(bytes, *bytes, std::move(sections), {}, {}) {}
+
+Image::Image(std::shared_ptr<const void> owner, std::string_view bytes, Sections sections,
+             std::span<const std::uint64_t> blockHashes, std::string name)
+    : m_owner(std::move(owner)),
+      m_bytes(bytes),
+      m_sections(std::move(sections)),
+      m_blockHashes(blockHashes),
+      m_name(std::move(name)),
+      m_soundBlocks((blockHashes.size() + bitsPerWord - 1) / bitsPerWord) {}
 
 Image::~Image() = default;
 
@@ -30,7 +42,24 @@ bool Image::has(std::uint32_t number) const noexcept {
 }
 
 void Image::failOutside() const {
-    throw DamagedImage("An image refers to something that lies outside of it.");
+    throw DamagedImage(m_name + ": The image refers to something that lies outside of it.");
+}
+
+std::uint64_t Image::hashOf(std::string_view bytes) noexcept {
+    return XXH3_64bits(bytes.data(), bytes.size());
+}
+
+void Image::requireSound(std::size_t at, std::size_t size) const {
+    for (std::size_t block = at / blockSize; block <= (at + size - 1) / blockSize; ++block) {
+        std::atomic<std::uint64_t>& sound = m_soundBlocks[block / bitsPerWord];
+        const std::uint64_t bit = std::uint64_t{1} << (block % bitsPerWord);
+        if ((sound.load(std::memory_order_relaxed) & bit) != 0)
+            continue;
+        if (hashOf(m_bytes.substr(block * blockSize, blockSize)) != m_blockHashes[block])
+            throw DamagedImage(m_name + ": The image is damaged in its block " +
+                               std::to_string(block) + ".");
+        sound.fetch_or(bit, std::memory_order_relaxed);
+    }
 }
 
 void ImageWriter::add(std::uint32_t number, std::string_view bytes) {
@@ -40,7 +69,8 @@ void ImageWriter::add(std::uint32_t number, std::string_view bytes) {
 }
 
 std::shared_ptr<const Image> ImageWriter::finish() {
-    return std::make_shared<const Image>(std::move(m_bytes), std::move(m_sections));
+    return std::make_shared<const Image>(std::make_shared<const std::string>(std::move(m_bytes)),
+                                         std::move(m_sections));
 }
 
 std::uint32_t toOffset(std::size_t number) {

@@ -1,6 +1,7 @@
 // The bytes of an image and the sections in them.
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -23,39 +24,60 @@ class VELTRA_HOST_API DamagedImage : public std::runtime_error {
 };
 
 // A block of memory that is divided into numbered sections. Immutable; any thread. Everything that
-// is read of it goes through view(), which refuses what lies outside.
+// is read of it goes through view(), which refuses what lies outside, and what is not what was
+// written: an image that lies in a file has a hash for each block of it, and a block is hashed when
+// it is first looked at.
 class VELTRA_HOST_API Image {
   public:
     struct Section {
         std::size_t offset = 0;
         std::size_t size = 0;
     };
+    using Sections = std::vector<std::pair<std::uint32_t, Section>>;
 
-    // Takes the sections of an ImageWriter.
-    Image(std::string bytes, std::vector<std::pair<std::uint32_t, Section>> sections);
+    static constexpr std::size_t blockSize = 4096;
+
+    // An image in memory.
+    Image(std::shared_ptr<const std::string> bytes, Sections sections);
+
+    // An image whose bytes `owner` keeps alive. `blockHashes` has one for each begun block, and lives
+    // as long; `name` is for messages. The sections must lie within the bytes.
+    Image(std::shared_ptr<const void> owner, std::string_view bytes, Sections sections,
+          std::span<const std::uint64_t> blockHashes, std::string name);
+
     Image(const Image&) = delete;  // shared by pointer
     Image& operator=(const Image&) = delete;
     ~Image();
+
+    [[nodiscard]] static std::uint64_t hashOf(std::string_view bytes) noexcept;
 
     // An empty section where the image has none of the number.
     [[nodiscard]] Section section(std::uint32_t number) const noexcept;
     [[nodiscard]] bool has(std::uint32_t number) const noexcept;
 
     // The bytes from `at` on in a section; valid as long as the image. Throws DamagedImage where
-    // they are not all within it.
+    // they are not all within it, or are not what was written.
     [[nodiscard]] std::string_view view(const Section& section, std::size_t at,
                                         std::size_t size) const {
         if (at > section.size || size > section.size - at)
             failOutside();
-        return {m_data + section.offset + at, size};
+        if (!m_blockHashes.empty() && size > 0)
+            requireSound(section.offset + at, size);
+        return m_bytes.substr(section.offset + at, size);
     }
 
     [[noreturn]] void failOutside() const;
 
   private:
-    const std::string m_bytes;
-    const char* m_data;
-    const std::vector<std::pair<std::uint32_t, Section>> m_sections;
+    void requireSound(std::size_t at, std::size_t size) const;
+
+    const std::shared_ptr<const void> m_owner;
+    const std::string_view m_bytes;
+    const Sections m_sections;
+    const std::span<const std::uint64_t> m_blockHashes;
+    const std::string m_name;
+    // A bit for each block that was found sound.
+    mutable std::vector<std::atomic<std::uint64_t>> m_soundBlocks;
 };
 
 // A section as an array of T, a type without padding or pointers.
@@ -98,9 +120,13 @@ class VELTRA_HOST_API ImageWriter {
     // The image. Nothing may be added afterwards.
     [[nodiscard]] std::shared_ptr<const Image> finish();
 
+    // What was added so far.
+    [[nodiscard]] const std::string& bytes() const noexcept { return m_bytes; }
+    [[nodiscard]] const Image::Sections& sections() const noexcept { return m_sections; }
+
   private:
     std::string m_bytes;
-    std::vector<std::pair<std::uint32_t, Image::Section>> m_sections;
+    Image::Sections m_sections;
 };
 
 // A number of 32 bits; throws std::length_error where it is larger, because offsets in an image

@@ -55,6 +55,13 @@ class TextTable {
         return low;
     }
 
+    // Compares the texts.
+    friend bool operator==(const TextTable& a, const TextTable& b) {
+        return a.size() == b.size() && a.bytes() == b.bytes() &&
+               std::ranges::equal(a.m_starts.range(0, a.m_starts.size()),
+                                  b.m_starts.range(0, b.m_starts.size()));
+    }
+
   private:
     static std::string_view textOf(std::span<const char> bytes) {
         return {bytes.data(), bytes.size()};

@@ -1,38 +1,103 @@
 #pragma once
 
+#include <cstddef>
 #include <map>
+#include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "docimage/LookupImage.hpp"
+#include "docimage/PageImage.hpp"
 #include "property/HeaderInfo.hpp"
 
 namespace reference::docparser {
 
+namespace detail {
+
+// The compiled form of a documentation file whose records are of type T.
+template <typename T>
+struct ImageOf;
+template <>
+struct ImageOf<property::RefItemLookup> {
+    using Type = docimage::LookupImage;
+};
+template <>
+struct ImageOf<property::RefItem> {
+    using Type = docimage::PageImage;
+};
+
+inline std::map<std::u16string, std::vector<property::RefItemLookup>> itemsOf(
+    const docimage::LookupImage& image) {
+    return image.entities();
+}
+inline std::map<std::u16string, std::vector<property::RefItem>> itemsOf(
+    const docimage::PageImage& image) {
+    return image.pages();
+}
+
+}  // namespace detail
+
 // A parsed documentation file, or one product's share of it: the product's header and records of
 // type T by key. For lookup records the key is an entity's qualified name, for items it is an href.
-// A plain value: many threads may read one object, but none may use it while another changes it.
+//
+// A value whose copies share the records, which never change. Where they come from a compiled image,
+// the map of them is made when it is first asked for. Many threads may read one object, but none may
+// use it while another changes it.
 template <typename T>
 class DocResource {
   public:
     using ItemMap = std::map<std::u16string, std::vector<T>>;
+    using Image = typename detail::ImageOf<T>::Type;
 
-    DocResource() = default;
+    DocResource() : DocResource({}, ItemMap()) {}
     DocResource(property::HeaderInfo header, ItemMap items)
-        : m_header(std::move(header)), m_items(std::move(items)) {}
+        : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
+        m_records->items = std::move(items);
+    }
+    // `image` must not be null.
+    DocResource(property::HeaderInfo header, std::shared_ptr<const Image> image)
+        : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
+        m_records->image = std::move(image);
+    }
 
-    // References are valid until the object is changed or destroyed.
+    // References are valid until the object is changed or destroyed. getItems() throws
+    // docimage::DamagedImage where the records come from an image that is damaged.
     [[nodiscard]] const property::HeaderInfo& getHeaderInfo() const noexcept { return m_header; }
-    [[nodiscard]] const ItemMap& getItems() const noexcept { return m_items; }
+    [[nodiscard]] const ItemMap& getItems() const {
+        if (m_records->image)
+            std::call_once(m_records->itemsMade,
+                           [this] { m_records->items = detail::itemsOf(*m_records->image); });
+        return m_records->items;
+    }
 
-    // Takes the records out without copying any; the object is left with none.
-    [[nodiscard]] ItemMap takeItems() noexcept { return std::exchange(m_items, {}); }
+    // The image that the records come from; null where they were given as a map.
+    [[nodiscard]] const std::shared_ptr<const Image>& getImage() const noexcept {
+        return m_records->image;
+    }
 
-    friend bool operator==(const DocResource&, const DocResource&) = default;
+    // Takes the records out, without copying any that no other object shares; the object is left
+    // with none.
+    [[nodiscard]] ItemMap takeItems() {
+        static_cast<void>(getItems());
+        const auto taken = std::exchange(m_records, std::make_shared<Records>());
+        return taken.use_count() == 1 ? std::move(taken->items) : taken->items;
+    }
+
+    friend bool operator==(const DocResource& a, const DocResource& b) {
+        return a.m_header == b.m_header && a.getItems() == b.getItems();
+    }
 
   private:
+    struct Records {
+        std::shared_ptr<const Image> image;
+        std::once_flag itemsMade;
+        ItemMap items;
+    };
+
     property::HeaderInfo m_header;
-    ItemMap m_items;
+    std::shared_ptr<Records> m_records;  // null after the object was moved from
 };
 
 }  // namespace reference::docparser

@@ -2,6 +2,8 @@
 // Internal: no public header includes it.
 #pragma once
 
+#include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -22,6 +24,11 @@ using LookupResources = std::map<std::u16string, docparser::DocResource<property
 
 // A frozen index over lookup resources; products are numbered in the order of their names. Any
 // thread.
+//
+// Each product has tables of its own, which may lie in a file. Asking them one after the other
+// takes time for each product, so that once many questions were asked, one table is made of them
+// all: when asking has cost about as much as making it does. A process that looks up a name or two
+// never pays for it.
 class LookupIndex {
   public:
     struct Product {
@@ -39,6 +46,9 @@ class LookupIndex {
     };
 
     explicit LookupIndex(const LookupResources& resources);
+    LookupIndex(const LookupIndex&) = delete;  // shared by pointer
+    LookupIndex& operator=(const LookupIndex&) = delete;
+    ~LookupIndex();
 
     [[nodiscard]] const std::vector<Product>& products() const noexcept { return m_products; }
     // The number of the product of this short name.
@@ -56,7 +66,28 @@ class LookupIndex {
                       std::vector<Proposal>& proposals) const;
 
   private:
+    // Of all products, with keys or hrefs numbered through.
+    struct JoinedNames {
+        std::shared_ptr<const docimage::Image> image;
+        docimage::NameTable names;
+    };
+    // One kind of name; the table is owned, and null until it has been made.
+    struct Kind {
+        std::atomic<const JoinedNames*> joined{nullptr};
+        std::atomic<std::size_t> questions{0};
+        std::atomic_flag isBeingMade;
+    };
+
+    [[nodiscard]] const std::vector<std::uint32_t>& firstNumbers(docimage::NameKind kind) const;
+    [[nodiscard]] const JoinedNames* joinedNames(docimage::NameKind kind) const;
+    [[nodiscard]] std::unique_ptr<const JoinedNames> join(docimage::NameKind kind) const;
+
     std::vector<Product> m_products;
+    // The number of each product's first key and first href among those of all.
+    std::vector<std::uint32_t> m_firstKeys;
+    std::vector<std::uint32_t> m_firstHrefs;
+    bool m_isJoinable = false;
+    mutable std::array<Kind, docimage::nameKinds> m_kinds;
 };
 
 }  // namespace reference::search

@@ -2,9 +2,7 @@
 
 #include <algorithm>
 
-#include "docimage/searchedTexts.hpp"
 #include "docimage/unitBytes.hpp"
-#include "foundation/core/NeverDestroyed.hpp"
 #include "property/FunctionType.hpp"
 #include "property/RefEntityType.hpp"
 
@@ -21,9 +19,6 @@ using property::RefItem;
 using property::SeeAlso;
 
 namespace {
-
-// Stands for an item without properties.
-const foundation::core::NeverDestroyed<ClassExpansion> noProperties;
 
 // An item that documents the property alone, and points back to the page of its class.
 RefItem createPropertyEntity(const RefItem& item, const std::u16string& groupTitle,
@@ -56,10 +51,23 @@ RefItem createPropertyEntity(const RefItem& item, const std::u16string& groupTit
             {}};  // parameters
 }
 
-bool hasProperties(const RefItem& item) {
-    return std::ranges::any_of(item.getClassPropertyGroups(), [](const auto& group) {
-        return !group.getClassProperties().empty();
-    });
+// Makes what a slot holds when it is first asked for. Two threads may make it at once; what the
+// first of them stores is kept.
+template <typename T, typename Make>
+const T& madeOnce(std::atomic<const T*>& slot, Make make) {
+    const T* known = slot.load(std::memory_order_acquire);
+    if (known != nullptr)
+        return *known;
+    auto made = std::make_unique<const T>(make());
+    if (slot.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel))
+        return *made.release();
+    return *known;
+}
+
+template <typename T>
+void deleteAll(std::vector<std::atomic<const T*>>& slots) {
+    for (const auto& slot : slots)
+        delete slot.load(std::memory_order_relaxed);
 }
 
 }  // namespace
@@ -82,9 +90,14 @@ ClassExpansion expandClass(const RefItem& item) {
 }
 
 ProductPages::ProductPages(std::shared_ptr<const ReferenceResource> resource)
-    : m_resource(std::move(resource)) {
+    : m_resource(std::move(resource)), m_image(m_resource->getImage().get()) {
+    if (m_image != nullptr) {
+        m_imageItems = std::vector<std::atomic<const RefItem*>>(m_image->itemCount());
+        m_expansions = std::vector<std::atomic<const ClassExpansion*>>(m_image->itemCount());
+        return;
+    }
     for (const auto& [href, items] : m_resource->getItems()) {
-        const auto page = static_cast<std::uint32_t>(m_hrefs.size());
+        const std::uint32_t page = docimage::toOffset(m_hrefs.size());
         m_hrefs.push_back(&href);
         m_firstItems.push_back(docimage::toOffset(m_items.size()));
         for (const RefItem& item : items) {
@@ -97,36 +110,61 @@ ProductPages::ProductPages(std::shared_ptr<const ReferenceResource> resource)
 }
 
 ProductPages::~ProductPages() {
-    for (const auto& expansion : m_expansions)
-        if (const ClassExpansion* made = expansion.load(); made != &*noProperties)
-            delete made;
+    deleteAll(m_imageItems);
+    deleteAll(m_expansions);
 }
 
+std::size_t ProductPages::pageCount() const noexcept {
+    return m_image != nullptr ? m_image->pageCount() : m_hrefs.size();
+}
+
+std::string ProductPages::href(std::size_t page) const {
+    return m_image != nullptr ? std::string(m_image->hrefs()[page])
+                              : docimage::toUnitBytes(*m_hrefs[page]);
+}
+
+std::pair<std::uint32_t, std::uint32_t> ProductPages::itemsOfPage(std::size_t page) const {
+    return m_image != nullptr ? m_image->itemsOfPage(page)
+                              : std::pair(m_firstItems[page], m_firstItems[page + 1]);
+}
+
+std::size_t ProductPages::itemCount() const noexcept {
+    return m_image != nullptr ? m_image->itemCount() : m_items.size();
+}
+
+// Items of an image are kept, so that the next result that has one shares it.
+const RefItem& ProductPages::item(std::size_t number) const {
+    if (m_image == nullptr)
+        return *m_items[number];
+    return madeOnce(m_imageItems[number], [&] { return m_image->item(number); });
+}
+
+std::uint32_t ProductPages::pageOfItem(std::size_t number) const {
+    return m_image != nullptr ? m_image->pageOfItem(number) : m_pagesOfItems[number];
+}
+
+bool ProductPages::hasProperties(std::size_t item) const {
+    if (m_image != nullptr)
+        return m_image->hasProperties(item);
+    return std::ranges::any_of(m_items[item]->getClassPropertyGroups(), [](const auto& group) {
+        return !group.getClassProperties().empty();
+    });
+}
+
+// From a copy of the item, whose body goes with it.
 const ClassExpansion* ProductPages::expansion(std::size_t number) const {
-    std::atomic<const ClassExpansion*>& slot = m_expansions[number];
-    const ClassExpansion* known = slot.load(std::memory_order_acquire);
-    if (known == nullptr) {
-        // Two threads may make it at once; one of the two is kept.
-        auto made = hasProperties(item(number))
-                        ? std::make_unique<const ClassExpansion>(expandClass(item(number)))
-                        : nullptr;
-        const ClassExpansion* const kept = made ? made.get() : &*noProperties;
-        if (slot.compare_exchange_strong(known, kept, std::memory_order_acq_rel)) {
-            static_cast<void>(made.release());
-            known = kept;
-        }
-    }
-    return known == &*noProperties ? nullptr : known;
+    if (!hasProperties(number))
+        return nullptr;
+    return &madeOnce(m_expansions[number], [&] { return expandClass(item(number).copy()); });
 }
 
 const Lexicon& ProductPages::words() const {
+    if (m_image != nullptr)
+        return m_image->words();
     std::call_once(m_wordsMade, [this] {
         docimage::LexiconBuilder builder;
         for (std::size_t number = 0; number < itemCount(); ++number)
-            docimage::anySearchedText(item(number), [&](const std::u16string& text) {
-                builder.addText(text, static_cast<std::uint32_t>(number));
-                return false;
-            });
+            docimage::addWords(item(number), static_cast<std::uint32_t>(number), builder);
         docimage::ImageWriter writer;
         constexpr std::uint32_t firstSection = 0;
         builder.writeTo(writer, firstSection);
@@ -138,16 +176,21 @@ const Lexicon& ProductPages::words() const {
 
 // Both are in the order of their texts.
 JoinedPages::JoinedPages(const LookupImage& lookup, std::shared_ptr<const ProductPages> pages)
-    : m_pages(std::move(pages)),
-      m_pagesOfHrefs(lookup.hrefCount(), none),
-      m_hrefsOfPages(m_pages->pageCount(), none) {
-    std::u16string text;
+    : m_pages(std::move(pages)) {
+    const auto& image = m_pages->resource().getImage();
+    m_isSame = image != nullptr && image->hrefs() == lookup.hrefs();
+    if (m_isSame)
+        return;
+    m_pagesOfHrefs.assign(lookup.hrefCount(), none);
+    m_hrefsOfPages.assign(m_pages->pageCount(), none);
     std::uint32_t page = 0;
+    std::string text = page < m_pages->pageCount() ? m_pages->href(page) : std::string();
     for (std::uint32_t href = 0; href < lookup.hrefCount(); ++href) {
-        docimage::assignUnitBytes(lookup.hrefs()[href], text);
-        while (page < m_pages->pageCount() && m_pages->href(page) < text)
-            ++page;
-        if (page < m_pages->pageCount() && m_pages->href(page) == text) {
+        const std::string_view wanted = lookup.hrefs()[href];
+        while (page < m_pages->pageCount() && text < wanted)
+            if (++page < m_pages->pageCount())
+                text = m_pages->href(page);
+        if (page < m_pages->pageCount() && text == wanted) {
             m_pagesOfHrefs[href] = page;
             m_hrefsOfPages[page] = href;
         }

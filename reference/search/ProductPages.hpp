@@ -12,6 +12,7 @@
 
 #include "docimage/Lexicon.hpp"
 #include "docimage/LookupImage.hpp"
+#include "docimage/PageImage.hpp"
 #include "docparser/DocResource.hpp"
 #include "property/RefItem.hpp"
 
@@ -40,7 +41,7 @@ struct ClassExpansion {
 // thread.
 class ProductPages {
   public:
-    // `resource` must not be null.
+    // `resource` must not be null. What comes from an image throws DamagedImage.
     explicit ProductPages(std::shared_ptr<const ReferenceResource> resource);
     ProductPages(const ProductPages&) = delete;  // shared by pointer
     ProductPages& operator=(const ProductPages&) = delete;
@@ -48,21 +49,16 @@ class ProductPages {
 
     [[nodiscard]] const ReferenceResource& resource() const noexcept { return *m_resource; }
 
-    [[nodiscard]] std::size_t pageCount() const noexcept { return m_hrefs.size(); }
-    // References are valid as long as the object.
-    [[nodiscard]] const std::u16string& href(std::size_t page) const { return *m_hrefs[page]; }
+    [[nodiscard]] std::size_t pageCount() const noexcept;
+    // As bytes; see docimage/unitBytes.hpp.
+    [[nodiscard]] std::string href(std::size_t page) const;
     // The first item of the page, and the one after its last.
-    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> itemsOfPage(std::size_t page) const {
-        return {m_firstItems[page], m_firstItems[page + 1]};
-    }
+    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> itemsOfPage(std::size_t page) const;
 
-    [[nodiscard]] std::size_t itemCount() const noexcept { return m_items.size(); }
-    [[nodiscard]] const property::RefItem& item(std::size_t number) const {
-        return *m_items[number];
-    }
-    [[nodiscard]] std::uint32_t pageOfItem(std::size_t number) const {
-        return m_pagesOfItems[number];
-    }
+    [[nodiscard]] std::size_t itemCount() const noexcept;
+    // The reference is valid as long as the object.
+    [[nodiscard]] const property::RefItem& item(std::size_t number) const;
+    [[nodiscard]] std::uint32_t pageOfItem(std::size_t number) const;
 
     // The item's properties; null for an item without any.
     [[nodiscard]] const ClassExpansion* expansion(std::size_t number) const;
@@ -71,13 +67,18 @@ class ProductPages {
     [[nodiscard]] const docimage::Lexicon& words() const;
 
   private:
+    [[nodiscard]] bool hasProperties(std::size_t item) const;
+
     std::shared_ptr<const ReferenceResource> m_resource;
+    // What the pages come from: an image, or else the resource's map, whose elements are numbered.
+    const docimage::PageImage* m_image;
     std::vector<const std::u16string*> m_hrefs;
     std::vector<std::uint32_t> m_firstItems;
     std::vector<const property::RefItem*> m_items;
     std::vector<std::uint32_t> m_pagesOfItems;
 
-    // Owned; null until it is first asked for.
+    // Owned; null until they are first asked for.
+    mutable std::vector<std::atomic<const property::RefItem*>> m_imageItems;
     mutable std::vector<std::atomic<const ClassExpansion*>> m_expansions;
     mutable std::once_flag m_wordsMade;
     mutable std::shared_ptr<const docimage::Image> m_wordsImage;
@@ -94,11 +95,17 @@ class JoinedPages {
     [[nodiscard]] const ProductPages& pages() const noexcept { return *m_pages; }
 
     // The page of a lookup href, and the lookup href of a page; `none` where there is none.
-    [[nodiscard]] std::uint32_t pageOfHref(std::size_t href) const { return m_pagesOfHrefs[href]; }
-    [[nodiscard]] std::uint32_t hrefOfPage(std::size_t page) const { return m_hrefsOfPages[page]; }
+    [[nodiscard]] std::uint32_t pageOfHref(std::uint32_t href) const {
+        return m_isSame ? href : m_pagesOfHrefs[href];
+    }
+    [[nodiscard]] std::uint32_t hrefOfPage(std::uint32_t page) const {
+        return m_isSame ? page : m_hrefsOfPages[page];
+    }
 
   private:
     std::shared_ptr<const ProductPages> m_pages;
+    // Whether both have the same hrefs, as they mostly do.
+    bool m_isSame = false;
     std::vector<std::uint32_t> m_pagesOfHrefs;
     std::vector<std::uint32_t> m_hrefsOfPages;
 };

@@ -11,16 +11,6 @@ using docparser::DocParserException;
 using foundation::core::Mutex;
 using foundation::core::MutexLock;
 
-namespace {
-
-// Takes the items out of `resource`.
-std::shared_ptr<const ReferenceResource> toShared(ReferenceResource& resource) {
-    return std::make_shared<const ReferenceResource>(resource.getHeaderInfo(),
-                                                     resource.takeItems());
-}
-
-}  // namespace
-
 ReferenceStore::ReferenceStore(std::shared_ptr<docparser::DocSource> source)
     : m_source(std::move(source)),
       m_emptyLookupCache(std::make_shared<const LookupResources>()),
@@ -159,7 +149,8 @@ ReferenceStore::ResourcePtr ReferenceStore::parseIntoCache(
         if (m_resourceCache->contains(name))
             continue;
         m_origins.insert_or_assign(name, reading);
-        m_resourceCache->emplace(name, toShared(resource));
+        m_resourceCache->emplace(
+            name, std::make_shared<const ReferenceResource>(std::move(resource)));
     }
     return findCached(product);
 }
@@ -169,7 +160,9 @@ ReferenceStore::ResourcePtr ReferenceStore::parseAlone(const std::u16string& res
                                                        const std::u16string& product) {
     auto resources = m_source->getResourceFile(resourceFile);
     const auto found = resources.find(product);
-    return found == resources.end() ? nullptr : toShared(found->second);
+    return found == resources.end()
+               ? nullptr
+               : std::make_shared<const ReferenceResource>(std::move(found->second));
 }
 
 // Whether a cached resource was read for these lookups. Where that is not known, the name of its

@@ -1,0 +1,23 @@
+// An item as bytes: its fields one after the other, texts and lists with their length before them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
+
+#include "property/ItemData.hpp"
+#include "property/RefItem.hpp"
+
+namespace reference::docimage {
+
+[[nodiscard]] std::string toItemRecord(const property::RefItem& item);
+
+// What is read of a record. Each throws DamagedImage for bytes that are no record.
+[[nodiscard]] property::ItemHead readItemHead(std::string_view record);
+[[nodiscard]] boost::intrusive_ptr<const property::WholeItem> readItem(std::string_view record);
+
+// Whether the item has properties, as a class has.
+[[nodiscard]] bool hasProperties(std::string_view record);
+
+}  // namespace reference::docimage

@@ -1,0 +1,178 @@
+#include "docset/CompiledFiles.hpp"
+
+#include <system_error>
+#include <utility>
+
+#include "docimage/ImageFile.hpp"
+#include "docimage/TextTable.hpp"
+#include "docimage/unitBytes.hpp"
+#include "docset/ContainedFile.hpp"
+#include "files/MappedFile.hpp"
+
+namespace reference::docset {
+namespace {
+
+using docimage::DamagedImage;
+using docimage::Image;
+using docimage::ImageKind;
+using docimage::ImageSource;
+using docimage::ImageWriter;
+using docimage::LookupImage;
+using docimage::OpenedImage;
+using docimage::PageImage;
+using docimage::TextTable;
+using docimage::TextTableBuilder;
+
+constexpr std::string_view jsonEnding = ".json";
+constexpr std::string_view imageEnding = ".image";
+
+// The sections of an image: the headers of its products, four texts each, then what it holds.
+constexpr std::uint32_t headersSection = 1;  // 2 sections
+constexpr std::size_t headerTexts = 4;
+
+// A product's pages; LookupImage has numbers of its own.
+std::uint32_t pagesSection(std::size_t product) {
+    constexpr std::uint32_t sectionsOfProduct = 20;
+    return 100 + static_cast<std::uint32_t>(product) * sectionsOfProduct;
+}
+
+void addHeader(const ProductHeader& header, TextTableBuilder& texts) {
+    for (const auto* text :
+         {&header.shortName, &header.displayName, &header.helpFolder, &header.version})
+        texts.add(docimage::toUnitBytes(*text));
+}
+
+ProductHeader headerAt(const TextTable& texts, std::size_t product) {
+    const auto text = [&](std::size_t at) {
+        return docimage::fromUnitBytes(texts[product * headerTexts + at]);
+    };
+    return {.shortName = text(0), .displayName = text(1), .helpFolder = text(2), .version = text(3)};
+}
+
+// Whether the file still has the content that the image was made from. Where only its time differs,
+// as after a copy, its content is hashed.
+bool isOf(const ImageSource& source, const files::Descriptor& json, const files::Folder& root,
+          const std::string& jsonFile) {
+    const auto stamp = files::FileStamp::of(json.number());
+    if (stamp == source.stamp)
+        return true;
+    if (stamp.size != source.stamp.size)
+        return false;
+    std::error_code error;
+    const auto content = root.readFile(jsonFile, maxFileSize, error);
+    return content && Image::hashOf(*content) == source.hash;
+}
+
+// The image of a JSON file that is there.
+std::shared_ptr<const Image> openImage(const files::Folder& root, const std::string& jsonFile,
+                                       ImageKind kind, const PassedOver& onPassedOver) {
+    std::error_code error;
+    const files::Descriptor json = root.openFile(jsonFile, error);
+    if (!json.isOpen())
+        return nullptr;
+    const std::string imageFile = imageFileName(jsonFile);
+    const std::string name = (root.path() / imageFile).string();
+    const files::Descriptor file = root.openFile(imageFile, error);
+    if (!file.isOpen()) {
+        if (error != std::errc::no_such_file_or_directory)
+            onPassedOver(name + ": The image cannot be opened: " + error.message() + ".");
+        return nullptr;
+    }
+    const auto mapped = std::make_shared<const files::MappedFile>(file.number());
+    OpenedImage opened = docimage::openImageFile(mapped, mapped->content(), kind, name);
+    if (isOf(opened.source, json, root, jsonFile))
+        return std::move(opened.image);
+    onPassedOver(name + ": The image is not of the JSON file as it is now; \"vref compile\" makes it " +
+                 "anew.");
+    return nullptr;
+}
+
+// What `read` makes of the image; nothing where the image cannot be used.
+template <typename Read>
+auto readImage(const files::Folder& root, const std::string& jsonFile, ImageKind kind,
+               const PassedOver& onPassedOver, Read read)
+    -> std::optional<decltype(read(std::shared_ptr<const Image>()))> {
+    try {
+        if (auto image = openImage(root, jsonFile, kind, onPassedOver))
+            return read(std::move(image));
+    } catch (const DamagedImage& damage) {
+        onPassedOver(damage.what());
+    } catch (const std::system_error& problem) {
+        onPassedOver(problem.what());
+    }
+    return std::nullopt;
+}
+
+// Under another name first, so that readers find the old image, none, or the new one, whole.
+void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageKind kind,
+                const ImageWriter& image) {
+    std::error_code error;
+    const files::Descriptor json = folder.openFile(jsonFile, error);
+    const auto content = json.isOpen() ? folder.readFile(jsonFile, maxFileSize, error)
+                                       : std::nullopt;
+    if (!content)
+        throw std::system_error(error, (folder.path() / jsonFile).string());
+    const ImageSource source{.stamp = files::FileStamp::of(json.number()),
+                             .hash = Image::hashOf(*content)};
+    const std::string imageFile = imageFileName(jsonFile);
+    folder.writeFile(imageFile + ".new", docimage::toImageFile(image, kind, source));
+    folder.rename(imageFile + ".new", imageFile);
+}
+
+}  // namespace
+
+std::string imageFileName(std::string_view jsonFile) {
+    if (jsonFile.ends_with(jsonEnding))
+        jsonFile.remove_suffix(jsonEnding.size());
+    return std::string(jsonFile) + std::string(imageEnding);
+}
+
+std::optional<CompiledLookup> openCompiledLookup(const files::Folder& root,
+                                                 const std::string& jsonFile,
+                                                 const PassedOver& onPassedOver) {
+    return readImage(root, jsonFile, ImageKind::Lookup, onPassedOver,
+                     [](const std::shared_ptr<const Image>& image) {
+                         return CompiledLookup{
+                             .header = headerAt(TextTable(*image, headersSection), 0),
+                             .records = std::make_shared<const LookupImage>(image)};
+                     });
+}
+
+std::optional<std::vector<CompiledPages>> openCompiledPages(const files::Folder& root,
+                                                            const std::string& jsonFile,
+                                                            const PassedOver& onPassedOver) {
+    return readImage(root, jsonFile, ImageKind::Pages, onPassedOver,
+                     [](const std::shared_ptr<const Image>& image) {
+                         std::vector<CompiledPages> products;
+                         const TextTable headers(*image, headersSection);
+                         for (std::size_t at = 0; at < headers.size() / headerTexts; ++at)
+                             products.push_back({.header = headerAt(headers, at),
+                                                 .pages = std::make_shared<const PageImage>(
+                                                     image, pagesSection(at))});
+                         return products;
+                     });
+}
+
+void writeCompiledLookup(const files::Folder& folder, const std::string& jsonFile,
+                         const LookupContents& contents) {
+    ImageWriter image;
+    TextTableBuilder headers;
+    addHeader(contents.header, headers);
+    headers.writeTo(image, headersSection);
+    LookupImage::write(contents.entities, image);
+    writeImage(folder, jsonFile, ImageKind::Lookup, image);
+}
+
+void writeCompiledPages(const files::Folder& folder, const std::string& jsonFile,
+                        const std::vector<ReferenceContents>& contents) {
+    ImageWriter image;
+    TextTableBuilder headers;
+    for (const auto& product : contents)
+        addHeader(product.header, headers);
+    headers.writeTo(image, headersSection);
+    for (std::size_t at = 0; at < contents.size(); ++at)
+        PageImage::write(contents[at].pages, image, pagesSection(at));
+    writeImage(folder, jsonFile, ImageKind::Pages, image);
+}
+
+}  // namespace reference::docset
