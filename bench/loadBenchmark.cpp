@@ -7,6 +7,7 @@
 #include <iostream>
 #include <memory>
 #include <optional>
+#include <simdjson.h>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -16,7 +17,6 @@
 #include <boost/json/monotonic_resource.hpp>
 #include <boost/json/parse.hpp>
 #include <boost/json/value.hpp>
-#include <simdjson.h>
 
 #include "docset/Fault.hpp"
 #include "docset/Manifest.hpp"
@@ -100,11 +100,12 @@ void timeParsers(const std::string& file, const std::string& text) {
         json::value document = json::parse(text, memory.get());
         return std::pair(std::move(memory), std::move(document));
     });
-    time("parse/simdjson: " + file, text.size(), [padded = std::make_shared<simdjson::padded_string>(text)] {
-        auto parser = std::make_unique<simdjson::dom::parser>();
-        static_cast<void>(parser->parse(*padded).value());
-        return parser;
-    });
+    time("parse/simdjson: " + file, text.size(),
+         [padded = std::make_shared<simdjson::padded_string>(text)] {
+             auto parser = std::make_unique<simdjson::dom::parser>();
+             static_cast<void>(parser->parse(*padded).value());
+             return parser;
+         });
 }
 
 void registerAll(const Product& product) {
