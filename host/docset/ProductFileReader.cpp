@@ -30,7 +30,7 @@ void requireNameAndElements(std::string_view name, const JsonNode& list) {
 template <typename Entry>
 std::vector<Entry>& listUnder(std::u16string key,
                               std::map<std::u16string, std::vector<Entry>>& lists) {
-    return lists.try_emplace(lists.end(), std::move(key))->second;
+    return lists.emplace_hint(lists.end(), std::move(key), std::vector<Entry>())->second;
 }
 
 }  // namespace
