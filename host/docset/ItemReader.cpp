@@ -1,17 +1,32 @@
 #include "docset/ItemReader.hpp"
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
 #include "fl/i18n/utf.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 
 namespace reference::docset {
 namespace {
 
 using namespace property;
+
+// The names of the enumeration's named values, in their order.
+template <typename Enumeration>
+const std::vector<std::string>& namesOf() {
+    static const foundation::core::NeverDestroyed<std::vector<std::string>> names([] {
+        std::vector<std::string> all;
+        for (const auto value : Enumeration::namedValues())
+            all.push_back(Enumeration::enumToString(value));
+        return all;
+    }());
+    return *names;
+}
 
 // A value of an enumeration: one of its names, or any 32-bit number.
 template <typename Enumeration>
@@ -30,13 +45,13 @@ typename Enumeration::Value readEnumeration(const JsonNode& node,
     if (!text)
         return fallback;
     // Exactly as the format spells them: Enumeration::fromString() is for people and takes more.
+    const auto& names = namesOf<Enumeration>();
+    const auto found = std::ranges::find(names, *text);
+    if (found != names.end())
+        return Enumeration::namedValues()[static_cast<std::size_t>(found - names.begin())];
     std::string known;
-    for (const auto value : Enumeration::namedValues()) {
-        const std::string name = Enumeration::enumToString(value);
-        if (*text == name)
-            return value;
+    for (const auto& name : names)
         known += (known.empty() ? "" : ", ") + name;
-    }
     node.fault("\"" + std::string(*text) + "\" is not known here; one of these is: " + known +
                "; or a number.");
     return fallback;
@@ -53,9 +68,11 @@ typename Enumeration::Value requiredEnumeration(const JsonNode& node, std::strin
 template <typename ReadElement>
 auto listOf(const JsonNode& node, std::string_view member, ReadElement readElement) {
     std::vector<decltype(readElement(node))> list;
-    if (const auto value = node.find(member))
+    if (const auto value = node.find(member)) {
+        list.reserve(value->elementCount());
         value->forEachElement(
             [&](const JsonNode& element) { list.push_back(readElement(element)); });
+    }
     return list;
 }
 

@@ -22,6 +22,10 @@ json::string_view keyView(std::string_view text) {
     return {text.data(), text.size()};
 }
 
+std::string_view nameOf(const json::key_value_pair& member) {
+    return {member.key().data(), member.key().size()};
+}
+
 // Why the text is no JSON document: the parser's reason, unless the bytes are no text at all.
 std::string whyNotJson(std::string_view text, const json::error_code& error) {
     if (text.substr(0, 3) == "\xEF\xBB\xBF")
@@ -143,20 +147,29 @@ void JsonNode::fault(std::string problem) const {
 }
 
 bool JsonNode::isObjectOf(std::initializer_list<std::string_view> members) const {
-    if (!m_value->is_object()) {
+    const auto* object = m_value->if_object();
+    if (object == nullptr) {
         fault("An object was expected here.");
         return false;
     }
     bool sound = true;
-    forEachMember([&](std::string_view key, const JsonNode& node) {
-        if (std::ranges::find(members, key) != members.end())
-            return;
+    const auto* next = members.begin();
+    for (const auto& member : *object) {
+        // Mostly the file has them in this order, perhaps without some of them.
+        next = std::find(next, members.end(), nameOf(member));
+        if (next == members.end())
+            next = std::find(members.begin(), members.end(), nameOf(member));
+        if (next != members.end()) {
+            ++next;
+            continue;
+        }
         std::string known;
-        for (const auto member : members)
-            known += (known.empty() ? "" : ", ") + std::string(member);
-        node.fault("There is no such member; known here are: " + known + ".");
+        for (const auto name : members)
+            known += (known.empty() ? "" : ", ") + std::string(name);
+        JsonNode(member.value(), *this, nameOf(member))
+            .fault("There is no such member; known here are: " + known + ".");
         sound = false;
-    });
+    }
     return sound;
 }
 
@@ -164,10 +177,14 @@ std::optional<JsonNode> JsonNode::find(std::string_view name) const {
     const auto* object = m_value->if_object();
     if (object == nullptr)
         return std::nullopt;
-    const auto found = object->find(keyView(name));
+    // Mostly the file has the members in the order in which they are looked for.
+    const auto* found = object->begin() + m_next;
+    if (found == object->end() || nameOf(*found) != name)
+        found = object->find(keyView(name));
     if (found == object->end())
         return std::nullopt;
-    return JsonNode(found->value(), *this, std::string_view(found->key().data(), name.size()));
+    m_next = static_cast<std::size_t>(found - object->begin()) + 1;
+    return JsonNode(found->value(), *this, nameOf(*found));
 }
 
 std::optional<JsonNode> JsonNode::require(std::string_view name) const {
@@ -198,6 +215,11 @@ std::optional<std::uint64_t> JsonNode::wholeNumber() const {
         return number;
     fault("A whole number of 0 or more was expected here.");
     return std::nullopt;
+}
+
+std::size_t JsonNode::elementCount() const {
+    const auto* array = m_value->if_array();
+    return array == nullptr ? 0 : array->size();
 }
 
 void JsonNode::requireElements() const {

@@ -55,6 +55,9 @@ class JsonNode {
     // `mayBeEmpty` is false.
     [[nodiscard]] std::u16string requiredTextOf(std::string_view name, bool mayBeEmpty) const;
 
+    // How many elements the array has; 0 when this is not one.
+    [[nodiscard]] std::size_t elementCount() const;
+
     // Reports a list that has no elements, and nothing else.
     void requireElements() const;
 
@@ -82,6 +85,7 @@ class JsonNode {
     const JsonNode* m_parent = nullptr;
     std::string_view m_key;
     std::size_t m_index = 0;
+    mutable std::size_t m_next = 0;  // the place after the member that was found last
 };
 
 // A parsed file. One thread at a time.

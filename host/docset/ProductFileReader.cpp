@@ -25,6 +25,14 @@ void requireNameAndElements(std::string_view name, const JsonNode& list) {
     list.requireElements();
 }
 
+// The list that is filed under the key; a new one when there is none. Mostly a file has its keys in
+// the map's order, in which the end is where the next one belongs.
+template <typename Entry>
+std::vector<Entry>& listUnder(std::u16string key,
+                              std::map<std::u16string, std::vector<Entry>>& lists) {
+    return lists.emplace_hint(lists.end(), std::move(key), std::vector<Entry>())->second;
+}
+
 }  // namespace
 
 std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
@@ -52,7 +60,8 @@ std::optional<LookupContents> readLookupFile(const files::Folder& root,
     readHeaderFields(*product, contents.header);
     entities->forEachMember([&](std::string_view name, const JsonNode& list) {
         requireNameAndElements(name, list);
-        auto& records = contents.entities[fl::i18n::toUtf16(name)];
+        auto& records = listUnder(fl::i18n::toUtf16(name), contents.entities);
+        records.reserve(list.elementCount());
         list.forEachElement(
             [&](const JsonNode& node) { records.push_back(readLookupRecord(node)); });
     });
@@ -88,7 +97,8 @@ std::optional<std::vector<ReferenceContents>> readReferenceFile(const files::Fol
             pages->forEachMember([&](std::string_view href, const JsonNode& list) {
                 requireNameAndElements(href, list);
                 const std::u16string key = fl::i18n::toUtf16(href);
-                auto& items = contents.pages[key];
+                auto& items = listUnder(key, contents.pages);
+                items.reserve(list.elementCount());
                 list.forEachElement(
                     [&](const JsonNode& item) { items.push_back(readItem(item, key)); });
             });

@@ -1,7 +1,12 @@
+#include <algorithm>
+#include <random>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include <boost/json/parse.hpp>
+#include <boost/json/serialize.hpp>
+#include <boost/json/value.hpp>
 #include <gmock/gmock.h>
 
 #include "docset/ProductFileReader.hpp"
@@ -95,6 +100,49 @@ TEST(ProductFileTest, ItemsOfAPageKeepTheirOrder) {
                 ElementsAre(testing::Property(&RefItem::getPurpose, u"2"),
                             testing::Property(&RefItem::getPurpose, u"1")));
     EXPECT_EQ(contents->at(1).header.shortName, u"b");
+}
+
+// Puts the members of every object into another order.
+void shuffleMembers(boost::json::value& value, std::mt19937& random) {
+    if (auto* array = value.if_array())
+        for (auto& element : *array)
+            shuffleMembers(element, random);
+    auto* object = value.if_object();
+    if (object == nullptr)
+        return;
+    std::vector<std::string> names;
+    for (auto& member : *object) {
+        shuffleMembers(member.value(), random);
+        names.emplace_back(member.key());
+    }
+    std::ranges::shuffle(names, random);
+    boost::json::object shuffled;
+    for (const auto& name : names)
+        shuffled[name] = object->at(name);
+    *object = shuffled;
+}
+
+TEST(ProductFileTest, MembersMayStandInAnyOrder) {
+    const TempFolder root;
+    writeSet(root, soundSet());
+    const auto lookup = readLookupFile(root.path(), lookupPath, raise).value();
+    const auto reference = readReferenceFile(root.path(), referencePath, raise).value();
+    std::mt19937 random(1);
+    for (int round = 0; round < 20; ++round) {
+        SetTexts texts = soundSet();
+        for (auto* text : {&texts.lookup, &texts.reference}) {
+            boost::json::value document = boost::json::parse(*text);
+            shuffleMembers(document, random);
+            *text = boost::json::serialize(document);
+        }
+        SCOPED_TRACE(texts.lookup + "\n" + texts.reference);
+        const TempFolder shuffled;
+        writeSet(shuffled, texts);
+        EXPECT_EQ(readLookupFile(shuffled.path(), lookupPath, raise).value().entities,
+                  lookup.entities);
+        EXPECT_EQ(readReferenceFile(shuffled.path(), referencePath, raise).value().at(0).pages,
+                  reference.at(0).pages);
+    }
 }
 
 TEST(ProductFileTest, AFaultyFieldTakesItsDefaultWhenTheHandlerReturns) {

@@ -8,7 +8,9 @@
 #include <vector>
 
 #include <gmock/gmock.h>
+#include <unicode/uchar.h>
 #include <unicode/ustring.h>
+#include <unicode/utf16.h>
 
 #include "fl/i18n/transform.hpp"
 #include "fl/i18n/utf.hpp"
@@ -61,6 +63,51 @@ TEST(TransformTest, LowersRandomAsciiTextsAsTheFullMappingDoes) {
     }
 }
 
+// Every character alone, and beside a sigma, whose form its neighbours decide.
+TEST(TransformTest, LowersEveryCharacterAsTheFullMappingDoes) {
+    for (char32_t number = 0; number <= UCHAR_MAX_VALUE; ++number) {
+        if (U_IS_SURROGATE(number))
+            continue;
+        std::u16string character;
+        if (U_IS_SUPPLEMENTARY(number))
+            character = {U16_LEAD(number), U16_TRAIL(number)};
+        else
+            character = {static_cast<char16_t>(number)};
+        // After a sigma that ends a word but for this character, and before one.
+        const std::u16string text = character + u" A\u03A3" + character + u" A\u03A3" + character +
+                                    u"B " + character + u"\u03A3 A" + character + u"\u03A3 1" +
+                                    character + u"\u03A3";
+        ASSERT_EQ(lowerCased(text), fullMapping(text))
+            << "character " << static_cast<UChar32>(number);
+    }
+}
+
+// Of characters that matter to each other, in texts of every length up to a few lines, and cut at
+// any place.
+TEST(TransformTest, LowersRandomTextsAsTheFullMappingDoes) {
+    const std::vector<std::u16string> characters = {
+        u"a", u"Z", u"1", u" ", u"\u03A3", u"\u03A3", u"\u03A3", u"\u0391", u"\u0130",
+        // Ignored beside a sigma: ASCII, one and two units, with case and without.
+        u".", u"'", u"\u00AD", u"\u0301", u"\u02B0", u"\u0345", u"\U0001F3FB", u"\U0001D167",
+        u"\u212A", u"信", u"\U00010400", u"\U0001F600", u"THE WORDS BETWEEN THEM"};
+    const auto seed = std::random_device{}();
+    SCOPED_TRACE("seed " + std::to_string(seed));
+    std::mt19937 random(seed);
+    std::uniform_int_distribution<std::size_t> which(0, characters.size() - 1);
+    for (std::size_t round = 0; round < 20000; ++round) {
+        std::u16string text;
+        for (std::size_t count = round % (round % 100 == 0 ? 2000 : 12); count > 0; --count)
+            text += characters[which(random)];
+        const std::u16string whole = fullMapping(text);
+        ASSERT_EQ(lowerCased(text), whole) << fl::i18n::toUtf8(text);
+        const std::size_t capacity = random() % (whole.size() + 1);
+        std::u16string part(capacity, u'#');
+        ASSERT_EQ(transform(part.data(), capacity, text.data(), text.size(), to_lower{}),
+                  whole.size());
+        ASSERT_EQ(part, whole.substr(0, capacity)) << fl::i18n::toUtf8(text);
+    }
+}
+
 TEST(TransformTest, AppliesTheFullMappingOfTheRootLocale) {
     struct Row {
         const char* name;
@@ -77,6 +124,10 @@ TEST(TransformTest, AppliesTheFullMappingOfTheRootLocale) {
         {"sigma within a word", u"\u03A3\u039F\u03A3\u0391", u"\u03C3\u03BF\u03C3\u03B1"},
         {"sigma at the end of a word", u"\u039F\u03A3", u"\u03BF\u03C2"},
         {"sigma alone", u"\u03A3", u"\u03C3"},
+        {"sigma at the end, across an accent and a soft hyphen", u"\u039F\u0301\u03A3\u00AD.",
+         u"\u03BF\u0301\u03C2\u00AD."},
+        {"sigma within a word, across an apostrophe", u"\u039F\u03A3'\u039F",
+         u"\u03BF\u03C3'\u03BF"},
         {"Kelvin sign shrinks to ASCII", u"\u212A", u"k"},
         {"Deseret letter beyond the first plane", u"\U00010400", u"\U00010428"},
         {"Deseret among others", u"A\U00010400B\U00010401", u"a\U00010428b\U00010429"},

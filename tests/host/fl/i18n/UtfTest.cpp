@@ -68,6 +68,36 @@ TEST(UtfTest, RefusesIllFormedUtf8AndNamesTheByte) {
     }
 }
 
+// Whatever stands before, between and after ASCII of any length.
+TEST(UtfTest, ConvertsOtherCharactersAtAnyPlaceWithinAscii) {
+    for (std::size_t before = 0; before < 20; ++before)
+        for (std::size_t after = 0; after < 20; ++after)
+            for (const auto& row : pairs) {
+                SCOPED_TRACE(std::to_string(before) + " units, " + row.name + ", " +
+                             std::to_string(after) + " units");
+                const std::string start(before, '\x7F');
+                const std::string end(after, 'z');
+                const std::u16string wideStart(before, u'\x7F');
+                const std::u16string wideEnd(after, u'z');
+                EXPECT_EQ(toUtf16(start + row.utf8 + end + row.utf8),
+                          wideStart + row.utf16 + wideEnd + row.utf16);
+            }
+}
+
+TEST(UtfTest, NamesTheIllFormedByteAtAnyPlaceWithinAscii) {
+    for (std::size_t before = 0; before < 20; ++before) {
+        const std::string text = "\xC3\xA9" + std::string(before, 'a') + "\x80" + "bcdefghijk";
+        SCOPED_TRACE(before);
+        try {
+            static_cast<void>(toUtf16(text));
+            ADD_FAILURE() << "nothing was thrown";
+        } catch (const std::invalid_argument& problem) {
+            EXPECT_THAT(problem.what(),
+                        testing::HasSubstr("at byte " + std::to_string(before + 2) + "."));
+        }
+    }
+}
+
 TEST(UtfTest, WritesAReplacementForEachUnpairedSurrogate) {
     constexpr char16_t lead = 0xD801;
     constexpr char16_t trail = 0xDC00;
