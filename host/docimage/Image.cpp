@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <limits>
-
 #include <xxhash.h>
 
 namespace reference::docimage {

@@ -40,8 +40,8 @@ class VELTRA_HOST_API Image {
     // An image in memory.
     Image(std::shared_ptr<const std::string> bytes, Sections sections);
 
-    // An image whose bytes `owner` keeps alive. `blockHashes` has one for each begun block, and lives
-    // as long; `name` is for messages. The sections must lie within the bytes.
+    // An image whose bytes `owner` keeps alive. `blockHashes` has one for each begun block, and
+    // lives as long; `name` is for messages. The sections must lie within the bytes.
     Image(std::shared_ptr<const void> owner, std::string_view bytes, Sections sections,
           std::span<const std::uint64_t> blockHashes, std::string name);
 

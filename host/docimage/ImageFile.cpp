@@ -114,8 +114,8 @@ OpenedImage openImageFile(std::shared_ptr<const void> owner, std::string_view co
     const std::string_view table = content.substr(sizeof(Header), tableSize);
     if (headerHash(header, table) != header.hashOfHeader)
         fail("The image's header is damaged.");
-    const std::size_t blocks = header.dataSize / Image::blockSize +
-                               (header.dataSize % Image::blockSize == 0 ? 0 : 1);
+    const std::size_t blocks =
+        header.dataSize / Image::blockSize + (header.dataSize % Image::blockSize == 0 ? 0 : 1);
     const std::size_t hashesAt = roundedUp(header.dataOffset + header.dataSize, hashSize);
     if (content.size() != hashesAt + blocks * hashSize)
         fail("The image is not whole.");

@@ -27,8 +27,8 @@ struct ImageSource {
     friend bool operator==(const ImageSource&, const ImageSource&) = default;
 };
 
-// The content of the file of an image. After a header, which is hashed as a whole, come the sections
-// from the next multiple of Image::blockSize on, and a hash for each block of them.
+// The content of the file of an image. After a header, which is hashed as a whole, come the
+// sections from the next multiple of Image::blockSize on, and a hash for each block of them.
 [[nodiscard]] VELTRA_HOST_API std::string toImageFile(const ImageWriter& image, ImageKind kind,
                                                       const ImageSource& source);
 

@@ -140,14 +140,15 @@ ItemBody readBody(Reader& reader) {
     ItemBody body;
     body.description = reader.text();
     body.appThumbnail = AppThumbnail{reader.text(), reader.text()};
-    body.syntaxGroups =
-        reader.list([&] { return SyntaxGroup{reader.text(), reader.texts()}; });
+    body.syntaxGroups = reader.list([&] { return SyntaxGroup{reader.text(), reader.texts()}; });
     body.inputs = readInfos<Input>(reader);
-    body.inputGroups =
-        reader.list([&] { return InputGroup{reader.text(), readInfos<Input>(reader)}; });
+    body.inputGroups = reader.list([&] {
+        return InputGroup{reader.text(), readInfos<Input>(reader)};
+    });
     body.outputs = readInfos<Output>(reader);
-    body.classPropertyGroups = reader.list(
-        [&] { return ClassPropertyGroup{reader.text(), readInfos<ClassProperty>(reader)}; });
+    body.classPropertyGroups = reader.list([&] {
+        return ClassPropertyGroup{reader.text(), readInfos<ClassProperty>(reader)};
+    });
     body.seeAlsoInfo = readSeeAlsos(reader);
     body.examples = reader.list([&] { return Example{reader.text(), reader.text()}; });
     body.parameters = reader.list([&] {

@@ -64,6 +64,7 @@ class VELTRA_HOST_API PageImage : public std::enable_shared_from_this<PageImage>
 };
 
 // Adds the words of the texts that a search of all texts looks at.
-VELTRA_HOST_API void addWords(const property::RefItem& item, std::uint32_t number, LexiconBuilder& words);
+VELTRA_HOST_API void addWords(const property::RefItem& item, std::uint32_t number,
+                              LexiconBuilder& words);
 
 }  // namespace reference::docimage

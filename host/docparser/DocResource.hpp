@@ -42,9 +42,9 @@ inline std::map<std::u16string, std::vector<property::RefItem>> itemsOf(
 // A parsed documentation file, or one product's share of it: the product's header and records of
 // type T by key. For lookup records the key is an entity's qualified name, for items it is an href.
 //
-// A value whose copies share the records, which never change. Where they come from a compiled image,
-// the map of them is made when it is first asked for. Many threads may read one object, but none may
-// use it while another changes it.
+// A value whose copies share the records, which never change. Where they come from a compiled
+// image, the map of them is made when it is first asked for. Many threads may read one object, but
+// none may use it while another changes it.
 template <typename T>
 class DocResource {
   public:

@@ -31,6 +31,8 @@ std::shared_ptr<DocSource> source() {
 
 DocSource::~DocSource() = default;
 
+void DocSource::passOverImages(const std::string& /*problem*/) {}
+
 void DocResourceParser::setSource(std::shared_ptr<DocSource> source) {
     // The old source dies outside the lock: its destructor is foreign code.
     State& state = *s_state;
@@ -62,6 +64,10 @@ bool DocResourceParser::isProductInstalled(const std::u16string& product) {
 
 void DocResourceParser::clearSupportPackageCaches() {
     source()->clearSupportPackageCaches();
+}
+
+void DocResourceParser::passOverImages(const std::string& problem) {
+    source()->passOverImages(problem);
 }
 
 std::vector<std::u16string> DocResourceParser::ParsingTools::getSupportedDocLocales() {

@@ -27,6 +27,7 @@ class VELTRA_HOST_API DocResourceParser {
                                                      const std::u16string& locale);
     [[nodiscard]] static bool isProductInstalled(const std::u16string& product);
     static void clearSupportPackageCaches();
+    static void passOverImages(const std::string& problem);
 
     // What the parser knows of the documentation's shape.
     class VELTRA_HOST_API ParsingTools {

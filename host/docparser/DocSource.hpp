@@ -61,6 +61,12 @@ class VELTRA_HOST_API DocSource {
 
     // Forgets what is remembered of the support packages.
     virtual void clearSupportPackageCaches() = 0;
+
+    // A compiled image that this source handed out was found damaged: from now on, everything is to
+    // be read from what the images were made of. `problem` says which image and where. The caches
+    // are cleared afterwards and the request is made again. By default nothing is done, and the
+    // request fails.
+    virtual void passOverImages(const std::string& problem);
 };
 
 }  // namespace reference::docparser

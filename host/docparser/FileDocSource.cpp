@@ -2,15 +2,19 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <future>
 #include <optional>
 #include <set>
 #include <string_view>
+#include <thread>
 #include <utility>
 
 #define BOOST_DLL_USE_STD_FS
 #include <boost/dll/runtime_symbol_info.hpp>
 
 #include "docparser/DocParserException.hpp"
+#include "docset/CompiledFiles.hpp"
+#include "docset/ContainedFile.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "fl/i18n/utf.hpp"
@@ -34,6 +38,42 @@ void throwFault(const Fault& fault) {
 void logFault(const Fault& fault) {
     const foundation::log::diagnostic_logger logger("docparser");
     logger.log(foundation::log::Warning, "left out: " + fault.toString());
+}
+
+// Logs why an image is not used; the file that it was made from is read.
+void logPassedOver(const std::string& why) {
+    const foundation::log::diagnostic_logger logger("docparser");
+    logger.log(foundation::log::Warning, "passed over: " + why);
+}
+
+// What `open` makes of the image of a file; nothing where there is none that can be used.
+template <typename Open>
+auto openCompiled(const fs::path& root, const std::string& jsonFile, Open open)
+    -> decltype(open(std::declval<const files::Folder&>(), jsonFile, &logPassedOver)) {
+    // A root that cannot be opened is reported when the file itself is read.
+    const auto folder = docset::openRoot(root, jsonFile, [](const Fault&) {});
+    if (!folder)
+        return std::nullopt;
+    return open(*folder, jsonFile, &logPassedOver);
+}
+
+// Calls `work(number)` for each number below `count`, on as many threads as there are processors.
+// What it throws is thrown, when all of them have stopped.
+template <typename Work>
+void inParallel(std::size_t count, Work work) {
+    std::atomic<std::size_t> next{0};
+    const auto workOn = [&] {
+        for (std::size_t number = next++; number < count; number = next++)
+            work(number);
+    };
+    const std::size_t threads =
+        std::min<std::size_t>(count, std::max(1U, std::thread::hardware_concurrency()));
+    std::vector<std::future<void>> others;
+    for (std::size_t thread = 1; thread < threads; ++thread)
+        others.push_back(std::async(std::launch::async, workOn));
+    workOn();
+    for (auto& other : others)
+        other.get();
 }
 
 // Where the set that is installed with the library lies, seen from the library itself, so that the
@@ -228,27 +268,50 @@ std::shared_ptr<const FileDocSource::Listing> FileDocSource::listing(Freshness f
     return made;
 }
 
+template <typename Product>
+FileDocSource::LookupResource FileDocSource::readLookup(const Product& product) const {
+    const auto requireSameProduct = [&](const docset::ProductHeader& header) {
+        if (header.shortName != product.shortName)
+            throw DocParserException(
+                Fault{.file = (product.set->root / product.files.lookup).string(),
+                      .field = "product.shortName",
+                      .problem = "The file is of another product than the manifest says (\"" +
+                                 fl::i18n::toUtf8(product.shortName) + "\")."});
+    };
+    using Compiled = std::optional<docset::CompiledLookup>;
+    const auto compiled = m_usesImages ? openCompiled(product.set->root, product.files.lookup,
+                                                      &docset::openCompiledLookup)
+                                       : Compiled();
+    if (compiled) {
+        requireSameProduct(compiled->header);
+        return {toHeaderInfo(compiled->header, product.referenceFileName), compiled->records};
+    }
+    auto contents = docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
+    requireSameProduct(contents->header);
+    return {toHeaderInfo(contents->header, product.referenceFileName),
+            std::move(contents->entities)};
+}
+
 ParsingResults FileDocSource::getResourceLookupFiles() {
     const auto current = listing(Freshness::Reread);
-    ParsingResults results;
-    for (const auto& product : current->products()) {
+    const auto& products = current->products();
+    std::vector<std::optional<LookupResource>> read(products.size());
+    std::vector<std::optional<Fault>> faults(products.size());
+    inParallel(products.size(), [&](std::size_t number) {
         try {
-            auto contents =
-                docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
-            if (contents->header.shortName != product.shortName)
-                throw DocParserException(
-                    Fault{.file = (product.set->root / product.files.lookup).string(),
-                          .field = "product.shortName",
-                          .problem = "The file is of another product than the manifest says (\"" +
-                                     fl::i18n::toUtf8(product.shortName) + "\")."});
-            auto& lookups = product.installed ? results.installed : results.uninstalled;
-            lookups.emplace(product.shortName,
-                            DocResource<property::RefItemLookup>(
-                                toHeaderInfo(contents->header, product.referenceFileName),
-                                std::move(contents->entities)));
+            read[number] = readLookup(products[number]);
         } catch (const DocParserException& exception) {
-            logFault(exception.getFault());
+            faults[number] = exception.getFault();
         }
+    });
+    ParsingResults results;
+    for (std::size_t number = 0; number < products.size(); ++number) {
+        if (faults[number]) {
+            logFault(*faults[number]);
+            continue;
+        }
+        auto& lookups = products[number].installed ? results.installed : results.uninstalled;
+        lookups.emplace(products[number].shortName, std::move(*read[number]));
     }
     return results;
 }
@@ -261,22 +324,39 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
                                  "\" is neither a product nor a reference file below " +
                                  current->location().docRoot.string() +
                                  " or the support packages.");
-    auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
+    // Leaves out a product that an earlier root has, and one that is now read from another file,
+    // such as that of the wanted language when another product of this file lacks the language.
+    const auto isReadHere = [&](const docset::ProductHeader& header) {
+        const Listing::Product* const listed = current->find(header.shortName);
+        return listed == nullptr ||
+               (listed->set->root == file->root &&
+                (!file->inUse || listed->files.reference == file->relativePath));
+    };
     ReferenceResources resources;
-    for (auto& product : *contents) {
-        // Leaves out a product that an earlier root has, and one that is now read from another
-        // file, such as that of the wanted language when another product of this file lacks the
-        // language.
-        const Listing::Product* listed = current->find(product.header.shortName);
-        if (listed != nullptr && (listed->set->root != file->root ||
-                                  (file->inUse && listed->files.reference != file->relativePath)))
-            continue;
-        std::u16string shortName = product.header.shortName;
-        resources.emplace(std::move(shortName),
-                          DocResource<property::RefItem>(toHeaderInfo(product.header, file->name),
-                                                         std::move(product.pages)));
+    const auto add = [&](const docset::ProductHeader& header, auto pages) {
+        if (isReadHere(header))
+            resources.emplace(
+                header.shortName,
+                DocResource<property::RefItem>(toHeaderInfo(header, file->name), std::move(pages)));
+    };
+    using Compiled = std::optional<std::vector<docset::CompiledPages>>;
+    const auto compiled =
+        m_usesImages ? openCompiled(file->root, file->relativePath, &docset::openCompiledPages)
+                     : Compiled();
+    if (compiled) {
+        for (const auto& product : *compiled)
+            add(product.header, product.pages);
+        return resources;
     }
+    auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
+    for (auto& product : *contents)
+        add(product.header, std::move(product.pages));
     return resources;
+}
+
+void FileDocSource::passOverImages(const std::string& problem) {
+    logPassedOver(problem);
+    m_usesImages = false;
 }
 
 ReferenceRoots FileDocSource::getReferenceRoots() {

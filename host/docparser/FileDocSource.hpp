@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -49,6 +50,10 @@ struct ListedProduct {
 // said then holds until the next, so that a product is never read half from one edition and half
 // from another. Support packages' manifests are kept until clearSupportPackageCaches().
 //
+// Where a compiled image stands beside a file and is of it, the image is opened in place of the
+// file; an image that cannot be used is reported like a product that is left out, and the file is
+// read. Several files without an image are read at the same time.
+//
 // A support package that cannot be read, and a product whose lookup file cannot, are left out and
 // reported as warnings on the log channel "docparser". Everything else that cannot be read raises
 // DocParserException. Any thread.
@@ -79,14 +84,19 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
                                 const std::u16string& locale) override;
     bool isProductInstalled(const std::u16string& product) override;
     void clearSupportPackageCaches() override;
+    void passOverImages(const std::string& problem) override;
 
     // All products of all roots, readable or not, in the order of the roots and their manifests.
     [[nodiscard]] std::vector<ListedProduct> listProducts();
 
   private:
+    using LookupResource = DocResource<property::RefItemLookup>;
     struct ListedSet;
     class Listing;
     enum class Freshness { Kept, Reread };
+
+    template <typename Product>
+    LookupResource readLookup(const Product& product) const;
 
     std::shared_ptr<const ListedSet> readSet(const std::filesystem::path& root) const;
     std::shared_ptr<const ListedSet> supportPackage(const std::filesystem::path& root);
@@ -94,6 +104,8 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
 
     // Constant after construction.
     const Locate m_locate;
+
+    std::atomic<bool> m_usesImages{true};
 
     foundation::core::Mutex m_mutex;
     std::shared_ptr<const Listing> m_listing VELTRA_GUARDED_BY(m_mutex);

@@ -46,7 +46,8 @@ ProductHeader headerAt(const TextTable& texts, std::size_t product) {
     const auto text = [&](std::size_t at) {
         return docimage::fromUnitBytes(texts[product * headerTexts + at]);
     };
-    return {.shortName = text(0), .displayName = text(1), .helpFolder = text(2), .version = text(3)};
+    return {
+        .shortName = text(0), .displayName = text(1), .helpFolder = text(2), .version = text(3)};
 }
 
 // Whether the file still has the content that the image was made from. Where only its time differs,
@@ -82,7 +83,8 @@ std::shared_ptr<const Image> openImage(const files::Folder& root, const std::str
     OpenedImage opened = docimage::openImageFile(mapped, mapped->content(), kind, name);
     if (isOf(opened.source, json, root, jsonFile))
         return std::move(opened.image);
-    onPassedOver(name + ": The image is not of the JSON file as it is now; \"vref compile\" makes it " +
+    onPassedOver(name +
+                 ": The image is not of the JSON file as it is now; \"vref compile\" makes it " +
                  "anew.");
     return nullptr;
 }
@@ -108,8 +110,8 @@ void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageK
                 const ImageWriter& image) {
     std::error_code error;
     const files::Descriptor json = folder.openFile(jsonFile, error);
-    const auto content = json.isOpen() ? folder.readFile(jsonFile, maxFileSize, error)
-                                       : std::nullopt;
+    const auto content =
+        json.isOpen() ? folder.readFile(jsonFile, maxFileSize, error) : std::nullopt;
     if (!content)
         throw std::system_error(error, (folder.path() / jsonFile).string());
     const ImageSource source{.stamp = files::FileStamp::of(json.number()),
@@ -154,24 +156,24 @@ std::optional<std::vector<CompiledPages>> openCompiledPages(const files::Folder&
 }
 
 void writeCompiledLookup(const files::Folder& folder, const std::string& jsonFile,
-                         const LookupContents& contents) {
+                         const ProductHeader& header, const LookupImage::Entities& entities) {
     ImageWriter image;
     TextTableBuilder headers;
-    addHeader(contents.header, headers);
+    addHeader(header, headers);
     headers.writeTo(image, headersSection);
-    LookupImage::write(contents.entities, image);
+    LookupImage::write(entities, image);
     writeImage(folder, jsonFile, ImageKind::Lookup, image);
 }
 
 void writeCompiledPages(const files::Folder& folder, const std::string& jsonFile,
-                        const std::vector<ReferenceContents>& contents) {
+                        const std::vector<PagesOfProduct>& products) {
     ImageWriter image;
     TextTableBuilder headers;
-    for (const auto& product : contents)
+    for (const auto& product : products)
         addHeader(product.header, headers);
     headers.writeTo(image, headersSection);
-    for (std::size_t at = 0; at < contents.size(); ++at)
-        PageImage::write(contents[at].pages, image, pagesSection(at));
+    for (std::size_t at = 0; at < products.size(); ++at)
+        PageImage::write(products[at].pages, image, pagesSection(at));
     writeImage(folder, jsonFile, ImageKind::Pages, image);
 }
 

@@ -13,7 +13,6 @@
 #include "docimage/LookupImage.hpp"
 #include "docimage/PageImage.hpp"
 #include "docset/ProductDocumentation.hpp"
-#include "docset/ProductFileReader.hpp"
 #include "files/Folder.hpp"
 
 namespace reference::docset {
@@ -42,11 +41,18 @@ using PassedOver = std::function<void(const std::string& why)>;
 [[nodiscard]] std::optional<std::vector<CompiledPages>> openCompiledPages(
     const files::Folder& root, const std::string& jsonFile, const PassedOver& onPassedOver);
 
-// Write the image of a JSON file that lies in `folder` and has these contents, in one step. Throw
-// std::system_error, and std::length_error for contents of more than 4 GiB.
+// What a product's share of a reference file says; both are borrowed.
+struct PagesOfProduct {
+    const ProductHeader& header;
+    const docimage::PageImage::Pages& pages;
+};
+
+// Write the image of a JSON file that lies in `folder` and says this, in one step. Throw
+// std::system_error, and std::length_error for more than 4 GiB of text.
 void writeCompiledLookup(const files::Folder& folder, const std::string& jsonFile,
-                         const LookupContents& contents);
+                         const ProductHeader& header,
+                         const docimage::LookupImage::Entities& entities);
 void writeCompiledPages(const files::Folder& folder, const std::string& jsonFile,
-                        const std::vector<ReferenceContents>& contents);
+                        const std::vector<PagesOfProduct>& products);
 
 }  // namespace reference::docset

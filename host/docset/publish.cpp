@@ -1,6 +1,7 @@
 #include "docset/publish.hpp"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <charconv>
 #include <cstddef>
@@ -17,6 +18,7 @@
 
 #include <boost/json/object.hpp>
 
+#include "docset/CompiledFiles.hpp"
 #include "docset/Formats.hpp"
 #include "docset/JsonText.hpp"
 #include "docset/Manifest.hpp"
@@ -130,6 +132,9 @@ std::string fileStem(const std::u16string& shortName) {
     return stem + "-";
 }
 
+constexpr std::string_view lookupEnding = ".lookup.json";
+constexpr std::string_view referenceEnding = ".reference.json";
+
 // The number of the edition that the file belongs to, when it is one of the product's.
 std::optional<std::size_t> editionOf(const std::string& fileName, const std::string& stem) {
     if (!fileName.starts_with(stem))
@@ -138,7 +143,10 @@ std::optional<std::size_t> editionOf(const std::string& fileName, const std::str
     std::size_t edition = 0;
     const auto [rest, error] = std::from_chars(fileName.data() + stem.size(), end, edition);
     const std::string_view ending(rest, static_cast<std::size_t>(end - rest));
-    if (error != std::errc{} || (ending != ".lookup.json" && ending != ".reference.json"))
+    const bool isOfEdition = std::ranges::any_of(
+        std::array{lookupEnding, referenceEnding},
+        [&](std::string_view known) { return ending == known || ending == imageFileName(known); });
+    if (error != std::errc{} || !isOfEdition)
         return std::nullopt;
     return edition;
 }
@@ -151,7 +159,8 @@ ProductFiles newEdition(const files::Folder& folder, const std::string& locale,
     for (const auto& name : folder.names())
         latest = std::max(latest, editionOf(name, stem).value_or(0));
     const std::string start = locale + "/" + stem + std::to_string(latest + 1);
-    return {.lookup = start + ".lookup.json", .reference = start + ".reference.json"};
+    return {.lookup = start + std::string(lookupEnding),
+            .reference = start + std::string(referenceEnding)};
 }
 
 std::string nameInFolder(const std::string& relativePath) {
@@ -162,8 +171,10 @@ std::set<std::string> namedFiles(const Manifest& manifest) {
     std::set<std::string> names;
     for (const auto& product : manifest.products)
         for (const auto& [locale, files] : product.files) {
-            names.insert(files.lookup);
-            names.insert(files.reference);
+            for (const auto& name : {files.lookup, files.reference}) {
+                names.insert(name);
+                names.insert(imageFileName(name));
+            }
         }
     return names;
 }
@@ -246,9 +257,15 @@ void publishLocked(const files::Folder& root, const std::string& locale,
         folder.writeFile(nameInFolder(files.reference), contents.reference);
         folder.flush();
         requireReadable(root, files, documentation);
+        writeCompiledLookup(folder, nameInFolder(files.lookup), documentation.header,
+                            documentation.entities);
+        writeCompiledPages(folder, nameInFolder(files.reference),
+                           {{.header = documentation.header, .pages = documentation.pages}});
     } catch (...) {
-        removeQuietly(folder, nameInFolder(files.lookup));
-        removeQuietly(folder, nameInFolder(files.reference));
+        for (const auto& file : {nameInFolder(files.lookup), nameInFolder(files.reference)}) {
+            removeQuietly(folder, file);
+            removeQuietly(folder, imageFileName(file));
+        }
         throw;
     }
     replaceManifest(root, after);

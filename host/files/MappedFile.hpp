@@ -9,8 +9,8 @@
 namespace reference::files {
 
 // The content of a file in memory, shared with all processes that map it; nothing is read until it
-// is looked at. Immutable; any thread. The file may be removed or replaced by a rename meanwhile, but
-// must not be made shorter: looking at what is gone ends the process, as for every mapped file.
+// is looked at. Immutable; any thread. The file may be removed or replaced by a rename meanwhile,
+// but must not be made shorter: looking at what is gone ends the process, as for every mapped file.
 class VELTRA_HOST_API MappedFile {
   public:
     // Maps all of an open regular file; the descriptor is not needed any more afterwards. Throws

@@ -64,11 +64,12 @@ const std::u16string& ReferenceDataRetriever::getSearchedText() const noexcept {
 // One snapshot for the whole answer, because the caches may be cleared, or the language changed,
 // meanwhile.
 std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
-    const Snapshot snapshot = cache_manager::referenceStore().snapshot();
-    std::vector<ReferenceData> results;
-    if (snapshot.index() == nullptr)
-        return results;
-    findReferenceData(snapshot, results);
+    auto results = cache_manager::referenceStore().answer([this](const Snapshot& snapshot) {
+        std::vector<ReferenceData> found;
+        if (snapshot.index() != nullptr)
+            findReferenceData(snapshot, found);
+        return found;
+    });
     comparator::sortResults(results, m_request.getRefRequestComparator());
     return results;
 }

@@ -17,9 +17,9 @@ LookupIndex::LookupIndex(const LookupResources& resources) {
     for (const auto& [name, resource] : resources) {
         m_products.push_back({.name = name,
                               .header = resource.getHeaderInfo(),
-                              .lookup = resource.getImage()
-                                            ? resource.getImage()
-                                            : std::make_shared<const LookupImage>(resource.getItems())});
+                              .lookup = resource.getImage() ? resource.getImage()
+                                                            : std::make_shared<const LookupImage>(
+                                                                  resource.getItems())});
         m_firstKeys.push_back(static_cast<std::uint32_t>(keys));
         m_firstHrefs.push_back(static_cast<std::uint32_t>(hrefs));
         keys += m_products.back().lookup->keyCount();
@@ -102,8 +102,8 @@ std::unique_ptr<const LookupIndex::JoinedNames> LookupIndex::join(NameKind kind)
     std::vector<NameTable::Entry> entries;
     for (std::size_t product = 0; product < m_products.size(); ++product)
         for (const NameTable::Entry& entry : m_products[product].lookup->names(kind).entries())
-            entries.push_back({.hash = entry.hash,
-                               .number = firstNumbers(kind)[product] + entry.number});
+            entries.push_back(
+                {.hash = entry.hash, .number = firstNumbers(kind)[product] + entry.number});
     docimage::ImageWriter writer;
     constexpr std::uint32_t firstSection = 0;
     NameTable::write(entries, writer, firstSection);

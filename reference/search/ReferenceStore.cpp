@@ -134,6 +134,12 @@ void ReferenceStore::clearSupportPackageCaches() {
     m_source->clearSupportPackageCaches();
 }
 
+void ReferenceStore::passOverImages(const docimage::DamagedImage& damage) {
+    m_source->passOverImages(damage.what());
+    clearLookupCaches();
+    clearResourceCache();
+}
+
 // Null when the cache does not hold the product.
 ReferenceStore::ResourcePtr ReferenceStore::findCached(const std::u16string& product) const {
     const auto cached = m_resourceCache->find(product);
@@ -149,8 +155,8 @@ ReferenceStore::ResourcePtr ReferenceStore::parseIntoCache(
         if (m_resourceCache->contains(name))
             continue;
         m_origins.insert_or_assign(name, reading);
-        m_resourceCache->emplace(
-            name, std::make_shared<const ReferenceResource>(std::move(resource)));
+        m_resourceCache->emplace(name,
+                                 std::make_shared<const ReferenceResource>(std::move(resource)));
     }
     return findCached(product);
 }

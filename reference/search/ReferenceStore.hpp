@@ -35,6 +35,18 @@ class ReferenceStore {
     // read serves this request and is not cached.
     [[nodiscard]] Snapshot snapshot();
 
+    // What `ask(snapshot)` answers. Where it meets an image that is damaged, the source is told,
+    // the caches are cleared, and `ask` is called again.
+    template <typename Ask>
+    auto answer(Ask ask) {
+        try {
+            return ask(snapshot());
+        } catch (const docimage::DamagedImage& damage) {
+            passOverImages(damage);
+        }
+        return ask(snapshot());
+    }
+
     // Never null; empty while nothing is loaded.
     [[nodiscard]] std::shared_ptr<const LookupResources> lookupCache();
     [[nodiscard]] std::shared_ptr<const LookupResources> uninstalledLookupCache();
@@ -61,6 +73,8 @@ class ReferenceStore {
     void clearSupportPackageCaches();
 
   private:
+    void passOverImages(const docimage::DamagedImage& damage);
+
     friend class Snapshot;
 
     using ResourcePtr = std::shared_ptr<const ReferenceResource>;

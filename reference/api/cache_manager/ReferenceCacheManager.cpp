@@ -40,6 +40,9 @@ class CurrentSource final : public docparser::DocSource {
         return DocResourceParser::isProductInstalled(product);
     }
     void clearSupportPackageCaches() override { DocResourceParser::clearSupportPackageCaches(); }
+    void passOverImages(const std::string& problem) override {
+        DocResourceParser::passOverImages(problem);
+    }
 };
 
 // Made when the library is loaded.
@@ -62,22 +65,23 @@ search::ReferenceRequestExt toExt(const api::ReferenceRequest& request) {
 
 std::map<std::u16string, ProductMatchData> ReferenceCacheManager::GetProductsWithEntity(
     const api::ReferenceRequest& request, SearchMethod method) {
-    std::map<std::u16string, ProductMatchData> found;
-    const search::Snapshot snapshot = s_store->snapshot();
-    const search::LookupIndex* const index = snapshot.index();
-    if (index == nullptr)
-        return found;
     const auto ext = toExt(request);
-    for (const auto& matches : search::EntitySearch(*index, ext, method).run()) {
-        const auto& product = index->products()[matches.product];
-        ProductMatchData data{.referenceFileName = product.header.getReferenceFileName(),
-                              .hrefs = {}};
-        for (const std::uint32_t href : matches.hrefs)
-            data.hrefs.insert(data.hrefs.end(),
-                              docimage::fromUnitBytes(product.lookup->hrefs()[href]));
-        found.emplace_hint(found.end(), product.name, std::move(data));
-    }
-    return found;
+    return s_store->answer([&](const search::Snapshot& snapshot) {
+        std::map<std::u16string, ProductMatchData> found;
+        const search::LookupIndex* const index = snapshot.index();
+        if (index == nullptr)
+            return found;
+        for (const auto& matches : search::EntitySearch(*index, ext, method).run()) {
+            const auto& product = index->products()[matches.product];
+            ProductMatchData data{.referenceFileName = product.header.getReferenceFileName(),
+                                  .hrefs = {}};
+            for (const std::uint32_t href : matches.hrefs)
+                data.hrefs.insert(data.hrefs.end(),
+                                  docimage::fromUnitBytes(product.lookup->hrefs()[href]));
+            found.emplace_hint(found.end(), product.name, std::move(data));
+        }
+        return found;
+    });
 }
 
 bool ReferenceCacheManager::IsNameAndPurposeContentMatch(const std::u16string& searchText,
