@@ -40,10 +40,10 @@ void logFault(const Fault& fault) {
     logger.log(foundation::log::Warning, "left out: " + fault.toString());
 }
 
-// Logs why an image is not used; the file that it was made from is read.
+// Logs why an image is not used. The file that it was made from is read, so nothing is lost.
 void logPassedOver(const std::string& why) {
     const foundation::log::diagnostic_logger logger("docparser");
-    logger.log(foundation::log::Warning, "passed over: " + why);
+    logger.log(foundation::log::Information, "passed over: " + why);
 }
 
 // What `open` makes of the image of a file; nothing where there is none that can be used.
@@ -355,7 +355,8 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
 }
 
 void FileDocSource::passOverImages(const std::string& problem) {
-    logPassedOver(problem);
+    const foundation::log::diagnostic_logger logger("docparser");
+    logger.log(foundation::log::Warning, problem + " No image is used from now on.");
     m_usesImages = false;
 }
 

@@ -51,8 +51,8 @@ struct ListedProduct {
 // from another. Support packages' manifests are kept until clearSupportPackageCaches().
 //
 // Where a compiled image stands beside a file and is of it, the image is opened in place of the
-// file; an image that cannot be used is reported like a product that is left out, and the file is
-// read. Several files without an image are read at the same time.
+// file. An image that cannot be used is passed over with an information on the log channel
+// "docparser", and the file is read. Several files are read at the same time.
 //
 // A support package that cannot be read, and a product whose lookup file cannot, are left out and
 // reported as warnings on the log channel "docparser". Everything else that cannot be read raises

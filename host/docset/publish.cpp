@@ -10,7 +10,6 @@
 #include <set>
 #include <sstream>
 #include <string_view>
-#include <sys/file.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -25,6 +24,7 @@
 #include "docset/ManifestFile.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "docset/ProductFileWriter.hpp"
+#include "docset/SetLock.hpp"
 #include "docset/SetNames.hpp"
 #include "files/Folder.hpp"
 #include "fl/i18n/utf.hpp"
@@ -338,11 +338,7 @@ void publishProduct(const fs::path& root, const std::string& locale,
         fs::create_directories(root);
         const files::Folder folder(root);
         requireOwnFolder(folder);
-        const files::Descriptor lock = folder.openOrMakeFile(lockFileName);
-        while (::flock(lock.number(), LOCK_EX) != 0)
-            if (errno != EINTR)
-                fail(root / lockFileName, std::string("The documentation set cannot be locked: ") +
-                                              std::strerror(errno) + ".");
+        const SetLock lock(folder);
         publishLocked(folder, locale, documentation, contents);
     } catch (const fs::filesystem_error& error) {
         throw PublishError(error.path1().string() + ": " + error.code().message() + ".");

@@ -62,6 +62,9 @@ ExitStatus importSphinx(const ImportSphinxOptions& options);
 // Checks a documentation set.
 ExitStatus validate(const std::string& root);
 
+// Writes the compiled images of a documentation set; faulty files are reported and get none.
+ExitStatus compile(const std::string& root);
+
 struct WarmOptions {
     DocumentationOptions documentation;
     bool trace = false;  // also the records that tell when start-up begins and ends

@@ -63,6 +63,7 @@ class CommandLine {
         addProducts();
         addImport();
         addValidate();
+        addCompile();
         addWarm();
         addWatch();
         addHelp();
@@ -227,6 +228,13 @@ class CommandLine {
         CLI::App* command = m_app.add_subcommand("validate", "Checks a documentation set");
         command->add_option("ROOT", m_root, "The set's folder")->required();
         command->callback([this] { m_command = [this] { return validate(m_root); }; });
+    }
+
+    void addCompile() {
+        CLI::App* command = m_app.add_subcommand(
+            "compile", "Writes the images from which a documentation set is read quickly");
+        command->add_option("ROOT", m_root, "The set's folder")->required();
+        command->callback([this] { m_command = [this] { return compile(m_root); }; });
     }
 
     void addWarm() {

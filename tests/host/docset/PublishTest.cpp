@@ -142,8 +142,11 @@ TEST(PublishTest, KeepsThePreviousEditionsFilesAndRemovesOlderOnes) {
     std::vector<std::string> left;
     for (const auto& entry : fs::directory_iterator(root.path() / "en_US"))
         left.push_back("en_US/" + entry.path().filename().string());
-    EXPECT_THAT(left, testing::UnorderedElementsAre(editions[3].lookup, editions[3].reference,
-                                                    editions[4].lookup, editions[4].reference));
+    EXPECT_THAT(left, testing::UnorderedElementsAre(
+                          editions[3].lookup, editions[3].reference, editions[4].lookup,
+                          editions[4].reference, "en_US/demo-4.lookup.image",
+                          "en_US/demo-4.reference.image", "en_US/demo-5.lookup.image",
+                          "en_US/demo-5.reference.image"));
     EXPECT_THAT(root.read(editions[3].reference), HasSubstr("\"purpose\": \"4\""));
 }
 

@@ -1,0 +1,106 @@
+#include "docset/compile.hpp"
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "docset/CompiledFiles.hpp"
+#include "docset/Manifest.hpp"
+#include "docset/ManifestFile.hpp"
+#include "docset/ProductFileReader.hpp"
+#include "docset/SetLock.hpp"
+#include "files/Folder.hpp"
+
+namespace reference::docset {
+namespace {
+
+// The folder that a file of the set lies in, and its name there.
+struct PlacedFile {
+    files::Folder folder;
+    std::string name;
+};
+
+// Links to folders are refused: an image is written beside the file that the manifest names.
+PlacedFile placeOf(const std::filesystem::path& root, std::string_view relativePath) {
+    files::Folder folder(root);
+    for (auto slash = relativePath.find('/'); slash != std::string_view::npos;
+         slash = relativePath.find('/')) {
+        folder = folder.openFolder(std::string(relativePath.substr(0, slash)));
+        relativePath.remove_prefix(slash + 1);
+    }
+    return {.folder = std::move(folder), .name = std::string(relativePath)};
+}
+
+class Compilation {
+  public:
+    explicit Compilation(const std::filesystem::path& root) : m_root(root), m_folder(root) {}
+
+    void compileLookup(const std::string& file) {
+        if (!m_done.insert(file).second)
+            return;
+        if (openCompiledLookup(m_folder, file, ignore)) {
+            ++m_report.kept;
+            return;
+        }
+        const std::size_t faultsBefore = m_report.faults.size();
+        const auto contents = readLookupFile(m_folder, file, reporter());
+        if (!contents || m_report.faults.size() > faultsBefore)
+            return;
+        const PlacedFile place = placeOf(m_root, file);
+        writeCompiledLookup(place.folder, place.name, contents->header, contents->entities);
+        ++m_report.written;
+    }
+
+    void compilePages(const std::string& file) {
+        if (!m_done.insert(file).second)
+            return;
+        if (openCompiledPages(m_folder, file, ignore)) {
+            ++m_report.kept;
+            return;
+        }
+        const std::size_t faultsBefore = m_report.faults.size();
+        const auto contents = readReferenceFile(m_folder, file, reporter());
+        if (!contents || m_report.faults.size() > faultsBefore)
+            return;
+        std::vector<PagesOfProduct> products;
+        for (const auto& product : *contents)
+            products.push_back({.header = product.header, .pages = product.pages});
+        const PlacedFile place = placeOf(m_root, file);
+        writeCompiledPages(place.folder, place.name, products);
+        ++m_report.written;
+    }
+
+    [[nodiscard]] FaultHandler reporter() {
+        return [this](const Fault& fault) { m_report.faults.push_back(fault); };
+    }
+    [[nodiscard]] const files::Folder& folder() const noexcept { return m_folder; }
+    [[nodiscard]] CompilationReport take() { return std::move(m_report); }
+
+  private:
+    static void ignore(const std::string& /*why*/) {}
+
+    std::filesystem::path m_root;
+    files::Folder m_folder;
+    std::set<std::string> m_done;
+    CompilationReport m_report;
+};
+
+}  // namespace
+
+CompilationReport compile(const std::filesystem::path& root) {
+    Compilation compilation(root);
+    const SetLock lock(compilation.folder());
+    const auto manifest =
+        readManifestFile(compilation.folder(), manifestFileName, compilation.reporter());
+    if (!manifest)
+        return compilation.take();
+    for (const auto& product : manifest->products)
+        for (const auto& [locale, files] : product.files) {
+            compilation.compileLookup(files.lookup);
+            if (!files.reference.empty())
+                compilation.compilePages(files.reference);
+        }
+    return compilation.take();
+}
+
+}  // namespace reference::docset
