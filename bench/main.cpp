@@ -15,6 +15,7 @@
 #include "corpus/Corpus.hpp"
 #include "engines/LibraryEngine.hpp"
 #include "engines/Rivals.hpp"
+#include "grow/grow.hpp"
 #include "measure/queries.hpp"
 
 namespace {
@@ -84,6 +85,17 @@ int main(int argc, char** argv) {
                      "Seconds after which an engine is spared further queries of a class")
         ->capture_default_str();
     queries->callback([&] { runQueries(common, queryOptions); });
+
+    std::filesystem::path from;
+    std::filesystem::path into;
+    std::size_t entities = 0;
+    std::size_t products = 0;
+    auto* const growing = app.add_subcommand("grow", "Makes a large set out of a small real one");
+    growing->add_option("--from", from, "The real set")->required()->type_name("FOLDER");
+    growing->add_option("--into", into, "The new set")->required()->type_name("FOLDER");
+    growing->add_option("--entities", entities, "How many it is to have")->required();
+    growing->add_option("--products", products, "Among how many products")->required();
+    growing->callback([&] { grow(from, into, entities, products); });
 
     try {
         app.parse(argc, argv);
