@@ -60,8 +60,8 @@ def processor():
     return "an unknown processor"
 
 
-def by_engine(row, meaning=None):
-    return {f["engine"]: f for f in row["figures"] if meaning in (None, f["meaning"])}
+def by_engine(row):
+    return {f["engine"]: f for f in row["figures"]}
 
 
 def best_peer(row):

@@ -159,6 +159,7 @@ class ProductReader {
                 for (const std::uint32_t result : found->second)
                     m_corpus.recordResults.emplace_back(record.number, result);
         }
+        m_corpus.resultItems.resize(m_corpus.resultPages.size(), self);
         m_corpus.itemTexts.add(allTexts(item));
         m_corpus.itemResults.push_back(self);
     }

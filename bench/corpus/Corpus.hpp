@@ -49,6 +49,9 @@ struct Corpus {
     TextColumn resultHrefs;
     TextColumn resultPurposes;
     std::vector<std::uint32_t> resultPages;
+    // The item itself, or the item that the property belongs to. The results of an item are
+    // neighbours, with the item itself at the end.
+    std::vector<std::uint32_t> resultItems;
     std::vector<bool> resultIsProperty;
     // Whether the result is part of the answer when its class is asked for.
     std::vector<bool> resultIsInClass;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 namespace reference::bench {
 
@@ -29,18 +28,13 @@ void deliverParts(const Corpus& corpus, std::string_view part, std::uint32_t pag
                   Delivery& delivery) {
     const auto [begin, end] = corpus.pageResults[page];
     bool isPropertyMeant = false;
-    std::vector<std::uint32_t> others;
     for (std::uint32_t result = begin; result < end; ++result) {
-        if (corpus.resultTexts[result].find(part) != std::string_view::npos) {
+        const bool isMeant = corpus.resultTexts[result].find(part) != std::string_view::npos;
+        if (isMeant || (!corpus.resultIsProperty[result] && !isPropertyMeant))
             deliverResult(corpus, result, delivery);
-            isPropertyMeant = isPropertyMeant || corpus.resultIsProperty[result];
-        } else if (!corpus.resultIsProperty[result]) {
-            others.push_back(result);
-        }
+        // An item is the last of its results, so that the next one belongs to another item.
+        isPropertyMeant = corpus.resultIsProperty[result] && (isPropertyMeant || isMeant);
     }
-    if (!isPropertyMeant)
-        for (const std::uint32_t result : others)
-            deliverResult(corpus, result, delivery);
 }
 
 }  // namespace reference::bench

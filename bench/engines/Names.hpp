@@ -48,7 +48,7 @@ void deliverNamed(const Corpus& corpus, Ask ask, std::uint32_t record, Delivery&
 void deliverPage(const Corpus& corpus, Ask ask, std::uint32_t page, Delivery& delivery);
 
 // What a page that was found by a part of one of its records puts into the answer: the results that
-// contain the part, and those that are no properties if no property does.
+// contain the part, and each item of which no property does.
 void deliverParts(const Corpus& corpus, std::string_view part, std::uint32_t page,
                   Delivery& delivery);
 

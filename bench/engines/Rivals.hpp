@@ -15,8 +15,9 @@ struct SetFolders {
     std::filesystem::path set;
     std::filesystem::path rivals;
 
-    [[nodiscard]] std::filesystem::path sqliteFile() const { return rivals / "sqlite.db"; }
-    [[nodiscard]] std::filesystem::path xapianFolder() const { return rivals / "xapian"; }
+    // The numbers grow when what is filled in changes, so that no database of before is taken.
+    [[nodiscard]] std::filesystem::path sqliteFile() const { return rivals / "sqlite-2.db"; }
+    [[nodiscard]] std::filesystem::path xapianFolder() const { return rivals / "xapian-1"; }
 };
 
 // Fills the databases that are missing or older than the set. Xapian's, which take longest, only

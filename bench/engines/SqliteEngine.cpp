@@ -36,12 +36,11 @@ std::string nameQuery(Ask ask) {
 
 constexpr const char* resultColumns = "SELECT r.product, r.href, r.name, r.purpose FROM ";
 
-// Of the pages with the part, the results that contain it, and those that are no properties if no
-// property does.
+// Of the pages with the part, the results that contain it, and each item of which no property does.
 std::string partResultsQuery(const std::string& pages) {
     return resultColumns + ("(SELECT DISTINCT page FROM " + pages) +
            ") p JOIN result r ON r.page = p.page WHERE instr(r.text, ?2) OR NOT (r.is_property OR "
-           "EXISTS (SELECT 1 FROM result q WHERE q.page = r.page AND q.is_property AND "
+           "EXISTS (SELECT 1 FROM result q WHERE q.item = r.id AND q.is_property AND "
            "instr(q.text, ?2)))";
 }
 

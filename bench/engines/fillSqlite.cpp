@@ -25,7 +25,7 @@ CREATE TABLE by_last_two(name TEXT, record INTEGER, product INTEGER, href TEXT,
                          PRIMARY KEY(name, record)) WITHOUT ROWID;
 CREATE TABLE by_file(name TEXT, page INTEGER, PRIMARY KEY(name, page)) WITHOUT ROWID;
 CREATE TABLE by_class(name TEXT, page INTEGER, PRIMARY KEY(name, page)) WITHOUT ROWID;
-CREATE TABLE result(id INTEGER PRIMARY KEY, page INTEGER, in_class INTEGER, is_property INTEGER,
+CREATE TABLE result(id INTEGER PRIMARY KEY, page INTEGER, item INTEGER, in_class INTEGER, is_property INTEGER,
                     product INTEGER, href TEXT, name TEXT, purpose TEXT, text TEXT);
 CREATE TABLE record_result(record INTEGER, result INTEGER, PRIMARY KEY(record, result))
     WITHOUT ROWID;
@@ -77,17 +77,18 @@ void copyRecords(SqliteDatabase& database, const Corpus& corpus) {
 }
 
 void copyResults(SqliteDatabase& database, const Corpus& corpus) {
-    auto result = database.prepare("INSERT INTO result VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)");
+    auto result = database.prepare("INSERT INTO result VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?, ?)");
     for (std::uint32_t n = 0; n < corpus.resultPages.size(); ++n) {
         result.bind(1, std::int64_t{n});
         result.bind(2, std::int64_t{corpus.resultPages[n]});
-        result.bind(3, std::int64_t{corpus.resultIsInClass[n]});
-        result.bind(4, std::int64_t{corpus.resultIsProperty[n]});
-        result.bind(5, std::int64_t{corpus.pageProducts[corpus.resultPages[n]]});
-        result.bind(6, corpus.resultHrefs[n]);
-        result.bind(7, corpus.resultNames[n]);
-        result.bind(8, corpus.resultPurposes[n]);
-        result.bind(9, corpus.resultTexts[n]);
+        result.bind(3, std::int64_t{corpus.resultItems[n]});
+        result.bind(4, std::int64_t{corpus.resultIsInClass[n]});
+        result.bind(5, std::int64_t{corpus.resultIsProperty[n]});
+        result.bind(6, std::int64_t{corpus.pageProducts[corpus.resultPages[n]]});
+        result.bind(7, corpus.resultHrefs[n]);
+        result.bind(8, corpus.resultNames[n]);
+        result.bind(9, corpus.resultPurposes[n]);
+        result.bind(10, corpus.resultTexts[n]);
         result.run();
     }
     auto link = database.prepare("INSERT OR IGNORE INTO record_result VALUES(?, ?)");
@@ -102,7 +103,9 @@ void copyResults(SqliteDatabase& database, const Corpus& corpus) {
         item.bind(2, corpus.itemTexts[n]);
         item.run();
     }
-    database.execute("CREATE INDEX result_by_page ON result(page)");
+    database.execute(
+        "CREATE INDEX result_by_page ON result(page);"
+        "CREATE INDEX property_by_item ON result(item) WHERE is_property");
 }
 
 // A full-text index over the column "text" of a table.

@@ -73,8 +73,9 @@ std::u16string Renamer::href(std::u16string_view href) {
     constexpr std::u16string_view ending = u".html";
     const auto page = href.find(ending);
     if (page == std::u16string_view::npos)
-        return text(href);
-    return text(href.substr(0, page)).append(ending) + text(href.substr(page + ending.size()));
+        return href.empty() ? std::u16string() : m_folder + text(href);
+    return m_folder + text(href.substr(0, page)).append(ending) +
+           text(href.substr(page + ending.size()));
 }
 
 RefItem Renamer::item(const RefItem& item) {

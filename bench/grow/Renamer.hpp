@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 
 #include "grow/Vocabulary.hpp"
 #include "property/RefItem.hpp"
@@ -14,9 +15,9 @@ namespace reference::bench {
 // does. Letter case and everything that is no word stay as they are. One thread at a time.
 class Renamer {
   public:
-    // The vocabulary must outlive this.
-    Renamer(const Vocabulary& vocabulary, std::uint32_t product)
-        : m_vocabulary(&vocabulary), m_product(product) {}
+    // All hrefs begin with `folder`. The vocabulary must outlive this.
+    Renamer(const Vocabulary& vocabulary, std::uint32_t product, std::u16string folder)
+        : m_vocabulary(&vocabulary), m_product(product), m_folder(std::move(folder)) {}
 
     [[nodiscard]] std::u16string text(std::u16string_view text);
 
@@ -33,6 +34,7 @@ class Renamer {
 
     const Vocabulary* m_vocabulary;
     std::uint32_t m_product;
+    std::u16string m_folder;
     std::unordered_map<std::string, std::string> m_spellings;
 };
 

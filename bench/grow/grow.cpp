@@ -114,7 +114,7 @@ docset::ProductDocumentation makeProduct(const std::vector<RealPage>& pages,
                    .version = u"1.0"},
         .entities = {},
         .pages = {}};
-    Renamer renamer(vocabulary, number);
+    Renamer renamer(vocabulary, number, u"");
     std::vector<bool> isTaken(pages.size());
     std::uint64_t random = mix(number);
     // A product that is larger than the real set takes pages again, with the words of one more
@@ -127,7 +127,8 @@ docset::ProductDocumentation makeProduct(const std::vector<RealPage>& pages,
             isTaken.assign(pages.size(), false);
             taken = 0;
             ++round;
-            renamer = Renamer(vocabulary, static_cast<std::uint32_t>(number + round * products));
+            renamer = Renamer(vocabulary, static_cast<std::uint32_t>(number + round * products),
+                              u"more" + utf16(std::to_string(round)) + u"/");
         }
         random = mix(random);
         const std::size_t begin = random % pages.size();
