@@ -1,0 +1,22 @@
+#pragma once
+
+#include <filesystem>
+
+#include "engines/Engine.hpp"
+
+namespace reference::bench {
+
+// Makes the process read its documentation from the set in `root`, and load all of it.
+void loadLibrary(const std::filesystem::path& root);
+
+// The library, with all of its caches filled. Each answer begins with a text: request and retriever
+// are made for it.
+class LibraryEngine final : public Engine {
+  public:
+    [[nodiscard]] std::string name() const override { return "library"; }
+    [[nodiscard]] Meaning meaning(Ask ask, const Query& query) const override;
+    void answer(Ask ask, const Query& query, Delivery& delivery) override;
+    [[nodiscard]] std::unique_ptr<Engine> another() const override;
+};
+
+}  // namespace reference::bench
