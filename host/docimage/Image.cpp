@@ -8,7 +8,6 @@ namespace reference::docimage {
 namespace {
 
 constexpr std::size_t sectionAlignment = 8;
-constexpr std::size_t bitsPerWord = 64;
 
 }  // namespace
 
@@ -48,16 +47,15 @@ std::uint64_t Image::hashOf(std::string_view bytes) noexcept {
     return XXH3_64bits(bytes.data(), bytes.size());
 }
 
-void Image::requireSound(std::size_t at, std::size_t size) const {
-    for (std::size_t block = at / blockSize; block <= (at + size - 1) / blockSize; ++block) {
-        std::atomic<std::uint64_t>& sound = m_soundBlocks[block / bitsPerWord];
-        const std::uint64_t bit = std::uint64_t{1} << (block % bitsPerWord);
-        if ((sound.load(std::memory_order_relaxed) & bit) != 0)
+void Image::requireSound(std::size_t first, std::size_t last) const {
+    for (std::size_t block = first; block <= last; ++block) {
+        if (isKnownSound(block))
             continue;
         if (hashOf(m_bytes.substr(block * blockSize, blockSize)) != m_blockHashes[block])
             throw DamagedImage(m_name + ": The image is damaged in its block " +
                                std::to_string(block) + ".");
-        sound.fetch_or(bit, std::memory_order_relaxed);
+        m_soundBlocks[block / bitsPerWord].fetch_or(std::uint64_t{1} << (block % bitsPerWord),
+                                                    std::memory_order_relaxed);
     }
 }
 

@@ -61,15 +61,26 @@ class VELTRA_HOST_API Image {
                                         std::size_t size) const {
         if (at > section.size || size > section.size - at)
             failOutside();
-        if (!m_blockHashes.empty() && size > 0)
-            requireSound(section.offset + at, size);
+        if (!m_blockHashes.empty() && size > 0) {
+            const std::size_t first = (section.offset + at) / blockSize;
+            const std::size_t last = (section.offset + at + size - 1) / blockSize;
+            if (first != last || !isKnownSound(first))
+                requireSound(first, last);
+        }
         return m_bytes.substr(section.offset + at, size);
     }
 
     [[noreturn]] void failOutside() const;
 
   private:
-    void requireSound(std::size_t at, std::size_t size) const;
+    static constexpr std::size_t bitsPerWord = 64;
+
+    [[nodiscard]] bool isKnownSound(std::size_t block) const noexcept {
+        return (m_soundBlocks[block / bitsPerWord].load(std::memory_order_relaxed) >>
+                    (block % bitsPerWord) &
+                1U) != 0;
+    }
+    void requireSound(std::size_t first, std::size_t last) const;
 
     const std::shared_ptr<const void> m_owner;
     const std::string_view m_bytes;

@@ -52,13 +52,22 @@ class Reader {
 
     [[nodiscard]] std::uint32_t number() { return takeVarint(m_bytes); }
 
-    [[nodiscard]] std::u16string text() {
+    [[nodiscard]] std::u16string text() { return fromUnitBytes(bytes()); }
+
+    [[nodiscard]] std::string_view bytes() {
         const std::uint32_t size = number();
         if (size > m_bytes.size())
             throw DamagedImage("A text in an image is longer than its item.");
-        std::u16string value = fromUnitBytes(m_bytes.substr(0, size));
+        const std::string_view found = m_bytes.substr(0, size);
         m_bytes.remove_prefix(size);
-        return value;
+        return found;
+    }
+
+    // Calls `read()` for each element of a list.
+    template <typename Read>
+    void forEach(Read read) {
+        for (std::uint32_t left = number(); left > 0; --left)
+            read();
     }
 
     template <typename Read>
@@ -219,6 +228,66 @@ boost::intrusive_ptr<const WholeItem> readItem(std::string_view record) {
     if (!reader.isAtEnd())
         throw DamagedImage("An item in an image is followed by what is no part of it.");
     return new WholeItem(std::move(head), std::move(body));
+}
+
+// In the order of the record, which is not that of the item's other search, and need not be.
+bool anySearchedText(std::string_view record, const std::function<bool(std::string_view)>& visit) {
+    Reader reader(record);
+    bool found = false;
+    // What is not looked at is read all the same.
+    const auto pass = [&] { static_cast<void>(reader.bytes()); };
+    const auto lookAtText = [&] {
+        const std::string_view text = reader.bytes();
+        found = found || visit(text);
+    };
+    const auto lookAtInfo = [&] {
+        lookAtText();  // name
+        lookAtText();  // purpose
+        pass();        // href
+        reader.forEach(lookAtText);
+    };
+    static_cast<void>(reader.number());  // the flags
+    static_cast<void>(reader.number());  // the status
+    pass();                              // href
+    reader.forEach([&] {
+        static_cast<void>(reader.number());
+        static_cast<void>(reader.number());
+        lookAtText();
+    });
+    lookAtText();  // package
+    lookAtText();  // purpose
+    pass();        // introduced
+    lookAtText();  // description
+    pass();
+    pass();  // app thumbnail
+    reader.forEach([&] {
+        lookAtText();
+        reader.forEach(lookAtText);
+    });
+    reader.forEach(lookAtInfo);  // inputs
+    reader.forEach([&] {         // input groups
+        pass();
+        reader.forEach([&] {
+            pass();
+            pass();
+            pass();
+            reader.forEach(pass);
+        });
+    });
+    reader.forEach(lookAtInfo);  // outputs
+    reader.forEach([&] {         // properties
+        lookAtText();
+        reader.forEach(lookAtInfo);
+    });
+    reader.forEach([&] {  // see also
+        pass();
+        lookAtText();
+    });
+    reader.forEach([&] {  // examples
+        lookAtText();
+        pass();
+    });
+    return found;
 }
 
 bool hasProperties(std::string_view record) {

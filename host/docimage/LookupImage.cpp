@@ -14,7 +14,7 @@ using property::RefEntityType;
 using property::RefItemLookup;
 
 // The sections of an image. A number that was once given out keeps its meaning.
-enum Section : std::uint32_t {
+enum LookupSection : std::uint32_t {
     Keys = 100,  // 2 sections
     FirstRecords = 102,
     Records = 103,
@@ -167,16 +167,6 @@ std::span<const std::uint32_t> LookupImage::recordsOfHref(std::size_t number) co
     return m_hrefRecords.range(bounds[0], bounds[1] - bounds[0]);
 }
 
-const NameTable& LookupImage::names(NameKind kind) const {
-    std::call_once(m_namesMade, [this] { makeNames(); });
-    return m_names[static_cast<std::size_t>(kind)];
-}
-
-const Lexicon& LookupImage::words() const {
-    std::call_once(m_wordsMade, [this] { makeWords(); });
-    return m_words;
-}
-
 void LookupImage::makeNames() const {
     const Image* image = m_image.get();
     if (!image->has(Names)) {
@@ -187,6 +177,7 @@ void LookupImage::makeNames() const {
     }
     for (std::size_t kind = 0; kind < nameKinds; ++kind)
         m_names[kind] = NameTable(*image, namesSection(static_cast<NameKind>(kind)));
+    m_areNamesMade.store(true, std::memory_order_release);
 }
 
 void LookupImage::makeWords() const {
@@ -198,6 +189,7 @@ void LookupImage::makeWords() const {
         image = m_wordsImage.get();
     }
     m_words = Lexicon(*image, Words);
+    m_areWordsMade.store(true, std::memory_order_release);
 }
 
 LookupImage::Entities LookupImage::entities() const {

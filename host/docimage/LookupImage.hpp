@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -83,10 +84,18 @@ class VELTRA_HOST_API LookupImage {
     [[nodiscard]] std::span<const std::uint32_t> recordsOfHref(std::size_t number) const;
 
     // Numbers of keys or hrefs by the hash of a part of their search form.
-    [[nodiscard]] const NameTable& names(NameKind kind) const;
+    [[nodiscard]] const NameTable& names(NameKind kind) const {
+        if (!m_areNamesMade.load(std::memory_order_acquire))
+            std::call_once(m_namesOnce, [this] { makeNames(); });
+        return m_names[static_cast<std::size_t>(kind)];
+    }
 
     // The words of records: those of the key and of the purpose, each in its search form.
-    [[nodiscard]] const Lexicon& words() const;
+    [[nodiscard]] const Lexicon& words() const {
+        if (!m_areWordsMade.load(std::memory_order_acquire))
+            std::call_once(m_wordsOnce, [this] { makeWords(); });
+        return m_words;
+    }
 
     // The records in the shape in which the documentation has them.
     [[nodiscard]] Entities entities() const;
@@ -105,10 +114,12 @@ class VELTRA_HOST_API LookupImage {
     ImageArray<std::uint32_t> m_hrefRecords;
 
     // Each is made once.
-    mutable std::once_flag m_namesMade;
+    mutable std::once_flag m_namesOnce;
+    mutable std::atomic<bool> m_areNamesMade{false};
     mutable std::shared_ptr<const Image> m_namesImage;
     mutable std::array<NameTable, nameKinds> m_names;
-    mutable std::once_flag m_wordsMade;
+    mutable std::once_flag m_wordsOnce;
+    mutable std::atomic<bool> m_areWordsMade{false};
     mutable std::shared_ptr<const Image> m_wordsImage;
     mutable Lexicon m_words;
 };

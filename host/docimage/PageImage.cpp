@@ -10,12 +10,12 @@ namespace {
 using property::RefItem;
 
 // The sections of a product, counted from its first.
-enum Section : std::uint32_t {
-    Hrefs = 0,  // 2 sections
-    FirstItems = 2,
-    Items = 3,  // 2 sections
-    PagesOfItems = 5,
-    Words = 6,  // 8 sections
+enum PageSection : std::uint32_t {
+    PageHrefs = 0,  // 2 sections
+    PageFirstItems = 2,
+    PageItems = 3,  // 2 sections
+    PagePagesOfItems = 5,
+    PageWords = 6,  // 8 sections
 };
 
 }  // namespace
@@ -37,11 +37,11 @@ class PageImage::StoredItem final : public property::SharedItem {
 
 PageImage::PageImage(std::shared_ptr<const Image> image, std::uint32_t firstSection)
     : m_image(std::move(image)),
-      m_hrefs(*m_image, firstSection + Hrefs),
-      m_firstItems(*m_image, firstSection + FirstItems),
-      m_items(*m_image, firstSection + Items),
-      m_pagesOfItems(*m_image, firstSection + PagesOfItems),
-      m_words(*m_image, firstSection + Words) {}
+      m_hrefs(*m_image, firstSection + PageHrefs),
+      m_firstItems(*m_image, firstSection + PageFirstItems),
+      m_items(*m_image, firstSection + PageItems),
+      m_pagesOfItems(*m_image, firstSection + PagePagesOfItems),
+      m_words(*m_image, firstSection + PageWords) {}
 
 PageImage::~PageImage() = default;
 
@@ -61,11 +61,11 @@ void PageImage::write(const Pages& pages, ImageWriter& writer, std::uint32_t fir
         }
     }
     firstItems.push_back(toOffset(pagesOfItems.size()));
-    hrefs.writeTo(writer, firstSection + Hrefs);
-    writer.addArray(firstSection + FirstItems, firstItems);
-    records.writeTo(writer, firstSection + Items);
-    writer.addArray(firstSection + PagesOfItems, pagesOfItems);
-    words.writeTo(writer, firstSection + Words);
+    hrefs.writeTo(writer, firstSection + PageHrefs);
+    writer.addArray(firstSection + PageFirstItems, firstItems);
+    records.writeTo(writer, firstSection + PageItems);
+    writer.addArray(firstSection + PagePagesOfItems, pagesOfItems);
+    words.writeTo(writer, firstSection + PageWords);
 }
 
 std::pair<std::uint32_t, std::uint32_t> PageImage::itemsOfPage(std::size_t page) const {
@@ -73,13 +73,17 @@ std::pair<std::uint32_t, std::uint32_t> PageImage::itemsOfPage(std::size_t page)
     return {bounds[0], bounds[1]};
 }
 
-RefItem PageImage::item(std::size_t number) const {
-    return RefItem(boost::intrusive_ptr<const property::SharedItem>(
-        new StoredItem(shared_from_this(), m_items[number])));
+boost::intrusive_ptr<const property::SharedItem> PageImage::item(std::size_t number) const {
+    return new StoredItem(shared_from_this(), m_items[number]);
 }
 
 bool PageImage::hasProperties(std::size_t item) const {
     return docimage::hasProperties(m_items[item]);
+}
+
+bool PageImage::anySearchedText(std::size_t item,
+                                const std::function<bool(std::string_view)>& visit) const {
+    return docimage::anySearchedText(m_items[item], visit);
 }
 
 PageImage::Pages PageImage::pages() const {
@@ -88,7 +92,7 @@ PageImage::Pages PageImage::pages() const {
         std::vector<RefItem> items;
         const auto [first, last] = itemsOfPage(page);
         for (std::uint32_t number = first; number < last; ++number)
-            items.push_back(item(number));
+            items.emplace_back(item(number));
         pages.emplace_hint(pages.end(), fromUnitBytes(m_hrefs[page]), std::move(items));
     }
     return pages;

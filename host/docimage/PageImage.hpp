@@ -3,12 +3,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
+
+#include <boost/smart_ptr/intrusive_ptr.hpp>
 
 #include "docimage/Image.hpp"
 #include "docimage/Lexicon.hpp"
@@ -43,8 +46,15 @@ class VELTRA_HOST_API PageImage : public std::enable_shared_from_this<PageImage>
     [[nodiscard]] std::uint32_t pageOfItem(std::size_t item) const { return m_pagesOfItems[item]; }
 
     // The item, whose body is read when it is asked for. It keeps this object alive.
-    [[nodiscard]] property::RefItem item(std::size_t number) const;
+    [[nodiscard]] boost::intrusive_ptr<const property::SharedItem> item(std::size_t number) const;
     [[nodiscard]] bool hasProperties(std::size_t item) const;
+
+    // The records of the items, as bytes that hold all their texts.
+    [[nodiscard]] const TextTable& records() const noexcept { return m_items; }
+    // Calls `visit(text)` with the bytes of each text that a search of all texts looks at, until it
+    // returns true; returns whether it did.
+    [[nodiscard]] bool anySearchedText(std::size_t item,
+                                       const std::function<bool(std::string_view)>& visit) const;
 
     // The words of the texts that a search of all texts looks at, by item.
     [[nodiscard]] const Lexicon& words() const noexcept { return m_words; }

@@ -59,12 +59,15 @@ bool isWellFormed(std::u16string_view text) {
 }
 
 std::string searchForm(std::u16string_view text) {
-    std::string form;
-    form.reserve(text.size());
-    if (std::ranges::all_of(text, isAscii)) {
-        appendForm(text, form);
+    std::string form(text.size(), '\0');
+    const auto firstOther = std::ranges::find_if_not(text, isAscii);
+    std::transform(text.begin(), firstOther, form.begin(), [](char16_t unit) {
+        const auto byte = static_cast<char>(unit);
+        return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
+    });
+    if (firstOther == text.end())
         return form;
-    }
+    form.clear();
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t length = wellFormedLength(text, at);
         if (length > 0)

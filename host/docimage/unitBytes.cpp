@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 
 namespace reference::docimage {
 namespace {
@@ -10,9 +12,7 @@ constexpr char byteOf(unsigned value) {
     return static_cast<char>(static_cast<unsigned char>(value));
 }
 
-constexpr bool isAscii(char byte) {
-    return static_cast<unsigned char>(byte) < 0x80;
-}
+constexpr std::size_t asciiBlock = 8;
 
 }  // namespace
 
@@ -56,16 +56,22 @@ void assignUnitBytes(std::string_view bytes, std::u16string& text) {
         return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
     };
     for (std::size_t at = 0; at < bytes.size();) {
-        const auto firstOther =
-            std::find_if_not(bytes.begin() + static_cast<std::ptrdiff_t>(at), bytes.end(), isAscii);
-        const auto end = static_cast<std::size_t>(firstOther - bytes.begin());
-        out = std::transform(bytes.begin() + static_cast<std::ptrdiff_t>(at), firstOther, out,
-                             [](char byte) { return static_cast<char16_t>(byte); });
-        at = end;
+        // Eight bytes at a time as long as all are ASCII.
+        for (; at + asciiBlock <= bytes.size(); at += asciiBlock, out += asciiBlock) {
+            std::uint64_t block = 0;
+            std::memcpy(&block, bytes.data() + at, asciiBlock);
+            if ((block & 0x8080808080808080U) != 0)
+                break;
+            for (std::size_t offset = 0; offset < asciiBlock; ++offset)
+                out[offset] = static_cast<char16_t>(bytes[at + offset]);
+        }
         if (at == bytes.size())
             break;
         const unsigned lead = valueAt(at);
-        if (lead < 0xE0) {
+        if (lead < 0x80) {
+            *out++ = static_cast<char16_t>(lead);
+            ++at;
+        } else if (lead < 0xE0) {
             *out++ = static_cast<char16_t>(((lead & 0x1FU) << 6U) | (valueAt(at + 1) & 0x3FU));
             at += 2;
         } else {
@@ -76,6 +82,24 @@ void assignUnitBytes(std::string_view bytes, std::u16string& text) {
         }
     }
     text.resize(static_cast<std::size_t>(out - text.data()));
+}
+
+bool areUnitBytesOf(std::string_view bytes, std::u16string_view text) noexcept {
+    std::size_t at = 0;
+    const auto isNext = [&](unsigned value) {
+        return at < bytes.size() && static_cast<unsigned char>(bytes[at++]) == value;
+    };
+    for (const char16_t unit : text) {
+        const bool isSame = unit < 0x80 ? isNext(unit)
+                            : unit < 0x800
+                                ? isNext(0xC0U | (unit >> 6U)) && isNext(0x80U | (unit & 0x3FU))
+                                : isNext(0xE0U | (unit >> 12U)) &&
+                                      isNext(0x80U | ((unit >> 6U) & 0x3FU)) &&
+                                      isNext(0x80U | (unit & 0x3FU));
+        if (!isSame)
+            return false;
+    }
+    return at == bytes.size();
 }
 
 }  // namespace reference::docimage

@@ -19,4 +19,8 @@ VELTRA_HOST_API void appendUnitBytes(std::u16string_view text, std::string& byte
 // The same into `text`, whose memory is used again.
 VELTRA_HOST_API void assignUnitBytes(std::string_view bytes, std::u16string& text);
 
+// Whether the bytes are those of the text.
+[[nodiscard]] VELTRA_HOST_API bool areUnitBytesOf(std::string_view bytes,
+                                                  std::u16string_view text) noexcept;
+
 }  // namespace reference::docimage

@@ -42,35 +42,13 @@ RefItem::RefItem(std::u16string href, std::vector<RefEntity> refEntities,
                          .parameters = std::move(parameters),
                          .replacements = {}}))) {}
 
-RefItem::RefItem(boost::intrusive_ptr<const SharedItem> item) noexcept : m_item(std::move(item)) {}
-
-// A body that has been read is shared, too.
-RefItem::RefItem(const RefItem& other) noexcept
-    : m_item(other.m_item), m_whole(other.m_whole.load(std::memory_order_acquire)) {
-    if (const WholeItem* whole = m_whole.load(std::memory_order_relaxed))
-        intrusive_ptr_add_ref(whole);
-}
-
-RefItem::RefItem(RefItem&& other) noexcept
-    : m_item(std::move(other.m_item)),
-      m_whole(other.m_whole.exchange(nullptr, std::memory_order_relaxed)) {}
-
-RefItem& RefItem::operator=(const RefItem& other) noexcept {
-    return *this = RefItem(other);
-}
-
 RefItem& RefItem::operator=(RefItem&& other) noexcept {
     RefItem taken(std::move(other));
     m_item.swap(taken.m_item);
-    taken.m_whole.store(
-        m_whole.exchange(taken.m_whole.load(std::memory_order_relaxed), std::memory_order_relaxed),
-        std::memory_order_relaxed);
+    const WholeItem* const mine = m_whole.load(std::memory_order_relaxed);
+    m_whole.store(taken.m_whole.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    taken.m_whole.store(mine, std::memory_order_relaxed);
     return *this;
-}
-
-RefItem::~RefItem() {
-    if (const WholeItem* whole = m_whole.load(std::memory_order_relaxed))
-        intrusive_ptr_release(whole);
 }
 
 void RefItem::setReplacements(std::vector<SeeAlso> replacements) {

@@ -2,6 +2,7 @@
 
 #include <atomic>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <boost/smart_ptr/intrusive_ptr.hpp>
@@ -41,14 +42,25 @@ class VELTRA_HOST_API RefItem {
             std::vector<Example> examples, std::vector<Parameter> parameters);
 
     // An item of the storage that `item` stands for; null for one that says nothing.
-    explicit RefItem(boost::intrusive_ptr<const SharedItem> item) noexcept;
+    explicit RefItem(boost::intrusive_ptr<const SharedItem> item) noexcept
+        : m_item(std::move(item)) {}
 
-    // A moved-from item says nothing.
-    RefItem(const RefItem& other) noexcept;
-    RefItem(RefItem&& other) noexcept;
-    RefItem& operator=(const RefItem& other) noexcept;
+    // A moved-from item says nothing. A body that has been read is shared with copies, too.
+    RefItem(const RefItem& other) noexcept
+        : m_item(other.m_item), m_whole(other.m_whole.load(std::memory_order_acquire)) {
+        if (const WholeItem* whole = m_whole.load(std::memory_order_relaxed))
+            intrusive_ptr_add_ref(whole);
+    }
+    RefItem(RefItem&& other) noexcept
+        : m_item(std::move(other.m_item)), m_whole(other.m_whole.load(std::memory_order_relaxed)) {
+        other.m_whole.store(nullptr, std::memory_order_relaxed);
+    }
+    RefItem& operator=(const RefItem& other) noexcept { return *this = RefItem(other); }
     RefItem& operator=(RefItem&& other) noexcept;
-    ~RefItem();
+    ~RefItem() {
+        if (const WholeItem* whole = m_whole.load(std::memory_order_relaxed))
+            intrusive_ptr_release(whole);
+    }
 
     [[nodiscard]] const std::u16string& getHref() const noexcept { return head().href; }
     [[nodiscard]] const std::vector<RefEntity>& getRefEntities() const noexcept {

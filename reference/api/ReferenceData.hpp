@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "property/HeaderInfo.hpp"
 #include "property/RefItem.hpp"
 #include "reference/api/export.hpp"
@@ -11,12 +13,13 @@ namespace reference::api {
 class VELTRA_REFERENCE_API ReferenceData {
   public:
     // A default header and a default item.
-    ReferenceData();
-    ReferenceData(property::HeaderInfo header, property::RefItem item);
+    ReferenceData() = default;
+    ReferenceData(property::HeaderInfo header, property::RefItem item)
+        : m_header(std::move(header)), m_item(std::move(item)) {}
 
-    ReferenceData(ReferenceData&& other) noexcept;
-    ReferenceData& operator=(ReferenceData&& other) noexcept;
-    ~ReferenceData();
+    ReferenceData(ReferenceData&& other) noexcept = default;
+    ReferenceData& operator=(ReferenceData&& other) noexcept = default;
+    ~ReferenceData() = default;
 
     // Copies are made on purpose: call copy().
     ReferenceData(const ReferenceData&) = delete;

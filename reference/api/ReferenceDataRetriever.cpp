@@ -102,6 +102,12 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
     }
 }
 
+// Whether a property can match only if its name or its purpose holds the text.
+bool ReferenceDataRetriever::looksForPropertyText() const {
+    const std::type_info& type = typeid(*this);
+    return type == typeid(ReferenceDataRetriever) || type == typeid(EntityPurposeDataRetriever);
+}
+
 // Whether the object may be of a class that is not the library's own.
 bool ReferenceDataRetriever::overridesFilter() const {
     const std::type_info& type = typeid(*this);
@@ -165,17 +171,16 @@ void ReferenceDataRetriever::addPages(const JoinedPages& joined,
                                       std::vector<ReferenceData>& results) const {
     const search::ProductPages& pages = joined.pages();
     const HeaderInfo& header = pages.resource().getHeaderInfo();
-    results.reserve(results.size() + hrefs.size());
+    if (results.empty())
+        results.reserve(hrefs.size());
     for (const std::uint32_t href : hrefs) {
         const std::uint32_t page = joined.pageOfHref(href);
         if (page == JoinedPages::none)
             continue;
         const auto [first, last] = pages.itemsOfPage(page);
         for (std::uint32_t number = first; number < last; ++number) {
-            const ClassExpansion* const expansion =
-                m_isPropertySearch ? pages.expansion(number) : nullptr;
-            if (expansion != nullptr)
-                addItem(header, pages.item(number), *expansion, results);
+            if (m_isPropertySearch)
+                addItem(header, pages.item(number), pages.expansion(number), results);
             else
                 results.emplace_back(header, pages.item(number));
         }
@@ -187,13 +192,22 @@ void ReferenceDataRetriever::addPages(const JoinedPages& joined,
 void ReferenceDataRetriever::addItem(const HeaderInfo& header, const RefItem& item,
                                      const ClassExpansion& expansion,
                                      std::vector<ReferenceData>& results) const {
-    const auto isMatch = [this](const ClassExpansion::Property& property) {
-        return isAllTextMatch() ||
+    const auto& properties = expansion.properties;
+    if (properties.empty()) {
+        results.emplace_back(header, item);
+        return;
+    }
+    const bool looksForText = looksForPropertyText();
+    const auto isMatch = [&](const ClassExpansion::Property& property) {
+        if (isAllTextMatch())
+            return true;
+        const bool mayMatch =
+            !looksForText || property.form.find(ext().partForm()) != std::string::npos;
+        return mayMatch &&
                isPropertyContentMatch(
                    property.qualifiedName,
                    property.item.getClassPropertyGroups().front().getClassProperties().front());
     };
-    const auto& properties = expansion.properties;
     auto property = std::ranges::find_if(properties, isMatch);
     if (property == properties.end()) {
         results.emplace_back(header, item);

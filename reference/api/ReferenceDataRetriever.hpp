@@ -120,6 +120,7 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
   private:
     void setupRetriever();
     [[nodiscard]] bool overridesFilter() const;
+    [[nodiscard]] bool looksForPropertyText() const;
     void addPages(const search::JoinedPages& joined, const std::vector<std::uint32_t>& hrefs,
                   std::vector<ReferenceData>& results) const;
     void addItem(const property::HeaderInfo& header, const property::RefItem& item,

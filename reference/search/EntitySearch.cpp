@@ -5,8 +5,8 @@
 #include <utility>
 
 #include "docimage/componentForms.hpp"
-#include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
+#include "reference/search/StoredTextMatcher.hpp"
 #include "reference/search/TextQuery.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 
@@ -36,20 +36,18 @@ std::vector<ProductMatches> EntitySearch::run() {
         return std::move(m_matches);
     }
     const Proposals proposed = proposals();
-    std::vector<std::uint32_t> numbers;
     for (auto next = proposed.begin(); next != proposed.end();) {
-        const std::uint32_t product = next->product;
-        numbers.clear();
-        for (; next != proposed.end() && next->product == product; ++next)
-            numbers.push_back(next->number);
-        searchProductLookup(product, numbers);
+        const auto first = next;
+        while (next != proposed.end() && next->product == first->product)
+            ++next;
+        searchProductLookup(first->product, {first, next});
     }
     return std::move(m_matches);
 }
 
 // What may match, in the order of the products, each once.
 EntitySearch::Proposals EntitySearch::proposals() const {
-    const std::string form = docimage::searchForm(m_ext.searchText());
+    const std::string& form = m_ext.nameForm();
     Proposals proposals;
     if (m_method == PageNameSearch) {
         propose(NameKind::HrefWhole, form, proposals);
@@ -78,9 +76,9 @@ void EntitySearch::propose(NameKind whole, std::string_view form, Proposals& pro
         m_index.propose(product, kind, hash, proposals);
 }
 
-// `numbers` are those of the proposed keys or hrefs, where the method has proposals.
+// `proposals` are the keys or hrefs of the product, where the method has any.
 void EntitySearch::searchProductLookup(std::uint32_t product,
-                                       std::span<const std::uint32_t> numbers) {
+                                       std::span<const LookupIndex::Proposal> proposals) {
     const LookupImage& lookup = *m_index.products()[product].lookup;
     NumberSet hrefs(lookup.hrefCount());
     if (m_ext.isAllTextMatch() || m_method == AllTextSearch)
@@ -89,7 +87,7 @@ void EntitySearch::searchProductLookup(std::uint32_t product,
         doNameAndPurposeSearch(lookup, hrefs);
     const bool asksForExactKey =
         m_method != ClassEntitySearch && m_ext.isCaseSensitive() && m_ext.isExactMatch();
-    for (const std::uint32_t number : numbers) {
+    for (const auto& [ignored, number] : proposals) {
         if (m_method == PageNameSearch)
             doPageNameSearch(lookup, number, hrefs);
         else if (m_method == ClassEntitySearch)
@@ -106,7 +104,7 @@ void EntitySearch::searchProductLookup(std::uint32_t product,
 // No name is tested but the key as it stands.
 void EntitySearch::findExactEntries(const LookupImage& lookup, std::uint32_t key,
                                     NumberSet& hrefs) const {
-    if (lookup.key(key) != docimage::toUnitBytes(m_ext.searchText()))
+    if (!docimage::areUnitBytesOf(lookup.key(key), m_ext.searchText()))
         return;
     const auto [first, last] = lookup.recordsOfKey(key);
     for (std::uint32_t number = first; number < last; ++number)
@@ -178,26 +176,19 @@ void EntitySearch::doPageNameSearch(const LookupImage& lookup, std::uint32_t hre
 void EntitySearch::doNameAndPurposeSearch(const LookupImage& lookup, NumberSet& hrefs) {
     if (m_ext.searchText().empty())
         return;
-    const TextQuery query(m_ext.searchText(), m_ext.isCaseSensitive());
+    const TextQuery query(m_ext);
     const docimage::Lexicon& words = lookup.words();
     const bool isExact = query.isExact() && words.isWellFormed();
     const auto proposed = query.hasParts() ? query.textsWithAll(words, lookup.recordCount())
                                            : allNumbers(lookup.recordCount());
-    std::u16string purpose;
-    std::optional<std::uint32_t> namedKey;
+    StoredTextMatcher matcher(m_ext);
     for (const std::uint32_t number : proposed) {
         const StoredRecord& record = lookup.record(number);
         if (!isTypeAccepted(record))
             continue;
-        if (!isExact) {
-            if (namedKey != record.key)
-                setName(lookup.key(record.key));
-            namedKey = record.key;
-            docimage::assignUnitBytes(lookup.purpose(number), purpose);
-            if (!m_ext.isNameAndPurposeMatch(m_name, purpose))
-                continue;
-        }
-        hrefs.insert(record.href);
+        if (isExact || matcher.matches(lookup.key(record.key)) ||
+            matcher.matches(lookup.purpose(number)))
+            hrefs.insert(record.href);
     }
 }
 

@@ -33,12 +33,13 @@ class EntitySearch {
 
   private:
     using LookupImage = docimage::LookupImage;
-    using Proposals = std::vector<LookupIndex::Proposal>;
+    using Proposals = LookupIndex::Proposals;
 
     [[nodiscard]] Proposals proposals() const;
     void propose(docimage::NameKind whole, std::string_view form, Proposals& proposals) const;
 
-    void searchProductLookup(std::uint32_t product, std::span<const std::uint32_t> numbers);
+    void searchProductLookup(std::uint32_t product,
+                             std::span<const LookupIndex::Proposal> proposals);
 
     void findExactEntries(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs) const;
     void doReferenceSearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);

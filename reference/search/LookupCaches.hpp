@@ -4,6 +4,7 @@
 #include <memory>
 #include <utility>
 
+#include "reference/search/AtomicShared.hpp"
 #include "reference/search/Reading.hpp"
 
 namespace reference::search {
@@ -20,20 +21,17 @@ struct LookupCaches {
 
 // Both lookup caches as one value that is replaced in one step. A load stores what it read only if
 // nothing was stored or cleared since it began: what it read may be out of date.
-//
-// std::atomic<std::shared_ptr> would do the same as these functions, but in GCC 12's library its
-// load() is a data race with a later store (it lets go of the pointer with relaxed order).
 class LookupState {
   public:
     using Value = std::shared_ptr<const LookupCaches>;
 
     // Never null. Two values are the same as long as nothing was stored or cleared between them.
-    [[nodiscard]] Value load() const { return std::atomic_load(&m_value); }
+    [[nodiscard]] Value load() const { return m_value.load(); }
 
     // Stores `value` if the current value is still `expected`; else sets `expected` to the current
     // one.
     bool storeInPlaceOf(Value& expected, Value value) {
-        return std::atomic_compare_exchange_strong(&m_value, &expected, std::move(value));
+        return m_value.exchangeIf(expected, value);
     }
 
     // Stores what `change` makes of the value, and returns the old one.
@@ -46,7 +44,7 @@ class LookupState {
     }
 
   private:
-    Value m_value = std::make_shared<const LookupCaches>();
+    AtomicShared<const LookupCaches> m_value{std::make_shared<const LookupCaches>()};
 };
 
 }  // namespace reference::search

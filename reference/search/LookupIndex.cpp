@@ -51,14 +51,13 @@ std::vector<std::uint32_t> LookupIndex::wantedProducts(const ReferenceRequestExt
 }
 
 void LookupIndex::propose(std::uint32_t product, NameKind kind, std::uint32_t hash,
-                          std::vector<Proposal>& proposals) const {
+                          Proposals& proposals) const {
     m_products[product].lookup->names(kind).find(hash, [&](std::uint32_t number) {
         proposals.push_back({.product = product, .number = number});
     });
 }
 
-void LookupIndex::proposeOfAll(NameKind kind, std::uint32_t hash,
-                               std::vector<Proposal>& proposals) const {
+void LookupIndex::proposeOfAll(NameKind kind, std::uint32_t hash, Proposals& proposals) const {
     const JoinedNames* const joined = joinedNames(kind);
     if (joined == nullptr) {
         for (std::uint32_t product = 0; product < m_products.size(); ++product)

@@ -12,6 +12,8 @@
 #include <string>
 #include <vector>
 
+#include <boost/container/small_vector.hpp>
+
 #include "docimage/LookupImage.hpp"
 #include "docparser/DocResource.hpp"
 #include "property/HeaderInfo.hpp"
@@ -44,6 +46,8 @@ class LookupIndex {
 
         friend auto operator<=>(const Proposal&, const Proposal&) = default;
     };
+    // Mostly a few.
+    using Proposals = boost::container::small_vector<Proposal, 16>;
 
     explicit LookupIndex(const LookupResources& resources);
     LookupIndex(const LookupIndex&) = delete;  // shared by pointer
@@ -59,11 +63,10 @@ class LookupIndex {
 
     // Appends what one product has under the hash.
     void propose(std::uint32_t product, docimage::NameKind kind, std::uint32_t hash,
-                 std::vector<Proposal>& proposals) const;
+                 Proposals& proposals) const;
 
     // Appends what all products have under the hash, in their order.
-    void proposeOfAll(docimage::NameKind kind, std::uint32_t hash,
-                      std::vector<Proposal>& proposals) const;
+    void proposeOfAll(docimage::NameKind kind, std::uint32_t hash, Proposals& proposals) const;
 
   private:
     // Of all products, with keys or hrefs numbered through.

@@ -9,6 +9,8 @@
 #include <utility>
 #include <vector>
 
+#include <boost/container/small_vector.hpp>
+
 namespace reference::search {
 
 // All numbers below `count`.
@@ -40,8 +42,7 @@ class NumberSet {
         if (m_bits.empty()) {
             std::ranges::sort(m_numbers);
             const auto repeated = std::ranges::unique(m_numbers);
-            m_numbers.erase(repeated.begin(), repeated.end());
-            return std::move(m_numbers);
+            return {m_numbers.begin(), repeated.begin()};
         }
         std::size_t count = 0;
         for (const std::uint64_t bits : m_bits)
@@ -71,7 +72,7 @@ class NumberSet {
     }
 
     std::size_t m_limit;
-    std::vector<std::uint32_t> m_numbers;
+    boost::container::small_vector<std::uint32_t, fewNumbers + 1> m_numbers;
     std::vector<std::uint64_t> m_bits;  // empty until there are many
 };
 

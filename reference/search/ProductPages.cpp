@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
+#include "foundation/core/NeverDestroyed.hpp"
 #include "property/FunctionType.hpp"
 #include "property/RefEntityType.hpp"
 
@@ -17,6 +19,7 @@ using property::RefEntity;
 using property::RefEntityType;
 using property::RefItem;
 using property::SeeAlso;
+using property::SharedItem;
 
 namespace {
 
@@ -51,24 +54,8 @@ RefItem createPropertyEntity(const RefItem& item, const std::u16string& groupTit
             {}};  // parameters
 }
 
-// Makes what a slot holds when it is first asked for. Two threads may make it at once; what the
-// first of them stores is kept.
-template <typename T, typename Make>
-const T& madeOnce(std::atomic<const T*>& slot, Make make) {
-    const T* known = slot.load(std::memory_order_acquire);
-    if (known != nullptr)
-        return *known;
-    auto made = std::make_unique<const T>(make());
-    if (slot.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel))
-        return *made.release();
-    return *known;
-}
-
-template <typename T>
-void deleteAll(std::vector<std::atomic<const T*>>& slots) {
-    for (const auto& slot : slots)
-        delete slot.load(std::memory_order_relaxed);
-}
+// What items without properties share.
+const foundation::core::NeverDestroyed<ClassExpansion> noProperties;
 
 }  // namespace
 
@@ -82,8 +69,11 @@ ClassExpansion expandClass(const RefItem& item) {
                 std::u16string qualifiedName = name + u"." + property.getName();
                 RefItem made =
                     createPropertyEntity(item, group.getTitle(), property, qualifiedName, name);
+                std::string form = docimage::searchForm(qualifiedName) + '\n' +
+                                   docimage::searchForm(property.getPurpose());
                 expansion.properties.push_back({.entity = entity,
                                                 .qualifiedName = std::move(qualifiedName),
+                                                .form = std::move(form),
                                                 .item = std::move(made)});
             }
     return expansion;
@@ -92,7 +82,7 @@ ClassExpansion expandClass(const RefItem& item) {
 ProductPages::ProductPages(std::shared_ptr<const ReferenceResource> resource)
     : m_resource(std::move(resource)), m_image(m_resource->getImage().get()) {
     if (m_image != nullptr) {
-        m_imageItems = std::vector<std::atomic<const RefItem*>>(m_image->itemCount());
+        m_imageItems = std::vector<std::atomic<const SharedItem*>>(m_image->itemCount());
         m_expansions = std::vector<std::atomic<const ClassExpansion*>>(m_image->itemCount());
         return;
     }
@@ -110,8 +100,13 @@ ProductPages::ProductPages(std::shared_ptr<const ReferenceResource> resource)
 }
 
 ProductPages::~ProductPages() {
-    deleteAll(m_imageItems);
-    deleteAll(m_expansions);
+    for (auto& slot : m_imageItems)
+        if (const SharedItem* made = slot.load(std::memory_order_relaxed))
+            intrusive_ptr_release(made);
+    for (auto& slot : m_expansions)
+        if (const ClassExpansion* made = slot.load(std::memory_order_relaxed);
+            made != &*noProperties)
+            delete made;
 }
 
 std::size_t ProductPages::pageCount() const noexcept {
@@ -133,10 +128,18 @@ std::size_t ProductPages::itemCount() const noexcept {
 }
 
 // Items of an image are kept, so that the next result that has one shares it.
-const RefItem& ProductPages::item(std::size_t number) const {
+RefItem ProductPages::item(std::size_t number) const {
     if (m_image == nullptr)
         return *m_items[number];
-    return madeOnce(m_imageItems[number], [&] { return m_image->item(number); });
+    std::atomic<const SharedItem*>& slot = m_imageItems[number];
+    const SharedItem* known = slot.load(std::memory_order_acquire);
+    if (known == nullptr) {
+        auto made = m_image->item(number);
+        // Two threads may make it at once; what the first of them stores is kept.
+        if (slot.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel))
+            known = made.detach();
+    }
+    return RefItem(boost::intrusive_ptr<const SharedItem>(known));
 }
 
 std::uint32_t ProductPages::pageOfItem(std::size_t number) const {
@@ -151,11 +154,20 @@ bool ProductPages::hasProperties(std::size_t item) const {
     });
 }
 
-// From a copy of the item, whose body goes with it.
-const ClassExpansion* ProductPages::expansion(std::size_t number) const {
-    if (!hasProperties(number))
-        return nullptr;
-    return &madeOnce(m_expansions[number], [&] { return expandClass(item(number).copy()); });
+// Most items have no properties; all of them share one expansion.
+const ClassExpansion& ProductPages::expansion(std::size_t number) const {
+    std::atomic<const ClassExpansion*>& slot = m_expansions[number];
+    const ClassExpansion* known = slot.load(std::memory_order_acquire);
+    if (known != nullptr)
+        return *known;
+    auto made = hasProperties(number)
+                    ? std::make_unique<const ClassExpansion>(expandClass(item(number)))
+                    : nullptr;
+    const ClassExpansion& wanted = made ? *made : *noProperties;
+    if (!slot.compare_exchange_strong(known, &wanted, std::memory_order_acq_rel))
+        return *known;
+    static_cast<void>(made.release());
+    return wanted;
 }
 
 const Lexicon& ProductPages::words() const {

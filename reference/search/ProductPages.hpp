@@ -28,6 +28,9 @@ struct ClassExpansion {
         std::size_t entity;
         // The entity's name, a dot and the property's name.
         std::u16string qualifiedName;
+        // Name and purpose in search form: a text that occurs in neither has no form that occurs
+        // here.
+        std::string form;
         property::RefItem item;
     };
     std::vector<Property> properties;
@@ -56,12 +59,14 @@ class ProductPages {
     [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> itemsOfPage(std::size_t page) const;
 
     [[nodiscard]] std::size_t itemCount() const noexcept;
-    // The reference is valid as long as the object.
-    [[nodiscard]] const property::RefItem& item(std::size_t number) const;
+    [[nodiscard]] property::RefItem item(std::size_t number) const;
     [[nodiscard]] std::uint32_t pageOfItem(std::size_t number) const;
 
-    // The item's properties; null for an item without any.
-    [[nodiscard]] const ClassExpansion* expansion(std::size_t number) const;
+    // The item's properties; without any for an item that has none.
+    [[nodiscard]] const ClassExpansion& expansion(std::size_t number) const;
+
+    // The image that the pages come from; null where they come from a map.
+    [[nodiscard]] const docimage::PageImage* image() const noexcept { return m_image; }
 
     // The words of the texts that a search of all texts looks at, by item.
     [[nodiscard]] const docimage::Lexicon& words() const;
@@ -78,7 +83,7 @@ class ProductPages {
     std::vector<std::uint32_t> m_pagesOfItems;
 
     // Owned; null until they are first asked for.
-    mutable std::vector<std::atomic<const property::RefItem*>> m_imageItems;
+    mutable std::vector<std::atomic<const property::SharedItem*>> m_imageItems;
     mutable std::vector<std::atomic<const ClassExpansion*>> m_expansions;
     mutable std::once_flag m_wordsMade;
     mutable std::shared_ptr<const docimage::Image> m_wordsImage;

@@ -15,9 +15,11 @@ const JoinedPages& ReadingPages::keep(std::uint32_t product,
     return *kept;
 }
 
-const LookupIndex& Reading::index() const {
-    std::call_once(m_indexMade,
-                   [this] { m_index = std::make_unique<const LookupIndex>(*m_installed); });
+const LookupIndex& Reading::makeIndex() const {
+    std::call_once(m_indexMade, [this] {
+        m_index = std::make_unique<const LookupIndex>(*m_installed);
+        m_madeIndex.store(m_index.get(), std::memory_order_release);
+    });
     return *m_index;
 }
 

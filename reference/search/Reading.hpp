@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "reference/search/AtomicShared.hpp"
 #include "reference/search/LookupIndex.hpp"
 #include "reference/search/ProductPages.hpp"
 
@@ -51,13 +52,16 @@ class Reading {
     }
 
     // Made when it is first asked for; throws std::length_error where a product is too large.
-    [[nodiscard]] const LookupIndex& index() const;
+    [[nodiscard]] const LookupIndex& index() const {
+        const LookupIndex* const made = m_madeIndex.load(std::memory_order_acquire);
+        return made != nullptr ? *made : makeIndex();
+    }
 
     // The pages for requests that begin now.
-    [[nodiscard]] std::shared_ptr<ReadingPages> pages() const { return std::atomic_load(&m_pages); }
+    [[nodiscard]] std::shared_ptr<ReadingPages> pages() const { return m_pages.load(); }
     // Requests that begin from now on ask for their pages again. Returns what earlier ones have.
     [[nodiscard]] std::shared_ptr<ReadingPages> dropPages() {
-        return std::atomic_exchange(&m_pages, std::make_shared<ReadingPages>(m_installed->size()));
+        return m_pages.exchange(std::make_shared<ReadingPages>(m_installed->size()));
     }
 
     // Resources that requests of this reading keep to themselves, because the cache has, or will
@@ -65,10 +69,13 @@ class Reading {
     std::map<std::u16string, std::shared_ptr<const ReferenceResource>> ownResources;
 
   private:
+    const LookupIndex& makeIndex() const;
+
     const std::shared_ptr<const LookupResources> m_installed;
     mutable std::once_flag m_indexMade;
     mutable std::unique_ptr<const LookupIndex> m_index;
-    std::shared_ptr<ReadingPages> m_pages;
+    mutable std::atomic<const LookupIndex*> m_madeIndex{nullptr};
+    AtomicShared<ReadingPages> m_pages;
 };
 
 }  // namespace reference::search

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "docimage/searchForm.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 #include "refutils/matchUnqualifiedString.hpp"
 
@@ -23,6 +24,22 @@ constexpr std::array s_unqualifiedMatchTypes = {
     RefEntityType::Enumeration, RefEntityType::Constructor, RefEntityType::Interface,
     RefEntityType::Constant,    RefEntityType::Operator,    RefEntityType::TypeAlias,
     RefEntityType::Macro};
+
+bool isLead(char16_t unit) {
+    return (unit & 0xFC00U) == 0xD800U;
+}
+bool isTrail(char16_t unit) {
+    return (unit & 0xFC00U) == 0xDC00U;
+}
+
+// Without what may be the half of a surrogate pair in the texts that are searched.
+std::u16string_view withoutHalves(std::u16string_view text) {
+    if (!text.empty() && isTrail(text.front()))
+        text.remove_prefix(1);
+    if (!text.empty() && isLead(text.back()))
+        text.remove_suffix(1);
+    return text;
+}
 
 bool contains(std::u16string_view text, std::u16string_view part) {
     return text.find(part) != std::u16string_view::npos;
@@ -55,7 +72,12 @@ ReferenceRequestExt::ReferenceRequestExt(const Request& request)
       m_searchText(request.isCaseSensitive ? std::u16string(request.text)
                                            : utils::toLowerCopy(request.text)),
       m_componentCount(static_cast<std::size_t>(std::ranges::count(m_searchText, u'.')) + 1),
+      m_nameForm(docimage::searchForm(m_searchText)),
       m_types(request.types.begin(), request.types.end()) {
+    const std::u16string_view whole = withoutHalves(m_searchText);
+    m_hasHalves = whole.size() != m_searchText.size();
+    if (m_hasHalves)
+        m_partForm = docimage::searchForm(whole);
     if (!coversAllProducts(request.products))
         m_products.assign(request.products.begin(), request.products.end());
 }

@@ -49,6 +49,13 @@ class ReferenceRequestExt {
     [[nodiscard]] bool isCaseSensitive() const noexcept { return m_isCaseSensitive; }
     [[nodiscard]] bool isExactMatch() const noexcept { return m_isExactMatch; }
 
+    // The search form of the text, which that of a matching name ends with, and the form that every
+    // text that holds it holds (see docimage/searchForm.hpp).
+    [[nodiscard]] const std::string& nameForm() const noexcept { return m_nameForm; }
+    [[nodiscard]] const std::string& partForm() const noexcept {
+        return m_hasHalves ? m_partForm : m_nameForm;
+    }
+
     // The products that are asked for, by short name, with repetitions; none for all of them.
     [[nodiscard]] const std::vector<std::u16string>& products() const noexcept {
         return m_products;
@@ -83,6 +90,10 @@ class ReferenceRequestExt {
     bool m_hasType3 = false;
     std::u16string m_searchText;
     std::size_t m_componentCount = 1;
+    std::string m_nameForm;
+    // Of the text without what may be half of a surrogate pair at its ends, where there is any.
+    std::string m_partForm;
+    bool m_hasHalves = false;
     std::vector<property::RefEntityType::Value> m_types;
     std::vector<std::u16string> m_products;
 };

@@ -228,16 +228,15 @@ ReferenceStore::ResourcePtr ReferenceStore::resourceFor(const std::shared_ptr<Re
 }
 
 Snapshot::Snapshot(ReferenceStore& store, std::shared_ptr<Reading> reading)
-    : m_store(store), m_reading(std::move(reading)) {
-    if (m_reading)
-        m_pages = m_reading->pages();
-}
+    : m_store(store), m_reading(std::move(reading)) {}
 
 const LookupIndex* Snapshot::index() const {
     return m_reading ? &m_reading->index() : nullptr;
 }
 
 const JoinedPages* Snapshot::pagesOf(std::uint32_t number) const {
+    if (!m_pages)
+        m_pages = m_reading->pages();
     if (const JoinedPages* known = m_pages->find(number))
         return known;
     const LookupIndex::Product& product = m_reading->index().products()[number];

@@ -129,7 +129,8 @@ class Snapshot {
 
     ReferenceStore& m_store;
     std::shared_ptr<Reading> m_reading;
-    std::shared_ptr<ReadingPages> m_pages;
+    // Those of the first call; null until then.
+    mutable std::shared_ptr<ReadingPages> m_pages;
 };
 
 }  // namespace reference::search

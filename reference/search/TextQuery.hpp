@@ -3,22 +3,20 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string>
-#include <string_view>
 #include <vector>
 
+#include <boost/container/small_vector.hpp>
+
 #include "docimage/Lexicon.hpp"
+#include "reference/search/ReferenceRequestExt.hpp"
 
 namespace reference::search {
 
 // The words, and parts of words, that a text must have in order to hold the wanted one.
 class TextQuery {
   public:
-    // An empty text.
-    TextQuery() = default;
-
-    // `text` is what is looked for, folded unless case counts.
-    TextQuery(std::u16string_view text, bool isCaseSensitive);
+    // `ext` must outlive the object.
+    explicit TextQuery(const ReferenceRequestExt& ext);
 
     // No part: nothing can be said of the texts that hold the wanted one.
     [[nodiscard]] bool hasParts() const noexcept { return !m_parts.empty(); }
@@ -33,17 +31,7 @@ class TextQuery {
                                                           std::size_t textCount) const;
 
   private:
-    struct Part {
-        std::size_t at;
-        std::size_t size;
-        bool isStart;
-        bool isEnd;
-    };
-
-    [[nodiscard]] docimage::WordPart wordPart(const Part& part) const;
-
-    std::string m_form;
-    std::vector<Part> m_parts;
+    boost::container::small_vector<docimage::WordPart, 4> m_parts;
     bool m_isExact = false;
 };
 

@@ -11,11 +11,6 @@ namespace reference::search {
 using docimage::LookupImage;
 using docimage::StoredRecord;
 
-bool hasContentMatch(const ReferenceRequestExt& ext, const property::RefItem& item) {
-    return docimage::anySearchedText(
-        item, [&](const std::u16string& text) { return ext.isTextMatch(text); });
-}
-
 bool TextSearch::isWanted(const LookupImage& lookup) const {
     for (std::uint32_t number = 0; number < lookup.recordCount(); ++number) {
         const StoredRecord& record = lookup.record(number);
@@ -28,18 +23,45 @@ bool TextSearch::isWanted(const LookupImage& lookup) const {
 std::vector<std::uint32_t> TextSearch::itemsOf(const LookupImage& lookup,
                                                const JoinedPages& joined) const {
     const ProductPages& pages = joined.pages();
-    const bool lexiconTells = m_query.hasParts();
-    const bool isConfirmed = m_ext.searchText().empty() ||
-                             (lexiconTells && m_query.isExact() && pages.words().isWellFormed());
-    std::vector<std::uint32_t> items = lexiconTells
-                                           ? m_query.textsWithAll(pages.words(), pages.itemCount())
-                                           : allNumbers(pages.itemCount());
+    const bool isConfirmed =
+        m_ext.searchText().empty() || (m_query.isExact() && pages.words().isWellFormed());
+    std::vector<std::uint32_t> items = proposedItems(pages);
+    StoredTextMatcher matcher(m_ext);
     std::erase_if(items, [&](std::uint32_t item) {
         const std::uint32_t href = joined.hrefOfPage(pages.pageOfItem(item));
         return href == JoinedPages::none || !isNominated(lookup, href) ||
-               !(isConfirmed || hasContentMatch(m_ext, pages.item(item)));
+               !(isConfirmed || hasContentMatch(pages, item, matcher));
     });
     return items;
+}
+
+// The lexicon knows words. For a text that has none, such as "->", all that is stored of the items
+// is gone through in one pass: it has no letters, so that it stands there as it is.
+std::vector<std::uint32_t> TextSearch::proposedItems(const ProductPages& pages) const {
+    if (m_query.hasParts())
+        return m_query.textsWithAll(pages.words(), pages.itemCount());
+    const std::string& wanted = m_ext.partForm();
+    if (pages.image() == nullptr || wanted.empty())
+        return allNumbers(pages.itemCount());
+    const docimage::TextTable& records = pages.image()->records();
+    const std::string_view all = records.bytes();
+    std::vector<std::uint32_t> items;
+    for (std::size_t at = all.find(wanted); at != std::string_view::npos;) {
+        const std::size_t item = records.textAt(at);
+        items.push_back(static_cast<std::uint32_t>(item));
+        at = all.find(wanted, records.startOf(item + 1));
+    }
+    return items;
+}
+
+// Whether one of the item's texts holds the text that is looked for.
+bool TextSearch::hasContentMatch(const ProductPages& pages, std::uint32_t item,
+                                 StoredTextMatcher& matcher) const {
+    if (const docimage::PageImage* image = pages.image())
+        return image->anySearchedText(
+            item, [&matcher](std::string_view text) { return matcher.matches(text); });
+    return docimage::anySearchedText(
+        pages.item(item), [this](const std::u16string& text) { return m_ext.isTextMatch(text); });
 }
 
 bool TextSearch::isNominated(const LookupImage& lookup, std::uint32_t href) const {

@@ -5,15 +5,12 @@
 #include <vector>
 
 #include "docimage/LookupImage.hpp"
-#include "property/RefItem.hpp"
 #include "reference/search/ProductPages.hpp"
 #include "reference/search/ReferenceRequestExt.hpp"
+#include "reference/search/StoredTextMatcher.hpp"
 #include "reference/search/TextQuery.hpp"
 
 namespace reference::search {
-
-// Whether one of the item's texts holds the text that is looked for.
-[[nodiscard]] bool hasContentMatch(const ReferenceRequestExt& ext, const property::RefItem& item);
 
 // A search of all texts: the items that say the text, on pages that a lookup record of an accepted
 // type leads to. The lexicon of a product proposes items; hasContentMatch() confirms them where the
@@ -21,8 +18,7 @@ namespace reference::search {
 class TextSearch {
   public:
     // `ext` must outlive the object.
-    explicit TextSearch(const ReferenceRequestExt& ext)
-        : m_ext(ext), m_query(ext.searchText(), ext.isCaseSensitive()) {}
+    explicit TextSearch(const ReferenceRequestExt& ext) : m_ext(ext), m_query(ext) {}
 
     // Whether any record of the product is of an accepted type; if not, its pages are not wanted.
     [[nodiscard]] bool isWanted(const docimage::LookupImage& lookup) const;
@@ -32,7 +28,10 @@ class TextSearch {
                                                      const JoinedPages& joined) const;
 
   private:
+    [[nodiscard]] std::vector<std::uint32_t> proposedItems(const ProductPages& pages) const;
     [[nodiscard]] bool isNominated(const docimage::LookupImage& lookup, std::uint32_t href) const;
+    [[nodiscard]] bool hasContentMatch(const ProductPages& pages, std::uint32_t item,
+                                       StoredTextMatcher& matcher) const;
 
     const ReferenceRequestExt& m_ext;
     const TextQuery m_query;

@@ -1,0 +1,30 @@
+// The question whether a text occurs, asked of texts as they are stored. Internal: no public header
+// includes it.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "reference/search/ReferenceRequestExt.hpp"
+
+namespace reference::search {
+
+// Answers as ReferenceRequestExt::isTextMatch() does, for the bytes of a text (see
+// docimage/unitBytes.hpp). Where case counts, bytes hold bytes exactly if texts hold texts; where
+// it does not, ASCII is folded in place, and only other text is put together and folded. One
+// thread.
+class StoredTextMatcher {
+  public:
+    // `ext` must outlive the object.
+    explicit StoredTextMatcher(const ReferenceRequestExt& ext);
+
+    [[nodiscard]] bool matches(std::string_view stored);
+
+  private:
+    const ReferenceRequestExt& m_ext;
+    const std::string m_searched;
+    std::string m_folded;
+    std::u16string m_text;
+};
+
+}  // namespace reference::search
