@@ -197,8 +197,10 @@ boost::json::array measureQueries(const Corpus& corpus,
         Checker checker(corpus, engines, queryClass);
         const Checked checked = checker.check(
             pickQueries(corpus, queryClass, options.queries * 3 / 2), options.queries);
-        if (checked.queries.empty())
+        if (checked.queries.empty()) {
+            out << queryClass.name << ": nothing in the data fits." << std::endl;
             continue;
+        }
         boost::json::array figures;
         for (const auto& engine : engines)
             if (auto figure = measureEngine(*engine, queryClass.ask, checked.queries, options);

@@ -259,7 +259,7 @@ class Picker {
         }
         std::vector<std::string_view> candidates;
         for (const auto& [word, count] : counts)
-            if (count * step <= most && (count + 1) * step * 20 >= least)
+            if ((count == 1 || count * step <= most) && (count + 1) * step * 20 >= least)
                 candidates.push_back(word);
         m_random.shuffle(candidates);
         // There are few frequent words, but all of them are looked at; of the others, enough.
