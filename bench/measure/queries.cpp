@@ -26,8 +26,7 @@ double median(std::vector<double> figures) {
 // A page counts once, however many of its records match; results count as often as they come.
 std::vector<std::string> withoutRepeatedPages(Ask ask, std::vector<std::string> hits) {
     if (!answersWithResults(ask)) {
-        const auto repeated = std::ranges::unique(hits);
-        hits.erase(repeated.begin(), repeated.end());
+        hits.erase(std::unique(hits.begin(), hits.end()), hits.end());
     }
     return hits;
 }
