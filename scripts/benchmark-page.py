@@ -33,8 +33,17 @@ def amount(kilobytes):
     return f"{kilobytes / 1024:,.0f} MiB"
 
 
+def on_disk(path):
+    files = [path] if path.is_file() else path.rglob("*")
+    return f"{sum(file.stat().st_size for file in files if file.is_file()) / 2**20:,.0f} MiB"
+
+
 def ratio(number):
     return f"{number:.2f}" if number < 0.095 else f"{number:.1f}" if number < 9.95 else f"{number:,.0f}"
+
+
+def rate(number):
+    return f"{number:.1f}" if number < 9.95 else f"{number:,.0f}"
 
 
 def compared(ours, theirs):
@@ -185,16 +194,17 @@ for tier in ("easy", "typical", "adversarial"):
 line("## Ten threads at once")
 line()
 line("""Answers in a second of wall time: one thread alone, and ten together. Each thread has its own connection
-or object.
+or object. Other work on the machine shows in these figures.
 """)
 rows = []
 for size, title in SIZES.items():
     for row in reports[size].get("threads", []):
         for figure in row["figures"]:
-            rows.append([f'{row["class"]}, {title}', figure["engine"]
-                         + (" (whole words)" if figure["engine"] == "Xapian"
-                            and figure["meaning"] == "words" else ""),
-                         f'{figure["alone"]:,.0f}', f'{figure["together"]:,.0f}',
+            if figure["engine"] == "floor":
+                continue
+            narrower = " (whole words)" if figure["meaning"] == "words" else ""
+            rows.append([f'{row["class"]}, {title}', figure["engine"].replace(" words", "") + narrower,
+                         rate(figure["alone"]), rate(figure["together"]),
                          f'{figure["together"] / figure["alone"]:.1f}'])
 table(["Class and size", "asked", "alone", "ten", "ratio"], rows)
 
@@ -234,6 +244,15 @@ for size, title in SIZES.items():
     for row in read(f"memory-{size}")["memory"]:
         rows.append([f'{title}, {row["when"]}', amount(row["RssAnon"]), amount(row["RssFile"])])
 table(["", "own", "files"], rows)
+
+line("What lies on disk:")
+line()
+rows = []
+for size, title in SIZES.items():
+    rivals = Path("build/bench/rivals") / size
+    rows.append([title, on_disk(Path("build/bench/sets") / size),
+                 *(on_disk(max(rivals.glob(pattern))) for pattern in ("sqlite-*.db", "xapian-*"))])
+table(["Entities", "the set", "SQLite, all indexes", "Xapian, all indexes"], rows)
 
 orders = read("orders")["orders"]
 line("## Ordering")

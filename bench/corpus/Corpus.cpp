@@ -220,8 +220,8 @@ Corpus readCorpus(const std::filesystem::path& root) {
             reader.addItems(resource->second);
     }
     std::ranges::sort(corpus.classPages);
-    const auto repeated = std::ranges::unique(corpus.classPages);
-    corpus.classPages.erase(repeated.begin(), repeated.end());
+    corpus.classPages.erase(std::unique(corpus.classPages.begin(), corpus.classPages.end()),
+                            corpus.classPages.end());
     std::ranges::sort(corpus.recordResults);
     return corpus;
 }

@@ -21,7 +21,7 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
 
 bool holds(std::string_view text, const std::vector<std::string_view>& sought) {
     const auto words = wordsOf(text);
-    return !std::ranges::search(words, sought).empty();
+    return std::search(words.begin(), words.end(), sought.begin(), sought.end()) != words.end();
 }
 
 }  // namespace

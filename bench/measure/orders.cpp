@@ -91,6 +91,7 @@ boost::json::object measureOrders(const std::filesystem::path& set, std::ostream
     if (results.size() < resultCount)
         throw std::runtime_error("The set has too few results to order.");
     std::vector<const ReferenceData*> shuffled;
+    shuffled.reserve(results.size());
     for (const ReferenceData& result : results)
         shuffled.push_back(&result);
     std::mt19937_64 random(7);
@@ -98,6 +99,7 @@ boost::json::object measureOrders(const std::filesystem::path& set, std::ostream
         std::swap(shuffled[n - 1], shuffled[random() % n]);
     shuffled.resize(resultCount);
     std::vector<Row> rows;
+    rows.reserve(resultCount);
     for (const ReferenceData* const result : shuffled)
         rows.push_back(rowOf(*result, rows.size()));
 

@@ -19,6 +19,7 @@ double seconds(const timeval& time) {
 
 [[noreturn]] void become(const std::vector<std::string>& command) {
     std::vector<char*> arguments;
+    arguments.reserve(command.size() + 1);
     for (const std::string& argument : command)
         arguments.push_back(const_cast<char*>(argument.c_str()));  // execvp changes nothing
     arguments.push_back(nullptr);

@@ -26,8 +26,7 @@ double median(std::vector<double> figures) {
 // A page counts once, however many of its records match; results count as often as they come.
 std::vector<std::string> withoutRepeatedPages(Ask ask, std::vector<std::string> hits) {
     if (!answersWithResults(ask)) {
-        const auto repeated = std::ranges::unique(hits);
-        hits.erase(repeated.begin(), repeated.end());
+        hits.erase(std::unique(hits.begin(), hits.end()), hits.end());
     }
     return hits;
 }
@@ -197,8 +196,10 @@ boost::json::array measureQueries(const Corpus& corpus,
         Checker checker(corpus, engines, queryClass);
         const Checked checked = checker.check(
             pickQueries(corpus, queryClass, options.queries * 3 / 2), options.queries);
-        if (checked.queries.empty())
+        if (checked.queries.empty()) {
+            out << queryClass.name << ": nothing in the data fits." << std::endl;
             continue;
+        }
         boost::json::array figures;
         for (const auto& engine : engines)
             if (auto figure = measureEngine(*engine, queryClass.ask, checked.queries, options);

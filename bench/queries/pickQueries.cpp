@@ -81,6 +81,13 @@ std::string misspelt(std::string name, Random& random) {
     return name;
 }
 
+std::string shouted(std::string name) {
+    for (char& sign : name)
+        if (sign >= 'a' && sign <= 'z')
+            sign = static_cast<char>(sign - 'a' + 'A');
+    return name;
+}
+
 class Picker {
   public:
     Picker(const Corpus& corpus, const QueryClass& queryClass, std::size_t wanted)
@@ -96,13 +103,7 @@ class Picker {
                 sample(m_corpus.keys);
                 break;
             case Pick::ShoutedNames:
-                sample(m_corpus.keys, [](std::string name) {
-                    std::ranges::for_each(name, [](char& sign) {
-                        if (sign >= 'a' && sign <= 'z')
-                            sign = static_cast<char>(sign - 'a' + 'A');
-                    });
-                    return name;
-                });
+                attempt([&] { return shouted(std::string(randomText(m_corpus.keys))); });
                 break;
             case Pick::MissingNames:
                 pickMissingNames();
@@ -177,10 +178,8 @@ class Picker {
         return column[m_random.below(column.size())];
     }
 
-    void sample(
-        const TextColumn& column, const std::function<std::string(std::string)>& change =
-                                      [](std::string text) { return text; }) {
-        attempt([&] { return change(std::string(randomText(column))); });
+    void sample(const TextColumn& column) {
+        attempt([&] { return std::string(randomText(column)); });
     }
 
     void pickMissingNames() {
@@ -215,7 +214,7 @@ class Picker {
         forEachWord(text, [&](std::string_view word) {
             if (before.size() >= 2 && word.size() >= 2 && isPlainWord(before) &&
                 isPlainWord(word) && before.data() + before.size() + 1 == word.data() &&
-                word.data()[-1] == ' ')
+                *(word.data() - 1) == ' ')
                 phrases.emplace_back(before.data(), before.size() + 1 + word.size());
             before = word;
             return true;
@@ -259,7 +258,7 @@ class Picker {
         }
         std::vector<std::string_view> candidates;
         for (const auto& [word, count] : counts)
-            if (count * step <= most && (count + 1) * step * 20 >= least)
+            if ((count == 1 || count * step <= most) && (count + 1) * step * 20 >= least)
                 candidates.push_back(word);
         m_random.shuffle(candidates);
         // There are few frequent words, but all of them are looked at; of the others, enough.
