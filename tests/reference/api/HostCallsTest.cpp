@@ -205,17 +205,28 @@ TEST_F(HostCallsTest, ARetrieverTellsHowManyComponentsItsTextHas) {
 }
 
 TEST_F(HostCallsTest, ARetrieverFoldsTextAndPropertiesUnlessCaseCounts) {
-    for (const auto& [text, components] : componentCases)
-        m_product.record(u"x." + text + u"A", RefEntityType::Method, u"ref/ShApe.html");
-    add(m_product);
-    for (const auto& [text, components] : componentCases) {
-        nameTests.clear();
-        const auto found =
-            ReferenceDataRetriever(request(text + u"A", false, false)).getReferenceData();
-        EXPECT_EQ(found.size(), 1U);
-        ASSERT_FALSE(nameTests.empty());
-        EXPECT_EQ(nameTests.back(), (NameTest{text + u"a", components, u"geo.Shape.area", false}));
-    }
+    struct PropertyCase {
+        std::u16string text;
+        std::u16string folded;
+        std::size_t components;
+    };
+    const std::vector<PropertyCase> cases = {{u"AreA", u"area", 1},
+                                             {u"ShApe.AreA", u"Shape.area", 2},
+                                             {u"geo.ShApe.AreA", u"geo.Shape.area", 3}};
+    add(m_product.record(u"geo.ShApe.AreA", RefEntityType::Property, u"ref/ShApe.html"));
+    for (const auto& [text, folded, components] : cases)
+        for (const bool caseSensitive : {false, true}) {
+            ReferenceCacheManager::ClearAllCaches();
+            nameTests.clear();
+            EXPECT_EQ(ReferenceDataRetriever(request(text, caseSensitive, false))
+                          .getReferenceData()
+                          .size(),
+                      1U);
+            ASSERT_FALSE(nameTests.empty());
+            EXPECT_EQ(nameTests.back(),
+                      (NameTest{caseSensitive ? text : folded, components,
+                                caseSensitive ? u"geo.ShApe.AreA" : u"geo.Shape.area", false}));
+        }
 }
 
 // What a fold of a name asks the host for: here, that of a comparator's own name.
