@@ -23,26 +23,41 @@ ReferenceCacheManager::SearchMethod AllTextDataRetriever::getSearchMethod() cons
     return ReferenceCacheManager::AllTextSearch;
 }
 
-// The words of the items are asked at once; the pages that the lookup records nominate are mostly
-// all that there are.
+// The lexicons of the products' texts are asked, all at once where all products are wanted. The pages
+// that the lookup records nominate are mostly all that there are.
 void AllTextDataRetriever::findReferenceData(const search::Snapshot& snapshot,
                                              std::vector<ReferenceData>& results) const {
     const search::TextSearch text(ext());
     const search::LookupIndex& index = *snapshot.index();
+    std::vector<std::pair<std::uint32_t, const search::JoinedPages*>> opened;
     for (const std::uint32_t number : index.wantedProducts(ext())) {
-        const docimage::LookupImage& lookup = *index.products()[number].lookup;
-        if (!text.isWanted(lookup))
+        if (!text.isWanted(*index.products()[number].lookup))
             continue;
         try {
-            const search::JoinedPages* const joined = snapshot.pagesOf(number);
-            if (joined == nullptr)
-                continue;
-            const search::ProductPages& pages = joined->pages();
-            for (const std::uint32_t item : text.itemsOf(lookup, *joined))
-                results.emplace_back(pages.resource().getHeaderInfo(), pages.item(item));
+            if (const auto* const joined = snapshot.pagesOf(number))
+                opened.emplace_back(number, joined);
         } catch (const docparser::DocParserException&) {
             // The other products are still searched.
         }
+    }
+    const auto add = [&](std::uint32_t number, const search::JoinedPages& joined,
+                         search::TextQuery::Words words) {
+        const search::ProductPages& pages = joined.pages();
+        const auto& lookup = *index.products()[number].lookup;
+        for (const std::uint32_t item : text.itemsOf(lookup, joined, std::move(words)))
+            results.emplace_back(pages.resource().getHeaderInfo(), pages.item(item));
+    };
+    const search::TextQuery& query = text.query();
+    const bool areAll = !opened.empty() && opened.size() == index.products().size();
+    if (query.hasParts() && areAll) {
+        for (auto& [number, words] : snapshot.wordsOfAll(query))
+            add(number, *opened[number].second, std::move(words));
+        return;
+    }
+    for (const auto& [number, joined] : opened) {
+        auto words = query.wordsOf(joined->pages().words());
+        if (!query.hasParts() || !words.empty())
+            add(number, *joined, std::move(words));
     }
 }
 

@@ -6,8 +6,6 @@
 
 #include "docimage/componentForms.hpp"
 #include "docimage/unitBytes.hpp"
-#include "reference/search/StoredTextMatcher.hpp"
-#include "reference/search/TextQuery.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 
 namespace reference::search {
@@ -27,12 +25,16 @@ NameKind unqualified(NameKind whole, std::string_view form) {
 }  // namespace
 
 // 1. Where everything matches, only the type of a record matters.
-// 2. A part of names and purposes is looked up in each product's lexicon.
+// 2. A part of names and purposes is looked up in the lexicons of the products.
 // 3. A name is looked up in tables of names, which propose the keys or hrefs to be judged.
 std::vector<ProductMatches> EntitySearch::run() {
-    if (m_ext.isAllTextMatch() || m_method == AllTextSearch || m_method == NameAndPurposeSearch) {
+    if (m_ext.isAllTextMatch() || m_method == AllTextSearch) {
         for (const std::uint32_t product : m_index.wantedProducts(m_ext))
             searchProductLookup(product, {});
+        return std::move(m_matches);
+    }
+    if (m_method == NameAndPurposeSearch) {
+        searchNamesAndPurposes();
         return std::move(m_matches);
     }
     const Proposals proposed = proposals();
@@ -83,8 +85,6 @@ void EntitySearch::searchProductLookup(std::uint32_t product,
     NumberSet hrefs(lookup.hrefCount());
     if (m_ext.isAllTextMatch() || m_method == AllTextSearch)
         doAllTextSearch(lookup, hrefs);
-    else if (m_method == NameAndPurposeSearch)
-        doNameAndPurposeSearch(lookup, hrefs);
     const bool asksForExactKey =
         m_method != ClassEntitySearch && m_ext.isCaseSensitive() && m_ext.isExactMatch();
     for (const auto& [ignored, number] : proposals) {
@@ -97,6 +97,10 @@ void EntitySearch::searchProductLookup(std::uint32_t product,
         else
             doReferenceSearch(lookup, number, hrefs);
     }
+    addMatches(product, hrefs);
+}
+
+void EntitySearch::addMatches(std::uint32_t product, NumberSet& hrefs) {
     if (auto found = hrefs.take(); !found.empty())
         m_matches.push_back({.product = product, .hrefs = std::move(found)});
 }
@@ -173,14 +177,32 @@ void EntitySearch::doPageNameSearch(const LookupImage& lookup, std::uint32_t hre
     }
 }
 
-void EntitySearch::doNameAndPurposeSearch(const LookupImage& lookup, NumberSet& hrefs) {
+void EntitySearch::searchNamesAndPurposes() {
     if (m_ext.searchText().empty())
         return;
     const TextQuery query(m_ext);
-    const docimage::Lexicon& words = lookup.words();
-    const bool isExact = query.isExact() && words.isWellFormed();
-    const auto proposed = query.hasParts() ? query.textsWithAll(words, lookup.recordCount())
-                                           : allNumbers(lookup.recordCount());
+    if (query.hasParts() && m_ext.products().empty()) {
+        for (auto& [product, words] : m_index.wordsOfAll(query))
+            doNameAndPurposeSearch(product, query, std::move(words));
+        return;
+    }
+    for (const std::uint32_t product : m_index.wantedProducts(m_ext)) {
+        auto words = query.wordsOf(m_index.products()[product].lookup->words());
+        if (!query.hasParts() || !words.empty())
+            doNameAndPurposeSearch(product, query, std::move(words));
+    }
+}
+
+// `words` are those of the product's lexicon, where the text has any parts.
+void EntitySearch::doNameAndPurposeSearch(std::uint32_t product, const TextQuery& query,
+                                          TextQuery::Words words) {
+    const LookupImage& lookup = *m_index.products()[product].lookup;
+    const docimage::Lexicon& lexicon = lookup.words();
+    const bool isExact = query.isExact() && lexicon.isWellFormed();
+    const auto proposed =
+        query.hasParts() ? TextQuery::textsWithAll(lexicon, words, lookup.recordCount())
+                         : allNumbers(lookup.recordCount());
+    NumberSet hrefs(lookup.hrefCount());
     StoredTextMatcher matcher(m_ext);
     for (const std::uint32_t number : proposed) {
         const StoredRecord& record = lookup.record(number);
@@ -190,6 +212,7 @@ void EntitySearch::doNameAndPurposeSearch(const LookupImage& lookup, NumberSet& 
             matcher.matches(lookup.purpose(number)))
             hrefs.insert(record.href);
     }
+    addMatches(product, hrefs);
 }
 
 void EntitySearch::doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) const {

@@ -10,6 +10,8 @@
 #include "reference/search/NumberSet.hpp"
 #include "reference/search/ReferenceRequestExt.hpp"
 #include "reference/search/SearchMethod.hpp"
+#include "reference/search/StoredTextMatcher.hpp"
+#include "reference/search/TextQuery.hpp"
 
 namespace reference::search {
 
@@ -45,13 +47,15 @@ class EntitySearch {
     void doReferenceSearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);
     void doClassEntitySearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);
     void doPageNameSearch(const LookupImage& lookup, std::uint32_t href, NumberSet& hrefs);
-    void doNameAndPurposeSearch(const LookupImage& lookup, NumberSet& hrefs);
+    void doNameAndPurposeSearch(std::uint32_t product, const TextQuery& query,
+                                TextQuery::Words words);
     void doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) const;
 
     [[nodiscard]] bool isTypeAccepted(const docimage::StoredRecord& record) const noexcept {
         return m_ext.isTypeAccepted(record.type, record.functionType);
     }
     void setName(std::string_view stored);
+    void addMatches(std::uint32_t product, NumberSet& hrefs);
 
     const LookupIndex& m_index;
     const ReferenceRequestExt& m_ext;

@@ -18,7 +18,9 @@
 #include "docparser/DocResource.hpp"
 #include "property/HeaderInfo.hpp"
 #include "property/RefItemLookup.hpp"
+#include "reference/search/JoinedLexicon.hpp"
 #include "reference/search/ReferenceRequestExt.hpp"
+#include "reference/search/TextQuery.hpp"
 
 namespace reference::search {
 
@@ -68,6 +70,9 @@ class LookupIndex {
     // Appends what all products have under the hash, in their order.
     void proposeOfAll(docimage::NameKind kind, std::uint32_t hash, Proposals& proposals) const;
 
+    // The words of names and purposes that have the parts of a text, by product.
+    [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const;
+
   private:
     // Of all products, with keys or hrefs numbered through.
     struct JoinedNames {
@@ -91,6 +96,7 @@ class LookupIndex {
     std::vector<std::uint32_t> m_firstHrefs;
     bool m_isJoinable = false;
     mutable std::array<Kind, docimage::nameKinds> m_kinds;
+    JoinedLexicon m_joinedWords;
 };
 
 }  // namespace reference::search

@@ -7,6 +7,13 @@ ReadingPages::~ReadingPages() {
         delete pages.load(std::memory_order_relaxed);
 }
 
+std::vector<JoinedLexicon::Found> ReadingPages::wordsOfAll(const TextQuery& query) const {
+    return m_joinedWords.wordsOf(query, m_pages.size(),
+                                 [this](std::uint32_t product) -> const docimage::Lexicon& {
+                                     return find(product)->pages().words();
+                                 });
+}
+
 const JoinedPages& ReadingPages::keep(std::uint32_t product,
                                       std::unique_ptr<const JoinedPages> pages) {
     const JoinedPages* kept = nullptr;

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "reference/search/AtomicShared.hpp"
+#include "reference/search/JoinedLexicon.hpp"
 #include "reference/search/LookupIndex.hpp"
 #include "reference/search/ProductPages.hpp"
 
@@ -30,11 +31,16 @@ class ReadingPages {
         return m_pages[product].load(std::memory_order_acquire);
     }
 
+    // The words of items that have the parts of a text, by product. Requires: all products' pages are
+    // kept.
+    [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const;
+
     // Keeps the pages, unless those of the product are kept already; returns what is kept.
     const JoinedPages& keep(std::uint32_t product, std::unique_ptr<const JoinedPages> pages);
 
   private:
     std::vector<std::atomic<const JoinedPages*>> m_pages;  // owned
+    JoinedLexicon m_joinedWords;
 };
 
 // One reading of the lookup files: the resources of installed products with their index, and what

@@ -123,6 +123,12 @@ class Snapshot {
     // then read from the file that the lookups name, once at most for one reading.
     [[nodiscard]] const JoinedPages* pagesOf(std::uint32_t product) const;
 
+    // The words of items that have the parts of a text, by product. Requires: pagesOf() has returned
+    // the pages of every product of the index.
+    [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const {
+        return m_pages->wordsOfAll(query);
+    }
+
   private:
     friend class ReferenceStore;
     Snapshot(ReferenceStore& store, std::shared_ptr<Reading> reading);

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <iterator>
-#include <optional>
 #include <utility>
 
 #include "docimage/searchForm.hpp"
@@ -38,16 +37,10 @@ TextQuery::TextQuery(const ReferenceRequestExt& ext) {
                 form.find(sigma) == std::string_view::npos && !hasSurrogate(ext.searchText());
 }
 
-std::vector<std::uint32_t> TextQuery::textsWithAll(const Lexicon& lexicon,
-                                                   std::size_t textCount) const {
-    // The words of each part, and how many texts they lead to at most.
-    struct PartWords {
-        std::vector<std::uint32_t> words;
-        std::size_t weight = 0;
-    };
-    std::vector<PartWords> parts;
+TextQuery::Words TextQuery::wordsOf(const Lexicon& lexicon) const {
+    Words words;
     for (const WordPart& part : m_parts) {
-        PartWords& found = parts.emplace_back();
+        PartWords& found = words.emplace_back();
         lexicon.forEachWordWith(part, [&](std::uint32_t word) {
             found.words.push_back(word);
             found.weight += lexicon.weightOf(word);
@@ -55,24 +48,28 @@ std::vector<std::uint32_t> TextQuery::textsWithAll(const Lexicon& lexicon,
         if (found.words.empty())
             return {};
     }
-    std::ranges::sort(parts, {}, &PartWords::weight);
+    return words;
+}
 
-    std::optional<std::vector<std::uint32_t>> texts;
-    for (const PartWords& part : parts) {
+// From the part with the fewest texts on: each of the others leaves some of them out.
+std::vector<std::uint32_t> TextQuery::textsWithAll(const Lexicon& lexicon, Words& words,
+                                                   std::size_t textCount) {
+    std::ranges::sort(words, {}, &PartWords::weight);
+    std::vector<std::uint32_t> texts;
+    for (std::size_t part = 0; part < words.size(); ++part) {
         NumberSet set(textCount);
-        for (const std::uint32_t word : part.words)
+        for (const std::uint32_t word : words[part].words)
             lexicon.forEachTextWith(word, [&](std::uint32_t text) { set.insert(text); });
         std::vector<std::uint32_t> withPart = set.take();
-        if (texts) {
-            std::vector<std::uint32_t> withBoth;
-            std::ranges::set_intersection(*texts, withPart, std::back_inserter(withBoth));
-            withPart = std::move(withBoth);
+        if (part == 0) {
+            texts = std::move(withPart);
+            continue;
         }
-        texts = std::move(withPart);
-        if (texts->empty())
-            break;
+        std::vector<std::uint32_t> withBoth;
+        std::ranges::set_intersection(texts, withPart, std::back_inserter(withBoth));
+        texts = std::move(withBoth);
     }
-    return std::move(*texts);
+    return texts;
 }
 
 }  // namespace reference::search

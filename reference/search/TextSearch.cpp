@@ -21,11 +21,12 @@ bool TextSearch::isWanted(const LookupImage& lookup) const {
 }
 
 std::vector<std::uint32_t> TextSearch::itemsOf(const LookupImage& lookup,
-                                               const JoinedPages& joined) const {
+                                               const JoinedPages& joined,
+                                               TextQuery::Words words) const {
     const ProductPages& pages = joined.pages();
     const bool isConfirmed =
         m_ext.searchText().empty() || (m_query.isExact() && pages.words().isWellFormed());
-    std::vector<std::uint32_t> items = proposedItems(pages);
+    std::vector<std::uint32_t> items = proposedItems(pages, words);
     StoredTextMatcher matcher(m_ext);
     std::erase_if(items, [&](std::uint32_t item) {
         const std::uint32_t href = joined.hrefOfPage(pages.pageOfItem(item));
@@ -37,9 +38,10 @@ std::vector<std::uint32_t> TextSearch::itemsOf(const LookupImage& lookup,
 
 // The lexicon knows words. For a text that has none, such as "->", all that is stored of the items
 // is gone through in one pass: it has no letters, so that it stands there as it is.
-std::vector<std::uint32_t> TextSearch::proposedItems(const ProductPages& pages) const {
+std::vector<std::uint32_t> TextSearch::proposedItems(const ProductPages& pages,
+                                                     TextQuery::Words& words) const {
     if (m_query.hasParts())
-        return m_query.textsWithAll(pages.words(), pages.itemCount());
+        return TextQuery::textsWithAll(pages.words(), words, pages.itemCount());
     const std::string& wanted = m_ext.partForm();
     if (pages.image() == nullptr || wanted.empty())
         return allNumbers(pages.itemCount());

@@ -23,12 +23,17 @@ class TextSearch {
     // Whether any record of the product is of an accepted type; if not, its pages are not wanted.
     [[nodiscard]] bool isWanted(const docimage::LookupImage& lookup) const;
 
-    // The items of a product, in the order of its pages.
+    [[nodiscard]] const TextQuery& query() const noexcept { return m_query; }
+
+    // The items of a product, in the order of its pages. `words` are what the query finds in the
+    // product's lexicon.
     [[nodiscard]] std::vector<std::uint32_t> itemsOf(const docimage::LookupImage& lookup,
-                                                     const JoinedPages& joined) const;
+                                                     const JoinedPages& joined,
+                                                     TextQuery::Words words) const;
 
   private:
-    [[nodiscard]] std::vector<std::uint32_t> proposedItems(const ProductPages& pages) const;
+    [[nodiscard]] std::vector<std::uint32_t> proposedItems(const ProductPages& pages,
+                                                           TextQuery::Words& words) const;
     [[nodiscard]] bool isNominated(const docimage::LookupImage& lookup, std::uint32_t href) const;
     [[nodiscard]] bool hasContentMatch(const ProductPages& pages, std::uint32_t item,
                                        StoredTextMatcher& matcher) const;

@@ -30,6 +30,8 @@
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "sphinx/ImportTree.hpp"
+#include "support/LookupModel.hpp"
+#include "support/LookupWalk.hpp"
 #include "support/Print.hpp"
 #include "support/TempFolder.hpp"
 
@@ -161,6 +163,74 @@ TEST_F(SciPyTest, EveryObjectOfTheInventoryIsFoundByItsExactNameAndNearlyAllSayS
     }
     EXPECT_THAT(missing, ::testing::IsEmpty());
     EXPECT_LE(silent * 100, names.size() * 2) << silent << " of " << names.size();
+}
+
+// What people may type of a name: all of it, ends and parts of it, in any case.
+std::vector<std::u16string> textsLike(const std::u16string& name) {
+    const auto last = name.rfind(u'.') + 1;
+    const auto lastTwo = last < 2 ? 0 : name.rfind(u'.', last - 2) + 1;
+    std::u16string upper = name.substr(last);
+    for (char16_t& unit : upper)
+        if (unit >= u'a' && unit <= u'z')
+            unit = static_cast<char16_t>(unit - u'a' + u'A');
+    return {name,
+            name.substr(last),
+            name.substr(lastTwo),
+            upper,
+            name.substr(last, 2),
+            name.substr(last + name.size() / 3, 4),
+            u"the " + name.substr(last, 1),
+            u"reference/generated/" + name + u".html"};
+}
+
+TEST_F(SciPyTest, TheIndexAnswersAsAWalkOverAllKeysDoes) {
+    ReferenceCacheManager::PopulateLookupCache();
+    const auto lookup = ReferenceCacheManager::GetLookupCache();
+    const auto names = objectNames();
+    std::size_t found = 0;
+    for (std::size_t number = 0; number < names.size(); number += 601)
+        for (const auto& text : textsLike(names[number]))
+            for (const auto sensitivity :
+                 {api::EntityCaseSensitivity::Sensitive, api::EntityCaseSensitivity::Insensitive})
+                for (const auto precision :
+                     {EntityPrecision::Exact_Match, EntityPrecision::Ignore_Package})
+                    for (const auto method : {ReferenceCacheManager::ReferenceSearch,
+                                              ReferenceCacheManager::ClassEntitySearch,
+                                              ReferenceCacheManager::NameAndPurposeSearch,
+                                              ReferenceCacheManager::PageNameSearch}) {
+                        ReferenceRequest request(text);
+                        request.setEntityCaseSensitivity(sensitivity);
+                        request.setEntityPrecision(precision);
+                        const auto expected = walkProductsWithEntity(request, method, *lookup);
+                        found += expected.size();
+                        ASSERT_EQ(ReferenceCacheManager::GetProductsWithEntity(request, method),
+                                  expected)
+                            << fl::i18n::toUtf8(text) << ", method " << method << ", case "
+                            << sensitivity << ", precision " << precision;
+                    }
+    EXPECT_GT(found, 100U);
+}
+
+TEST_F(SciPyTest, TheLexiconOfTextsAnswersAsAReadingOfAllOfThemDoes) {
+    ReferenceCacheManager::PopulateAllCaches();
+    const auto pages = ReferenceCacheManager::GetResourceCache()->at(u"scipy");
+    const auto lookup = ReferenceCacheManager::GetLookupCache();
+    const docset::ProductDocumentation documentation{
+        .header = {.shortName = u"scipy", .displayName = {}, .helpFolder = {}, .version = {}},
+        .entities = lookup->at(u"scipy").getItems(),
+        .pages = pages->getItems()};
+    for (const auto* text : {u"Kernel", u"kernel density", u"the", u"e", u"nel den", u"->", u", ",
+                             u"\u00E9", u"Poisson", u"no such words", u"x_0"})
+        for (const auto sensitivity :
+             {api::EntityCaseSensitivity::Sensitive, api::EntityCaseSensitivity::Insensitive}) {
+            ReferenceRequest request(text);
+            request.setEntityCaseSensitivity(sensitivity);
+            const auto expected = modelAnswer(Search::AllText, request, {documentation});
+            const auto actual = api::AllTextDataRetriever(request).getReferenceData();
+            ASSERT_EQ(actual.size(), expected.size()) << fl::i18n::toUtf8(std::u16string(text));
+            for (std::size_t at = 0; at < actual.size(); ++at)
+                ASSERT_TRUE(actual[at].getRefItem() == expected[at].second) << dump(actual[at]);
+        }
 }
 
 TEST_F(SciPyTest, PropertyWithAPageOfItsOwnIsOneSyntheticRecordThatLeadsBackToItsClass) {
