@@ -1,6 +1,7 @@
 // Which numbered texts hold a word.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -119,7 +120,7 @@ void Lexicon::forEachWordWith(const WordPart& part, Visit visit) const {
         const std::size_t end = m_words.startOf(word + 1);
         if (hasPart(m_words[word], part))
             visit(static_cast<std::uint32_t>(word));
-        at = all.find(letters, end);
+        at = all.find(letters, std::max(end, at + 1));  // onward even where the starts are damaged
     }
 }
 

@@ -11,6 +11,8 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include "docimage/Image.hpp"
+
 namespace reference::search {
 
 // All numbers below `count`.
@@ -24,10 +26,12 @@ namespace reference::search {
 // where there are many, a bit for each possible number is cheaper.
 class NumberSet {
   public:
-    // Numbers that are inserted are below `limit`.
     explicit NumberSet(std::size_t limit) : m_limit(limit) {}
 
+    // Throws DamagedImage for a number that is not below the limit: it comes from an image.
     void insert(std::uint32_t number) {
+        if (number >= m_limit)
+            throw docimage::DamagedImage("An image refers to something that it does not have.");
         if (m_bits.empty()) {
             m_numbers.push_back(number);
             if (m_numbers.size() > fewNumbers)

@@ -127,10 +127,17 @@ std::size_t ProductPages::itemCount() const noexcept {
     return m_image != nullptr ? m_image->itemCount() : m_items.size();
 }
 
+// Numbers of items come from an image, too.
+void ProductPages::requireItem(std::size_t number) const {
+    if (number >= itemCount())
+        throw docimage::DamagedImage("An image refers to an item that it does not have.");
+}
+
 // Items of an image are kept, so that the next result that has one shares it.
 RefItem ProductPages::item(std::size_t number) const {
     if (m_image == nullptr)
         return *m_items[number];
+    requireItem(number);
     std::atomic<const SharedItem*>& slot = m_imageItems[number];
     const SharedItem* known = slot.load(std::memory_order_acquire);
     if (known == nullptr) {
@@ -156,6 +163,7 @@ bool ProductPages::hasProperties(std::size_t item) const {
 
 // Most items have no properties; all of them share one expansion.
 const ClassExpansion& ProductPages::expansion(std::size_t number) const {
+    requireItem(number);
     std::atomic<const ClassExpansion*>& slot = m_expansions[number];
     const ClassExpansion* known = slot.load(std::memory_order_acquire);
     if (known != nullptr)

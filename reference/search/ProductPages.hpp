@@ -73,6 +73,7 @@ class ProductPages {
 
   private:
     [[nodiscard]] bool hasProperties(std::size_t item) const;
+    void requireItem(std::size_t number) const;
 
     std::shared_ptr<const ReferenceResource> m_resource;
     // What the pages come from: an image, or else the resource's map, whose elements are numbered.
@@ -101,10 +102,14 @@ class JoinedPages {
 
     // The page of a lookup href, and the lookup href of a page; `none` where there is none.
     [[nodiscard]] std::uint32_t pageOfHref(std::uint32_t href) const {
-        return m_isSame ? href : m_pagesOfHrefs[href];
+        if (m_isSame)
+            return href;
+        return href < m_pagesOfHrefs.size() ? m_pagesOfHrefs[href] : none;
     }
     [[nodiscard]] std::uint32_t hrefOfPage(std::uint32_t page) const {
-        return m_isSame ? page : m_hrefsOfPages[page];
+        if (m_isSame)
+            return page;
+        return page < m_hrefsOfPages.size() ? m_hrefsOfPages[page] : none;
     }
 
   private:

@@ -51,7 +51,8 @@ std::vector<std::uint32_t> TextSearch::proposedItems(const ProductPages& pages,
     for (std::size_t at = all.find(wanted); at != std::string_view::npos;) {
         const std::size_t item = records.textAt(at);
         items.push_back(static_cast<std::uint32_t>(item));
-        at = all.find(wanted, records.startOf(item + 1));
+        // Onward even where the starts are damaged.
+        at = all.find(wanted, std::max(records.startOf(item + 1), at + 1));
     }
     return items;
 }
