@@ -24,6 +24,16 @@ foreach(folder IN ITEMS "${SOURCE_DIR}" "${BUILD_DIR}")
     endif()
 endforeach()
 
+# The installed documentation has been compiled, and is read from its images: compiling it again finds
+# nothing to do.
+if(EXISTS "${prefix}/bin/vref")
+    execute_process(COMMAND "${prefix}/bin/vref" compile "${prefix}/share/veltra/documentation-set"
+                    OUTPUT_VARIABLE compiled RESULT_VARIABLE result)
+    if(NOT result EQUAL 0 OR NOT compiled MATCHES "^compiled: 0 files \\([1-9][0-9]* as they were\\)")
+        message(FATAL_ERROR "the installed documentation has not been compiled: ${compiled}")
+    endif()
+endif()
+
 # The program that the README shows is built too.
 file(READ "${SOURCE_DIR}/README.md" readme)
 string(REGEX MATCH "```cpp\n(.*)\n```\n\n```cmake" ignored "${readme}")
