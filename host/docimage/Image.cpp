@@ -13,7 +13,7 @@ constexpr std::size_t sectionAlignment = 8;
 
 DamagedImage::~DamagedImage() = default;
 
-Image::Image(std::shared_ptr<const std::string> bytes, Sections sections)
+Image::Image(const std::shared_ptr<const std::string>& bytes, Sections sections)
     : Image(bytes, *bytes, std::move(sections), {}, {}) {}
 
 Image::Image(std::shared_ptr<const void> owner, std::string_view bytes, Sections sections,

@@ -38,7 +38,7 @@ class VELTRA_HOST_API Image {
     static constexpr std::size_t blockSize = 4096;
 
     // An image in memory.
-    Image(std::shared_ptr<const std::string> bytes, Sections sections);
+    Image(const std::shared_ptr<const std::string>& bytes, Sections sections);
 
     // An image whose bytes `owner` keeps alive. `blockHashes` has one for each begun block, and
     // lives as long; `name` is for messages. The sections must lie within the bytes.

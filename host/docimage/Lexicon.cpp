@@ -89,8 +89,7 @@ void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection) {
             trigrams.push_back(std::uint64_t{trigramAt(word, at)} << 32U | number);
     }
     std::ranges::sort(trigrams);
-    const auto repeated = std::ranges::unique(trigrams);
-    trigrams.erase(repeated.begin(), repeated.end());
+    trigrams.erase(std::unique(trigrams.begin(), trigrams.end()), trigrams.end());
 
     std::vector<std::uint32_t> known;
     TextTableBuilder wordsOfTrigrams;

@@ -37,8 +37,9 @@ void writeRecords(const LookupImage::Entities& entities, ImageWriter& writer) {
             hrefs.push_back(&record.getHref());
     const auto text = [](const std::u16string* href) -> const std::u16string& { return *href; };
     std::ranges::sort(hrefs, {}, text);
-    const auto repeated = std::ranges::unique(hrefs, {}, text);
-    hrefs.erase(repeated.begin(), repeated.end());
+    hrefs.erase(std::unique(hrefs.begin(), hrefs.end(),
+                            [](const auto* a, const auto* b) { return *a == *b; }),
+                hrefs.end());
 
     TextTableBuilder keys;
     TextTableBuilder purposes;

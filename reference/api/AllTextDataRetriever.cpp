@@ -23,8 +23,8 @@ ReferenceCacheManager::SearchMethod AllTextDataRetriever::getSearchMethod() cons
     return ReferenceCacheManager::AllTextSearch;
 }
 
-// The lexicons of the products' texts are asked, all at once where all products are wanted. The pages
-// that the lookup records nominate are mostly all that there are.
+// The lexicons of the products' texts are asked, all at once where all products are wanted. The
+// pages that the lookup records nominate are mostly all that there are.
 void AllTextDataRetriever::findReferenceData(const search::Snapshot& snapshot,
                                              std::vector<ReferenceData>& results) const {
     const search::TextSearch text(ext());

@@ -59,9 +59,8 @@ EntitySearch::Proposals EntitySearch::proposals() const {
     if (m_method != ClassEntitySearch)
         return proposals;
     propose(NameKind::ClassWhole, form, proposals);
-    std::ranges::sort(proposals);
-    const auto repeated = std::ranges::unique(proposals);
-    proposals.erase(repeated.begin(), repeated.end());
+    std::ranges::sort(proposals, {}, &LookupIndex::Proposal::place);
+    proposals.erase(std::unique(proposals.begin(), proposals.end()), proposals.end());
     return proposals;
 }
 
@@ -199,9 +198,9 @@ void EntitySearch::doNameAndPurposeSearch(std::uint32_t product, const TextQuery
     const LookupImage& lookup = *m_index.products()[product].lookup;
     const docimage::Lexicon& lexicon = lookup.words();
     const bool isExact = query.isExact() && lexicon.isWellFormed();
-    const auto proposed =
-        query.hasParts() ? TextQuery::textsWithAll(lexicon, words, lookup.recordCount())
-                         : allNumbers(lookup.recordCount());
+    const auto proposed = query.hasParts()
+                              ? TextQuery::textsWithAll(lexicon, words, lookup.recordCount())
+                              : allNumbers(lookup.recordCount());
     NumberSet hrefs(lookup.hrefCount());
     StoredTextMatcher matcher(m_ext);
     for (const std::uint32_t number : proposed) {

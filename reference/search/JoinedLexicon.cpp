@@ -31,9 +31,8 @@ std::vector<JoinedLexicon::Found> JoinedLexicon::wordsOf(const TextQuery& query,
     for (std::size_t part = 0; part < query.partCount(); ++part) {
         numbers.clear();
         joined.lexicon.forEachWordWith(query.part(part), [&](std::uint32_t word) {
-            joined.lexicon.forEachTextWith(word, [&](std::uint32_t number) {
-                numbers.push_back(number);
-            });
+            joined.lexicon.forEachTextWith(
+                word, [&](std::uint32_t number) { numbers.push_back(number); });
         });
         std::ranges::sort(numbers);
 

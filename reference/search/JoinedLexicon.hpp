@@ -13,9 +13,9 @@
 
 namespace reference::search {
 
-// Which words of which lexicons have the parts of a text. Asking each lexicon takes time for each of
-// them, so that a lexicon of all their words is made once that has cost about as much as making it
-// does. Any thread.
+// Which words of which lexicons have the parts of a text. Asking each lexicon takes time for each
+// of them, so that a lexicon of all their words is made once that has cost about as much as making
+// it does. Any thread.
 class JoinedLexicon {
   public:
     // The words of one lexicon for each part of a text.

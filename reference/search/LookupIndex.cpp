@@ -73,11 +73,10 @@ void LookupIndex::proposeOfAll(NameKind kind, std::uint32_t hash, Proposals& pro
 }
 
 std::vector<JoinedLexicon::Found> LookupIndex::wordsOfAll(const TextQuery& query) const {
-    return m_joinedWords.wordsOf(
-        query, m_products.size(),
-        [this](std::uint32_t product) -> const docimage::Lexicon& {
-            return m_products[product].lookup->words();
-        });
+    return m_joinedWords.wordsOf(query, m_products.size(),
+                                 [this](std::uint32_t product) -> const docimage::Lexicon& {
+                                     return m_products[product].lookup->words();
+                                 });
 }
 
 const std::vector<std::uint32_t>& LookupIndex::firstNumbers(NameKind kind) const {

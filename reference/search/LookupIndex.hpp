@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <boost/container/small_vector.hpp>
@@ -46,7 +47,12 @@ class LookupIndex {
         std::uint32_t product;
         std::uint32_t number;
 
-        friend auto operator<=>(const Proposal&, const Proposal&) = default;
+        // What proposals are ordered by.
+        [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> place() const {
+            return {product, number};
+        }
+
+        friend bool operator==(const Proposal&, const Proposal&) = default;
     };
     // Mostly a few.
     using Proposals = boost::container::small_vector<Proposal, 16>;

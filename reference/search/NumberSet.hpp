@@ -45,8 +45,7 @@ class NumberSet {
     [[nodiscard]] std::vector<std::uint32_t> take() {
         if (m_bits.empty()) {
             std::ranges::sort(m_numbers);
-            const auto repeated = std::ranges::unique(m_numbers);
-            return {m_numbers.begin(), repeated.begin()};
+            return {m_numbers.begin(), std::unique(m_numbers.begin(), m_numbers.end())};
         }
         std::size_t count = 0;
         for (const std::uint64_t bits : m_bits)

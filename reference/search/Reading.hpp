@@ -31,8 +31,8 @@ class ReadingPages {
         return m_pages[product].load(std::memory_order_acquire);
     }
 
-    // The words of items that have the parts of a text, by product. Requires: all products' pages are
-    // kept.
+    // The words of items that have the parts of a text, by product. Requires: all products' pages
+    // are kept.
     [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const;
 
     // Keeps the pages, unless those of the product are kept already; returns what is kept.

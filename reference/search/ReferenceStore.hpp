@@ -38,14 +38,7 @@ class ReferenceStore {
     // What `ask(snapshot)` answers. Where it meets an image that is damaged, the source is told,
     // the caches are cleared, and `ask` is called again.
     template <typename Ask>
-    auto answer(Ask ask) {
-        try {
-            return ask(snapshot());
-        } catch (const docimage::DamagedImage& damage) {
-            passOverImages(damage);
-        }
-        return ask(snapshot());
-    }
+    auto answer(Ask ask);
 
     // Never null; empty while nothing is loaded.
     [[nodiscard]] std::shared_ptr<const LookupResources> lookupCache();
@@ -123,8 +116,8 @@ class Snapshot {
     // then read from the file that the lookups name, once at most for one reading.
     [[nodiscard]] const JoinedPages* pagesOf(std::uint32_t product) const;
 
-    // The words of items that have the parts of a text, by product. Requires: pagesOf() has returned
-    // the pages of every product of the index.
+    // The words of items that have the parts of a text, by product. Requires: pagesOf() has
+    // returned the pages of every product of the index.
     [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const {
         return m_pages->wordsOfAll(query);
     }
@@ -138,5 +131,15 @@ class Snapshot {
     // Those of the first call; null until then.
     mutable std::shared_ptr<ReadingPages> m_pages;
 };
+
+template <typename Ask>
+auto ReferenceStore::answer(Ask ask) {
+    try {
+        return ask(snapshot());
+    } catch (const docimage::DamagedImage& damage) {
+        passOverImages(damage);
+    }
+    return ask(snapshot());
+}
 
 }  // namespace reference::search

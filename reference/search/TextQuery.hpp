@@ -25,8 +25,8 @@ class TextQuery {
     // confirmed, as long as all indexed texts are well-formed.
     [[nodiscard]] bool isExact() const noexcept { return m_isExact; }
 
-    // The words of a lexicon that have one part of the text, and the bytes that the numbers of their
-    // texts take: a measure of how many texts these are.
+    // The words of a lexicon that have one part of the text, and the bytes that the numbers of
+    // their texts take: a measure of how many texts these are.
     struct PartWords {
         std::vector<std::uint32_t> words;
         std::size_t weight = 0;
@@ -41,8 +41,8 @@ class TextQuery {
     // The words of each part; none at all where a part has none.
     [[nodiscard]] Words wordsOf(const docimage::Lexicon& lexicon) const;
 
-    // The numbers of the texts of a lexicon that have a word of each part, ascending. `textCount` is
-    // how many texts it was made of. Consumes the words.
+    // The numbers of the texts of a lexicon that have a word of each part, ascending. `textCount`
+    // is how many texts it was made of. Consumes the words.
     [[nodiscard]] static std::vector<std::uint32_t> textsWithAll(const docimage::Lexicon& lexicon,
                                                                  Words& words,
                                                                  std::size_t textCount);

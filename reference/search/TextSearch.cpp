@@ -20,8 +20,7 @@ bool TextSearch::isWanted(const LookupImage& lookup) const {
     return false;
 }
 
-std::vector<std::uint32_t> TextSearch::itemsOf(const LookupImage& lookup,
-                                               const JoinedPages& joined,
+std::vector<std::uint32_t> TextSearch::itemsOf(const LookupImage& lookup, const JoinedPages& joined,
                                                TextQuery::Words words) const {
     const ProductPages& pages = joined.pages();
     const bool isConfirmed =

@@ -2,11 +2,11 @@
 
 #include <algorithm>
 #include <array>
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <numeric>
+#include <tuple>
 #include <utility>
 
 #include "reference/api/comparator/IndexOrderComparator.hpp"
@@ -28,8 +28,6 @@ void arrange(std::vector<ReferenceData>& results, const std::vector<std::size_t>
 struct PreferredKeys {
     std::array<std::int64_t, std::size(preferredOrder)> keys;
     std::size_t place;  // last, so that results with the same keys stay in order
-
-    friend auto operator<=>(const PreferredKeys&, const PreferredKeys&) = default;
 };
 
 std::vector<std::size_t> inPreferredOrder(const std::vector<ReferenceData>& results) {
@@ -39,7 +37,9 @@ std::vector<std::size_t> inPreferredOrder(const std::vector<ReferenceData>& resu
                                [&](const PreferredKey& key) { return key.keyOf(results[place]); });
         ranked[place].place = place;
     }
-    std::ranges::sort(ranked);
+    std::ranges::sort(ranked, [](const PreferredKeys& a, const PreferredKeys& b) {
+        return std::tie(a.keys, a.place) < std::tie(b.keys, b.place);
+    });
     std::vector<std::size_t> order(results.size());
     std::ranges::transform(ranked, order.begin(), &PreferredKeys::place);
     return order;

@@ -70,8 +70,8 @@ TEST(DamagedImageTest, NothingOutsideOfAnImageIsReadWhateverItSays) {
     PageImage::write(documentation.pages, writer, pagesSection);
     const std::string sound = writer.bytes();
     const auto sections = writer.sections();
-    EXPECT_NO_THROW(readAll(std::make_shared<const Image>(
-        std::make_shared<const std::string>(sound), sections)));
+    EXPECT_NO_THROW(readAll(
+        std::make_shared<const Image>(std::make_shared<const std::string>(sound), sections)));
 
     Generator generator(1);
     int refused = 0;

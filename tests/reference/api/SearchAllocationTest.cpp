@@ -44,10 +44,8 @@ TEST_F(SearchAllocationTest, AnExactQueryForOneRecordAllocatesTenTimesAtMost) {
     ASSERT_EQ(retriever.getReferenceData().size(), 1U);
     EXPECT_LE(allocationsOf([&] { return retriever.getReferenceData(); }), 4);
     // With the copies of the request's texts that a retriever makes.
-    EXPECT_LE(allocationsOf([&] {
-                  return api::ReferenceDataRetriever(request).getReferenceData();
-              }),
-              10);
+    EXPECT_LE(
+        allocationsOf([&] { return api::ReferenceDataRetriever(request).getReferenceData(); }), 10);
     EXPECT_LE(allocationsOf([&] {
                   return ReferenceCacheManager::GetProductsWithEntity(
                       request, ReferenceCacheManager::ReferenceSearch);

@@ -88,8 +88,7 @@ std::vector<std::u16string> partsOf(const std::u16string& text) {
         for (std::size_t length = 1; length <= text.size() - at; ++length)
             parts.push_back(text.substr(at, length));
     std::ranges::sort(parts);
-    const auto repeated = std::ranges::unique(parts);
-    parts.erase(repeated.begin(), repeated.end());
+    parts.erase(std::unique(parts.begin(), parts.end()), parts.end());
     return parts;
 }
 
