@@ -40,6 +40,7 @@ class EntitySearch {
     [[nodiscard]] Proposals proposals() const;
     void propose(docimage::NameKind whole, std::string_view form, Proposals& proposals) const;
 
+    void searchNamesAndPurposes();
     void searchProductLookup(std::uint32_t product,
                              std::span<const LookupIndex::Proposal> proposals);
 
