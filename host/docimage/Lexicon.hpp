@@ -42,6 +42,7 @@ class VELTRA_HOST_API Lexicon {
     [[nodiscard]] std::string_view word(std::size_t number) const { return m_words[number]; }
 
     // Calls `visit(word number)` for each word that has the part, in ascending order.
+    // Requires: the part has letters.
     template <typename Visit>
     void forEachWordWith(const WordPart& part, Visit visit) const;
 

@@ -56,7 +56,8 @@ TEST_F(SearchAllocationTest, AnExactQueryForOneRecordAllocatesTenTimesAtMost) {
 TEST_F(SearchAllocationTest, AResultAllocatesNothingOfItsOwn) {
     const api::ClassEntityDataRetriever retriever(ReferenceRequest(u"package.of.a.Class"));
     ASSERT_EQ(retriever.getReferenceData().size(), 4U);
-    EXPECT_LE(allocationsOf([&] { return retriever.getReferenceData(); }), 6);
+    // Three of these are the growth of the list of results.
+    EXPECT_LE(allocationsOf([&] { return retriever.getReferenceData(); }), 8);
 }
 
 }  // namespace
