@@ -37,7 +37,7 @@ const std::u16string& lowerCase(const std::u16string& text) {
     return found->second;
 }
 
-bool isPart(const std::u16string& part, const std::u16string& text) {
+bool occursIn(const std::u16string& part, const std::u16string& text) {
     return text.find(part) != std::u16string::npos;
 }
 
@@ -97,7 +97,7 @@ class Walk {
             case ReferenceCacheManager::NameAndPurposeSearch:
                 return m_request.isAllTextMatch() ||
                        (!m_text.empty() &&
-                        (isPart(m_text, name) || isPart(m_text, fold(record.getPurpose()))));
+                        (occursIn(m_text, name) || occursIn(m_text, fold(record.getPurpose()))));
             case ReferenceCacheManager::ClassEntitySearch: {
                 if (ReferenceCacheManager::IsClassLikeType(record.getType()) &&
                     isNamed(name, record))
