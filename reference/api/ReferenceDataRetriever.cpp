@@ -78,7 +78,9 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
                                                std::vector<ReferenceData>& results) const {
     const search::LookupIndex& index = *snapshot.index();
     const bool passesHrefs = overridesFilter();
-    for (const auto& matches : search::EntitySearch(index, ext(), getSearchMethod()).run()) {
+    for (const auto& matches :
+         search::EntitySearch(index, ext(), cache_manager::toSearchMethod(getSearchMethod()))
+             .run()) {
         const std::size_t before = results.size();
         try {
             const JoinedPages* const joined = snapshot.pagesOf(matches.product);

@@ -71,7 +71,8 @@ std::map<std::u16string, ProductMatchData> ReferenceCacheManager::GetProductsWit
         const search::LookupIndex* const index = snapshot.index();
         if (index == nullptr)
             return found;
-        for (const auto& matches : search::EntitySearch(*index, ext, method).run()) {
+        for (const auto& matches :
+             search::EntitySearch(*index, ext, toSearchMethod(method)).run()) {
             const auto& product = index->products()[matches.product];
             ProductMatchData data{.referenceFileName = product.header.getReferenceFileName(),
                                   .hrefs = {}};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -14,7 +15,6 @@
 #include "reference/api/ReferenceRequest.hpp"
 #include "reference/api/cache_manager/ProductMatchData.hpp"
 #include "reference/api/export.hpp"
-#include "reference/search/SearchMethod.hpp"
 
 namespace foundation::msg_svc::eventmgr {
 class EventMgr;
@@ -37,9 +37,14 @@ class VELTRA_REFERENCE_API ReferenceCacheManager {
     using Resource = docparser::DocResource<property::RefItem>;
     using ResourceCache = std::map<std::u16string, std::shared_ptr<const Resource>>;
 
-    // What a request's text is compared with: ReferenceSearch and the others.
-    using SearchMethod = search::SearchMethod;
-    using enum search::SearchMethod;
+    // What a request's text is compared with. Any other number searches like ReferenceSearch.
+    enum SearchMethod : std::uint32_t {
+        ReferenceSearch = 0,       // the entity's name
+        ClassEntitySearch = 1,     // the name of the class or of the member's class
+        NameAndPurposeSearch = 2,  // a part of the name or of the purpose
+        AllTextSearch = 3,         // nothing: every entity of the types is nominated
+        PageNameSearch = 4,        // the whole href, with its fragment
+    };
 
     // Which installed products document the requested entity, by product short name, and under
     // which hrefs. A product without a match has no entry; a requested product that is not
