@@ -178,7 +178,7 @@ std::vector<std::u16string> textsLike(const std::u16string& name) {
             name.substr(lastTwo),
             upper,
             name.substr(last, 2),
-            name.substr(last + name.size() / 3, 4),
+            name.substr(name.size() / 3, 4),
             u"the " + name.substr(last, 1),
             u"reference/generated/" + name + u".html"};
 }
