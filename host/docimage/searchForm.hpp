@@ -1,10 +1,11 @@
 // The form in which names and texts are indexed, and what a text is made of.
-// header includes it.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
+
+#include <boost/container/small_vector.hpp>
 
 #include "foundation/core/export.hpp"
 
@@ -21,6 +22,10 @@ namespace reference::docimage {
 // - the form of a text is that of its lower case;
 // - only letters change: ASCII punctuation, white space and digits stay where they are.
 [[nodiscard]] VELTRA_HOST_API std::string searchForm(std::u16string_view text);
+
+// The same for what a request asks for, mostly without allocating.
+using FormBuffer = boost::container::small_vector<char, 128>;
+VELTRA_HOST_API void assignSearchForm(std::u16string_view text, FormBuffer& form);
 
 // Whether the text has no unpaired surrogate. The search form of one that has is not its lower
 // case.

@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstdint>
-#include <cstring>
 
 namespace reference::docimage {
 namespace {
@@ -11,8 +9,6 @@ namespace {
 constexpr char byteOf(unsigned value) {
     return static_cast<char>(static_cast<unsigned char>(value));
 }
-
-constexpr std::size_t asciiBlock = 8;
 
 }  // namespace
 
@@ -52,21 +48,19 @@ std::u16string fromUnitBytes(std::string_view bytes) {
 void assignUnitBytes(std::string_view bytes, std::u16string& text) {
     text.resize(bytes.size());  // there are never more units than bytes
     char16_t* out = text.data();
+    // Most texts are ASCII. One pass without a branch widens them many units at a time.
+    unsigned char all = 0;
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(bytes[at]);
+        all |= byte;
+        out[at] = byte;
+    }
+    if (all < 0x80)
+        return;
     const auto valueAt = [&](std::size_t at) {
         return at < bytes.size() ? static_cast<unsigned char>(bytes[at]) : 0U;
     };
     for (std::size_t at = 0; at < bytes.size();) {
-        // Eight bytes at a time as long as all are ASCII.
-        for (; at + asciiBlock <= bytes.size(); at += asciiBlock, out += asciiBlock) {
-            std::uint64_t block = 0;
-            std::memcpy(&block, bytes.data() + at, asciiBlock);
-            if ((block & 0x8080808080808080U) != 0)
-                break;
-            for (std::size_t offset = 0; offset < asciiBlock; ++offset)
-                out[offset] = static_cast<char16_t>(bytes[at + offset]);
-        }
-        if (at == bytes.size())
-            break;
         const unsigned lead = valueAt(at);
         if (lead < 0x80) {
             *out++ = static_cast<char16_t>(lead);
@@ -85,6 +79,14 @@ void assignUnitBytes(std::string_view bytes, std::u16string& text) {
 }
 
 bool areUnitBytesOf(std::string_view bytes, std::u16string_view text) noexcept {
+    // Only ASCII has as many bytes as units.
+    if (bytes.size() == text.size()) {
+        unsigned difference = 0;
+        for (std::size_t at = 0; at < text.size(); ++at)
+            difference |=
+                (static_cast<unsigned char>(bytes[at]) ^ unsigned{text[at]}) | (text[at] & ~0x7FU);
+        return difference == 0;
+    }
     std::size_t at = 0;
     const auto isNext = [&](unsigned value) {
         return at < bytes.size() && static_cast<unsigned char>(bytes[at++]) == value;

@@ -35,10 +35,18 @@ using search::JoinedPages;
 using search::ReferenceRequestExt;
 using search::Snapshot;
 
+struct ReferenceDataRetriever::Prepared {
+    explicit Prepared(ReferenceRequest given)
+        : request(std::move(given)), ext(cache_manager::toExt(request)) {}
+
+    const ReferenceRequest request;
+    const ReferenceRequestExt ext;
+};
+
 ReferenceDataRetriever::ReferenceDataRetriever() = default;
 
 ReferenceDataRetriever::ReferenceDataRetriever(ReferenceRequest request)
-    : m_request(std::move(request)) {
+    : m_prepared(std::make_shared<const Prepared>(std::move(request))) {
     setupRetriever();
 }
 
@@ -48,13 +56,28 @@ ReferenceDataRetriever& ReferenceDataRetriever::operator=(ReferenceDataRetriever
 ReferenceDataRetriever::~ReferenceDataRetriever() = default;
 
 void ReferenceDataRetriever::setupRetriever() {
-    m_ext = std::make_shared<const ReferenceRequestExt>(cache_manager::toExt(m_request));
     m_isPropertySearch = isTypeMatch(RefEntityType::Property);
 }
 
+const ReferenceDataRetriever::Prepared& ReferenceDataRetriever::prepared() const noexcept {
+    static const foundation::core::NeverDestroyed<Prepared> none{ReferenceRequest()};
+    return m_prepared ? *m_prepared : *none;
+}
+
 const ReferenceRequestExt& ReferenceDataRetriever::ext() const noexcept {
-    static const foundation::core::NeverDestroyed<ReferenceRequestExt> none;
-    return m_ext ? *m_ext : *none;
+    return prepared().ext;
+}
+
+bool ReferenceDataRetriever::isAllTextMatch() const noexcept {
+    return ext().isAllTextMatch();
+}
+
+bool ReferenceDataRetriever::isCaseSensitive() const noexcept {
+    return ext().isCaseSensitive();
+}
+
+bool ReferenceDataRetriever::isExactMatch() const noexcept {
+    return ext().isExactMatch();
 }
 
 const std::u16string& ReferenceDataRetriever::getSearchedText() const noexcept {
@@ -70,7 +93,7 @@ std::vector<ReferenceData> ReferenceDataRetriever::getReferenceData() const {
             findReferenceData(snapshot, found);
         return found;
     });
-    comparator::sortResults(results, m_request.getRefRequestComparator());
+    comparator::sortResults(results, prepared().request.getRefRequestComparator());
     return results;
 }
 
@@ -78,22 +101,20 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
                                                std::vector<ReferenceData>& results) const {
     const search::LookupIndex& index = *snapshot.index();
     const bool passesHrefs = overridesFilter();
-    for (const auto& matches :
-         search::EntitySearch(index, ext(), cache_manager::toSearchMethod(getSearchMethod()))
-             .run()) {
+    const auto add = [&](std::uint32_t product, std::span<const std::uint32_t> matches) {
         const std::size_t before = results.size();
         try {
-            const JoinedPages* const joined = snapshot.pagesOf(matches.product);
+            const JoinedPages* const joined = snapshot.pagesOf(product);
             // The product's lookup file names a reference file that does not contain the product.
             if (joined == nullptr)
-                continue;
+                return;
             if (!passesHrefs) {
-                addPages(*joined, matches.hrefs, results);
-                continue;
+                addPages(*joined, matches, results);
+                return;
             }
-            const auto& stored = index.products()[matches.product].lookup->hrefs();
+            const auto& stored = index.products()[product].lookup->hrefs();
             std::set<std::u16string> hrefs;
-            for (const std::uint32_t href : matches.hrefs)
+            for (const std::uint32_t href : matches)
                 hrefs.insert(docimage::fromUnitBytes(stored[href]));
             auto found = filterReferenceData(joined->pages().resource(), hrefs);
             std::ranges::move(found, std::back_inserter(results));
@@ -101,7 +122,8 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
             // The other products are still searched.
             results.erase(results.begin() + static_cast<std::ptrdiff_t>(before), results.end());
         }
-    }
+    };
+    search::EntitySearch(index, ext(), cache_manager::toSearchMethod(getSearchMethod())).run(add);
 }
 
 // Whether a property can match only if its name or its purpose holds the text.
@@ -119,7 +141,7 @@ bool ReferenceDataRetriever::overridesFilter() const {
 
 const vqArray* ReferenceDataRetriever::getReferenceRequestProperty() const {
     if (!m_requestCache)
-        m_requestCache = zorb::wrap(m_request);
+        m_requestCache = zorb::wrap(prepared().request);
     return m_requestCache.get();
 }
 
@@ -130,11 +152,11 @@ void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
         return;
     if (omGetNumberOfElementsInUnderlyingArray(value) == 0)
         throw utils::ExpectedRequestError();
-    ReferenceDataRetriever prepared(
+    ReferenceDataRetriever other(
         omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy());
-    prepared.m_requestCache = zorb::wrap(prepared.m_request);
+    other.m_requestCache = zorb::wrap(other.prepared().request);
     // Nothing can fail from here on.
-    ReferenceDataRetriever::operator=(std::move(prepared));
+    ReferenceDataRetriever::operator=(std::move(other));
 }
 
 bool ReferenceDataRetriever::isTypeMatch(RefEntityType::Value type) const {
@@ -169,7 +191,7 @@ std::vector<ReferenceData> ReferenceDataRetriever::filterReferenceData(
 }
 
 void ReferenceDataRetriever::addPages(const JoinedPages& joined,
-                                      const std::vector<std::uint32_t>& hrefs,
+                                      std::span<const std::uint32_t> hrefs,
                                       std::vector<ReferenceData>& results) const {
     const search::ProductPages& pages = joined.pages();
     const HeaderInfo& header = pages.resource().getHeaderInfo();
@@ -200,11 +222,12 @@ void ReferenceDataRetriever::addItem(const HeaderInfo& header, const RefItem& it
         return;
     }
     const bool looksForText = looksForPropertyText();
+    const bool isAllMatch = isAllTextMatch();
+    const std::string_view partForm = ext().partForm();
     const auto isMatch = [&](const ClassExpansion::Property& property) {
-        if (isAllTextMatch())
+        if (isAllMatch)
             return true;
-        const bool mayMatch =
-            !looksForText || property.form.find(ext().partForm()) != std::string::npos;
+        const bool mayMatch = !looksForText || property.form.find(partForm) != std::string::npos;
         return mayMatch &&
                isPropertyContentMatch(
                    property.qualifiedName,
@@ -229,8 +252,10 @@ void ReferenceDataRetriever::addItem(const HeaderInfo& header, const RefItem& it
 
 bool ReferenceDataRetriever::isPropertyContentMatch(const std::u16string& qualifiedName,
                                                     const ClassProperty& /*property*/) const {
-    return isCaseSensitive() ? ext().isNameMatch(qualifiedName)
-                             : ext().isNameMatch(utils::LowerCased(qualifiedName).view());
+    const ReferenceRequestExt& wanted = ext();
+    return wanted.isCaseSensitive()
+               ? wanted.isNameMatch(qualifiedName)
+               : wanted.isNameMatch(utils::LowerCased(qualifiedName).view());
 }
 
 const char* ReferenceDataRetriever::getZORBClassName() noexcept {

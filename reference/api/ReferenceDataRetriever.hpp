@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -79,9 +80,9 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
 
     // The request's text, in lower case unless case counts. Valid until this object is changed.
     [[nodiscard]] const std::u16string& getSearchedText() const noexcept;
-    [[nodiscard]] bool isAllTextMatch() const noexcept { return m_request.isAllTextMatch(); }
-    [[nodiscard]] bool isCaseSensitive() const noexcept { return m_request.isCaseSensitive(); }
-    [[nodiscard]] bool isExactMatch() const noexcept { return m_request.isExactMatch(); }
+    [[nodiscard]] bool isAllTextMatch() const noexcept;
+    [[nodiscard]] bool isCaseSensitive() const noexcept;
+    [[nodiscard]] bool isExactMatch() const noexcept;
 
   private:
     // Whether a class's item comes before the items of its matching properties. Called for each
@@ -118,19 +119,21 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     [[nodiscard]] const search::ReferenceRequestExt& ext() const noexcept;
 
   private:
+    // A request, and what follows from it, which refers to the request.
+    struct Prepared;
+
     void setupRetriever();
+    [[nodiscard]] const Prepared& prepared() const noexcept;
     [[nodiscard]] bool overridesFilter() const;
     [[nodiscard]] bool looksForPropertyText() const;
-    void addPages(const search::JoinedPages& joined, const std::vector<std::uint32_t>& hrefs,
+    void addPages(const search::JoinedPages& joined, std::span<const std::uint32_t> hrefs,
                   std::vector<ReferenceData>& results) const;
     void addItem(const property::HeaderInfo& header, const property::RefItem& item,
                  const search::ClassExpansion& expansion,
                  std::vector<ReferenceData>& results) const;
 
-    ReferenceRequest m_request;
-
-    // What follows from the request; null where none was given.
-    std::shared_ptr<const search::ReferenceRequestExt> m_ext;
+    // Null where no request was given.
+    std::shared_ptr<const Prepared> m_prepared;
     bool m_isPropertySearch = false;
 
     // The request as the scripting language sees it; null until it is first read or set.

@@ -27,29 +27,28 @@ NameKind unqualified(NameKind whole, std::string_view form) {
 // 1. Where everything matches, only the type of a record matters.
 // 2. A part of names and purposes is looked up in the lexicons of the products.
 // 3. A name is looked up in tables of names, which propose the keys or hrefs to be judged.
-std::vector<ProductMatches> EntitySearch::run() {
+void EntitySearch::run(const Visit& visit) {
     if (m_ext.isAllTextMatch() || m_method == AllTextSearch) {
         for (const std::uint32_t product : m_index.wantedProducts(m_ext))
-            searchProductLookup(product, {});
-        return std::move(m_matches);
+            searchProductLookup(product, {}, visit);
+        return;
     }
     if (m_method == NameAndPurposeSearch) {
-        searchNamesAndPurposes();
-        return std::move(m_matches);
+        searchNamesAndPurposes(visit);
+        return;
     }
     const Proposals proposed = proposals();
     for (auto next = proposed.begin(); next != proposed.end();) {
         const auto first = next;
         while (next != proposed.end() && next->product == first->product)
             ++next;
-        searchProductLookup(first->product, {first, next});
+        searchProductLookup(first->product, {first, next}, visit);
     }
-    return std::move(m_matches);
 }
 
 // What may match, in the order of the products, each once.
 EntitySearch::Proposals EntitySearch::proposals() const {
-    const std::string& form = m_ext.nameForm();
+    const std::string_view form = m_ext.nameForm();
     Proposals proposals;
     if (m_method == PageNameSearch) {
         propose(NameKind::HrefWhole, form, proposals);
@@ -79,7 +78,8 @@ void EntitySearch::propose(NameKind whole, std::string_view form, Proposals& pro
 
 // `proposals` are the keys or hrefs of the product, where the method has any.
 void EntitySearch::searchProductLookup(std::uint32_t product,
-                                       std::span<const LookupIndex::Proposal> proposals) {
+                                       std::span<const LookupIndex::Proposal> proposals,
+                                       const Visit& visit) {
     const LookupImage& lookup = *m_index.products()[product].lookup;
     NumberSet hrefs(lookup.hrefCount());
     if (m_ext.isAllTextMatch() || m_method == AllTextSearch)
@@ -96,12 +96,8 @@ void EntitySearch::searchProductLookup(std::uint32_t product,
         else
             doReferenceSearch(lookup, number, hrefs);
     }
-    addMatches(product, hrefs);
-}
-
-void EntitySearch::addMatches(std::uint32_t product, NumberSet& hrefs) {
-    if (auto found = hrefs.take(); !found.empty())
-        m_matches.push_back({.product = product, .hrefs = std::move(found)});
+    if (const auto found = hrefs.numbers(); !found.empty())
+        visit(product, found);
 }
 
 // No name is tested but the key as it stands.
@@ -128,7 +124,7 @@ void EntitySearch::doReferenceSearch(const LookupImage& lookup, std::uint32_t ke
         if (!isTypeAccepted(record))
             continue;
         if (!memo)
-            memo = m_ext.isEntityNameMatch(m_name, record.type);
+            memo = m_ext.isEntityNameMatch(name(), record.type);
         if (*memo)
             hrefs.insert(record.href);
     }
@@ -141,16 +137,15 @@ void EntitySearch::doReferenceSearch(const LookupImage& lookup, std::uint32_t ke
 void EntitySearch::doClassEntitySearch(const LookupImage& lookup, std::uint32_t key,
                                        NumberSet& hrefs) {
     setName(lookup.key(key));
-    const std::u16string_view name = m_name;
-    const auto lastDot = name.rfind(u'.');
+    const auto lastDot = name().rfind(u'.');
     const bool isMember =
-        lastDot != std::u16string_view::npos && m_ext.searchText().size() < name.size();
+        lastDot != std::u16string_view::npos && m_ext.searchText().size() < name().size();
     std::optional<bool> memo;
     const auto [first, last] = lookup.recordsOfKey(key);
     for (std::uint32_t number = first; number < last; ++number) {
         const StoredRecord& record = lookup.record(number);
         const bool isAccepted = isTypeAccepted(record);
-        if (isClassLikeType(record.type) && m_ext.isEntityNameMatch(name, record.type)) {
+        if (isClassLikeType(record.type) && m_ext.isEntityNameMatch(name(), record.type)) {
             if (isAccepted)
                 hrefs.insert(record.href);
             continue;
@@ -158,7 +153,7 @@ void EntitySearch::doClassEntitySearch(const LookupImage& lookup, std::uint32_t 
         if (!isAccepted || (!memo && !isMember))
             continue;
         if (!memo)
-            memo = m_ext.isEntityNameMatch(name.substr(0, lastDot), record.type);
+            memo = m_ext.isEntityNameMatch(name().substr(0, lastDot), record.type);
         if (*memo)
             hrefs.insert(record.href);
     }
@@ -169,32 +164,32 @@ void EntitySearch::doPageNameSearch(const LookupImage& lookup, std::uint32_t hre
     setName(lookup.hrefs()[href]);
     for (const std::uint32_t number : lookup.recordsOfHref(href)) {
         const StoredRecord& record = lookup.record(number);
-        if (isTypeAccepted(record) && m_ext.isEntityNameMatch(m_name, record.type)) {
+        if (isTypeAccepted(record) && m_ext.isEntityNameMatch(name(), record.type)) {
             hrefs.insert(href);
             return;
         }
     }
 }
 
-void EntitySearch::searchNamesAndPurposes() {
+void EntitySearch::searchNamesAndPurposes(const Visit& visit) {
     if (m_ext.searchText().empty())
         return;
     const TextQuery query(m_ext);
     if (query.hasParts() && m_ext.products().empty()) {
         for (auto& [product, words] : m_index.wordsOfAll(query))
-            doNameAndPurposeSearch(product, query, std::move(words));
+            doNameAndPurposeSearch(product, query, std::move(words), visit);
         return;
     }
     for (const std::uint32_t product : m_index.wantedProducts(m_ext)) {
         auto words = query.wordsOf(m_index.products()[product].lookup->words());
         if (!query.hasParts() || !words.empty())
-            doNameAndPurposeSearch(product, query, std::move(words));
+            doNameAndPurposeSearch(product, query, std::move(words), visit);
     }
 }
 
 // `words` are those of the product's lexicon, where the text has any parts.
 void EntitySearch::doNameAndPurposeSearch(std::uint32_t product, const TextQuery& query,
-                                          TextQuery::Words words) {
+                                          TextQuery::Words words, const Visit& visit) const {
     const LookupImage& lookup = *m_index.products()[product].lookup;
     const docimage::Lexicon& lexicon = lookup.words();
     const bool isExact = query.isExact() && lexicon.isWellFormed();
@@ -211,7 +206,8 @@ void EntitySearch::doNameAndPurposeSearch(std::uint32_t product, const TextQuery
             matcher.matches(lookup.purpose(number)))
             hrefs.insert(record.href);
     }
-    addMatches(product, hrefs);
+    if (const auto found = hrefs.numbers(); !found.empty())
+        visit(product, found);
 }
 
 void EntitySearch::doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) const {
@@ -220,10 +216,22 @@ void EntitySearch::doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) 
             hrefs.insert(record.href);
 }
 
+// Names are mostly ASCII, which is folded while it is widened.
 void EntitySearch::setName(std::string_view stored) {
-    docimage::assignUnitBytes(stored, m_name);
-    if (!m_ext.isCaseSensitive())
-        m_name = utils::toLowerCopy(m_name);
+    m_name.resize(stored.size(), boost::container::default_init);
+    const bool folds = !m_ext.isCaseSensitive();
+    unsigned char all = 0;
+    for (std::size_t at = 0; at < stored.size(); ++at) {
+        const auto byte = static_cast<unsigned char>(stored[at]);
+        all |= byte;
+        m_name[at] = folds && byte >= 'A' && byte <= 'Z' ? byte - 'A' + 'a' : byte;
+    }
+    if (all < 0x80)
+        return;
+    std::u16string name = docimage::fromUnitBytes(stored);
+    if (folds)
+        name = utils::toLowerCopy(name);
+    m_name.assign(name.begin(), name.end());
 }
 
 }  // namespace reference::search

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <span>
-#include <string>
-#include <vector>
+#include <string_view>
+
+#include <boost/container/small_vector.hpp>
 
 #include "reference/search/LookupIndex.hpp"
 #include "reference/search/NumberSet.hpp"
@@ -15,23 +17,21 @@
 
 namespace reference::search {
 
-// The hrefs of one product that match, by their numbers in its lookup records: ascending, and so in
-// the order of the texts; at least one.
-struct ProductMatches {
-    std::uint32_t product;
-    std::vector<std::uint32_t> hrefs;
-};
-
 // One search of the lookup records. The index proposes keys, records or hrefs; each of them is then
 // judged by the questions on the request as if all had been walked. One thread.
 class EntitySearch {
   public:
+    // Is told the hrefs of one product that match, by their numbers in its lookup records:
+    // ascending, and so in the order of the texts; at least one. They are gone when it returns.
+    using Visit = std::function<void(std::uint32_t product, std::span<const std::uint32_t> hrefs)>;
+
     // Index and request must outlive the object.
     EntitySearch(const LookupIndex& index, const ReferenceRequestExt& ext, SearchMethod method)
         : m_index(index), m_ext(ext), m_method(method) {}
 
-    // The products that have a match, in their order.
-    [[nodiscard]] std::vector<ProductMatches> run();
+    // Calls `visit` for each product that has a match, in their order. What it throws ends the
+    // search.
+    void run(const Visit& visit);
 
   private:
     using LookupImage = docimage::LookupImage;
@@ -40,30 +40,31 @@ class EntitySearch {
     [[nodiscard]] Proposals proposals() const;
     void propose(docimage::NameKind whole, std::string_view form, Proposals& proposals) const;
 
-    void searchNamesAndPurposes();
+    void searchNamesAndPurposes(const Visit& visit);
     void searchProductLookup(std::uint32_t product,
-                             std::span<const LookupIndex::Proposal> proposals);
+                             std::span<const LookupIndex::Proposal> proposals, const Visit& visit);
 
     void findExactEntries(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs) const;
     void doReferenceSearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);
     void doClassEntitySearch(const LookupImage& lookup, std::uint32_t key, NumberSet& hrefs);
     void doPageNameSearch(const LookupImage& lookup, std::uint32_t href, NumberSet& hrefs);
     void doNameAndPurposeSearch(std::uint32_t product, const TextQuery& query,
-                                TextQuery::Words words);
+                                TextQuery::Words words, const Visit& visit) const;
     void doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) const;
 
     [[nodiscard]] bool isTypeAccepted(const docimage::StoredRecord& record) const noexcept {
         return m_ext.isTypeAccepted(record.type, record.functionType);
     }
     void setName(std::string_view stored);
-    void addMatches(std::uint32_t product, NumberSet& hrefs);
+    [[nodiscard]] std::u16string_view name() const noexcept {
+        return {m_name.data(), m_name.size()};
+    }
 
     const LookupIndex& m_index;
     const ReferenceRequestExt& m_ext;
     const SearchMethod m_method;
-    std::vector<ProductMatches> m_matches;
     // The name that is being judged, folded unless case counts.
-    std::u16string m_name;
+    boost::container::small_vector<char16_t, 128> m_name;
 };
 
 }  // namespace reference::search

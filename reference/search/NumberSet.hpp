@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <numeric>
-#include <utility>
+#include <span>
 #include <vector>
 
 #include <boost/container/small_vector.hpp>
@@ -41,22 +41,30 @@ class NumberSet {
         setBit(number);
     }
 
-    // The numbers in ascending order, each once. Consumes the set.
-    [[nodiscard]] std::vector<std::uint32_t> take() {
+    // The numbers in ascending order, each once; valid as long as the set. Nothing may be inserted
+    // afterwards.
+    [[nodiscard]] std::span<const std::uint32_t> numbers() {
         if (m_bits.empty()) {
             std::ranges::sort(m_numbers);
-            return {m_numbers.begin(), std::unique(m_numbers.begin(), m_numbers.end())};
+            m_numbers.erase(std::unique(m_numbers.begin(), m_numbers.end()), m_numbers.end());
+            return m_numbers;
         }
         std::size_t count = 0;
         for (const std::uint64_t bits : m_bits)
             count += static_cast<std::size_t>(std::popcount(bits));
-        std::vector<std::uint32_t> numbers;
-        numbers.reserve(count);
+        m_numbers.clear();
+        m_numbers.reserve(count);
         for (std::size_t at = 0; at < m_bits.size(); ++at)
             for (std::uint64_t bits = m_bits[at]; bits != 0; bits &= bits - 1)
-                numbers.push_back(static_cast<std::uint32_t>(
+                m_numbers.push_back(static_cast<std::uint32_t>(
                     at * bitsPerWord + static_cast<std::size_t>(std::countr_zero(bits))));
-        return numbers;
+        return m_numbers;
+    }
+
+    // The same as a list of its own.
+    [[nodiscard]] std::vector<std::uint32_t> take() {
+        const auto taken = numbers();
+        return {taken.begin(), taken.end()};
     }
 
   private:

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 
-#include "docimage/searchForm.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 #include "refutils/matchUnqualifiedString.hpp"
 
@@ -46,8 +45,9 @@ bool contains(std::u16string_view text, std::u16string_view part) {
 }
 
 // A list of one empty name comes from callers that pass on an unset option: it restricts nothing.
-bool coversAllProducts(std::span<const std::u16string> products) {
-    return products.empty() || (products.size() == 1 && products.front().empty());
+std::span<const std::u16string> withoutUnset(std::span<const std::u16string> products) {
+    const bool isUnset = products.size() == 1 && products.front().empty();
+    return isUnset ? std::span<const std::u16string>() : products;
 }
 
 }  // namespace
@@ -69,17 +69,16 @@ ReferenceRequestExt::ReferenceRequestExt(const Request& request)
       m_isCaseSensitive(request.isCaseSensitive),
       m_isExactMatch(request.isExactMatch),
       m_hasType3(std::ranges::find(request.types, RefEntityType::Method) != request.types.end()),
-      m_searchText(request.isCaseSensitive ? std::u16string(request.text)
-                                           : utils::toLowerCopy(request.text)),
-      m_componentCount(static_cast<std::size_t>(std::ranges::count(m_searchText, u'.')) + 1),
-      m_nameForm(docimage::searchForm(m_searchText)),
-      m_types(request.types.begin(), request.types.end()) {
-    const std::u16string_view whole = withoutHalves(m_searchText);
-    m_hasHalves = whole.size() != m_searchText.size();
+      m_text(request.text),
+      m_types(request.types),
+      m_products(withoutUnset(request.products)),
+      m_folded(request.isCaseSensitive ? std::u16string() : utils::toLowerCopy(request.text)),
+      m_componentCount(static_cast<std::size_t>(std::ranges::count(searchText(), u'.')) + 1) {
+    docimage::assignSearchForm(searchText(), m_nameForm);
+    const std::u16string_view whole = withoutHalves(searchText());
+    m_hasHalves = whole.size() != searchText().size();
     if (m_hasHalves)
-        m_partForm = docimage::searchForm(whole);
-    if (!coversAllProducts(request.products))
-        m_products.assign(request.products.begin(), request.products.end());
+        docimage::assignSearchForm(whole, m_partForm);
 }
 
 bool ReferenceRequestExt::isTypeMatch(std::uint32_t type) const noexcept {
@@ -98,23 +97,23 @@ bool ReferenceRequestExt::isEntityNameMatch(std::u16string_view candidate,
         return true;
     const bool qualified = m_isExactMatch || std::ranges::find(s_unqualifiedMatchTypes, type) ==
                                                  s_unqualifiedMatchTypes.end();
-    return utils::matchUnqualifiedString(m_searchText, m_componentCount, candidate, qualified);
+    return utils::matchUnqualifiedString(searchText(), m_componentCount, candidate, qualified);
 }
 
 bool ReferenceRequestExt::isNameMatch(std::u16string_view candidate) const {
-    return utils::matchUnqualifiedString(m_searchText, m_componentCount, candidate, m_isExactMatch);
+    return utils::matchUnqualifiedString(searchText(), m_componentCount, candidate, m_isExactMatch);
 }
 
 bool ReferenceRequestExt::isNameAndPurposeMatch(std::u16string_view name,
                                                 std::u16string_view purpose) const {
-    return isNameAndPurposeContentMatch(m_searchText, name, purpose, m_isCaseSensitive);
+    return isNameAndPurposeContentMatch(searchText(), name, purpose, m_isCaseSensitive);
 }
 
 bool ReferenceRequestExt::isTextMatch(std::u16string_view text) const {
-    if (m_searchText.empty())
+    if (searchText().empty())
         return true;
-    return m_isCaseSensitive ? contains(text, m_searchText)
-                             : contains(utils::LowerCased(text).view(), m_searchText);
+    return m_isCaseSensitive ? contains(text, m_text)
+                             : contains(utils::LowerCased(text).view(), m_folded);
 }
 
 }  // namespace reference::search

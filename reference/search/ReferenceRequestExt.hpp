@@ -7,8 +7,8 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "docimage/searchForm.hpp"
 #include "property/FunctionType.hpp"
 #include "property/RefEntityType.hpp"
 
@@ -30,7 +30,7 @@ class ReferenceRequestExt {
   public:
     // What is asked for, as ReferenceRequest has it.
     struct Request {
-        std::u16string_view text;
+        const std::u16string& text;
         std::span<const property::RefEntityType::Value> types;
         std::span<const std::u16string> products;
         bool isAllTextMatch = false;
@@ -38,12 +38,15 @@ class ReferenceRequestExt {
         bool isExactMatch = true;
     };
 
-    // A request for an empty name.
-    ReferenceRequestExt() = default;
+    // What the request refers to must outlive the object.
     explicit ReferenceRequestExt(const Request& request);
+    ReferenceRequestExt(const ReferenceRequestExt&) = delete;  // made once, where it is used
+    ReferenceRequestExt& operator=(const ReferenceRequestExt&) = delete;
 
     // The text, in lower case unless case counts, and the number of its dot-separated components.
-    [[nodiscard]] const std::u16string& searchText() const noexcept { return m_searchText; }
+    [[nodiscard]] const std::u16string& searchText() const noexcept {
+        return m_isCaseSensitive ? m_text : m_folded;
+    }
     [[nodiscard]] std::size_t componentCount() const noexcept { return m_componentCount; }
     [[nodiscard]] bool isAllTextMatch() const noexcept { return m_isAllTextMatch; }
     [[nodiscard]] bool isCaseSensitive() const noexcept { return m_isCaseSensitive; }
@@ -51,15 +54,13 @@ class ReferenceRequestExt {
 
     // The search form of the text, which that of a matching name ends with, and the form that every
     // text that holds it holds (see docimage/searchForm.hpp).
-    [[nodiscard]] const std::string& nameForm() const noexcept { return m_nameForm; }
-    [[nodiscard]] const std::string& partForm() const noexcept {
-        return m_hasHalves ? m_partForm : m_nameForm;
+    [[nodiscard]] std::string_view nameForm() const noexcept { return toView(m_nameForm); }
+    [[nodiscard]] std::string_view partForm() const noexcept {
+        return m_hasHalves ? toView(m_partForm) : nameForm();
     }
 
     // The products that are asked for, by short name, with repetitions; none for all of them.
-    [[nodiscard]] const std::vector<std::u16string>& products() const noexcept {
-        return m_products;
-    }
+    [[nodiscard]] std::span<const std::u16string> products() const noexcept { return m_products; }
 
     // Whether any type is admitted.
     [[nodiscard]] bool admitsAllTypes() const noexcept { return m_types.empty(); }
@@ -84,18 +85,23 @@ class ReferenceRequestExt {
     [[nodiscard]] bool isTextMatch(std::u16string_view text) const;
 
   private:
-    bool m_isAllTextMatch = false;
-    bool m_isCaseSensitive = true;
-    bool m_isExactMatch = true;
-    bool m_hasType3 = false;
-    std::u16string m_searchText;
-    std::size_t m_componentCount = 1;
-    std::string m_nameForm;
+    static std::string_view toView(const docimage::FormBuffer& form) noexcept {
+        return {form.data(), form.size()};
+    }
+
+    const bool m_isAllTextMatch;
+    const bool m_isCaseSensitive;
+    const bool m_isExactMatch;
+    const bool m_hasType3;
+    const std::u16string& m_text;
+    const std::span<const property::RefEntityType::Value> m_types;
+    const std::span<const std::u16string> m_products;
+    std::u16string m_folded;  // empty where case counts
+    std::size_t m_componentCount;
+    docimage::FormBuffer m_nameForm;
     // Of the text without what may be half of a surrogate pair at its ends, where there is any.
-    std::string m_partForm;
-    bool m_hasHalves = false;
-    std::vector<property::RefEntityType::Value> m_types;
-    std::vector<std::u16string> m_products;
+    docimage::FormBuffer m_partForm;
+    bool m_hasHalves;
 };
 
 }  // namespace reference::search

@@ -20,7 +20,7 @@ Snapshot ReferenceStore::snapshot() {
     auto caches = m_lookupCaches.load();
     if (!caches->isLoaded())
         caches = loadLookupCaches(m_lookupCacheMutex);
-    return {*this, caches->reading};
+    return {*this, std::move(caches)};
 }
 
 // Holds `mutex`, that of one of the two caches: a cache that was cleared alone stays empty until
@@ -227,20 +227,21 @@ ReferenceStore::ResourcePtr ReferenceStore::resourceFor(const std::shared_ptr<Re
     return resource;
 }
 
-Snapshot::Snapshot(ReferenceStore& store, std::shared_ptr<Reading> reading)
-    : m_store(store), m_reading(std::move(reading)) {}
+Snapshot::Snapshot(ReferenceStore& store, std::shared_ptr<const LookupCaches> caches)
+    : m_store(store), m_caches(std::move(caches)) {}
 
 const LookupIndex* Snapshot::index() const {
-    return m_reading ? &m_reading->index() : nullptr;
+    return m_caches->reading ? &m_caches->reading->index() : nullptr;
 }
 
 const JoinedPages* Snapshot::pagesOf(std::uint32_t number) const {
+    const std::shared_ptr<Reading>& reading = m_caches->reading;
     if (!m_pages)
-        m_pages = m_reading->pages();
+        m_pages = reading->pages();
     if (const JoinedPages* known = m_pages->find(number))
         return known;
-    const LookupIndex::Product& product = m_reading->index().products()[number];
-    const auto resource = m_store.resourceFor(m_reading, product);
+    const LookupIndex::Product& product = reading->index().products()[number];
+    const auto resource = m_store.resourceFor(reading, product);
     if (!resource)
         return nullptr;
     return &m_pages->keep(number,

@@ -124,10 +124,10 @@ class Snapshot {
 
   private:
     friend class ReferenceStore;
-    Snapshot(ReferenceStore& store, std::shared_ptr<Reading> reading);
+    Snapshot(ReferenceStore& store, std::shared_ptr<const LookupCaches> caches);
 
     ReferenceStore& m_store;
-    std::shared_ptr<Reading> m_reading;
+    const std::shared_ptr<const LookupCaches> m_caches;
     // Those of the first call; null until then.
     mutable std::shared_ptr<ReadingPages> m_pages;
 };

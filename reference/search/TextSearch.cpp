@@ -41,7 +41,7 @@ std::vector<std::uint32_t> TextSearch::proposedItems(const ProductPages& pages,
                                                      TextQuery::Words& words) const {
     if (m_query.hasParts())
         return TextQuery::textsWithAll(pages.words(), words, pages.itemCount());
-    const std::string& wanted = m_ext.partForm();
+    const std::string_view wanted = m_ext.partForm();
     if (pages.image() == nullptr || wanted.empty())
         return allNumbers(pages.itemCount());
     const docimage::TextTable& records = pages.image()->records();

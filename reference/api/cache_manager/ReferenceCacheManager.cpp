@@ -1,6 +1,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 
-#include <utility>
+#include <cstdint>
+#include <span>
 
 #include "docimage/unitBytes.hpp"
 #include "docparser/DocResourceParser.hpp"
@@ -71,16 +72,15 @@ std::map<std::u16string, ProductMatchData> ReferenceCacheManager::GetProductsWit
         const search::LookupIndex* const index = snapshot.index();
         if (index == nullptr)
             return found;
-        for (const auto& matches :
-             search::EntitySearch(*index, ext, toSearchMethod(method)).run()) {
-            const auto& product = index->products()[matches.product];
-            ProductMatchData data{.referenceFileName = product.header.getReferenceFileName(),
-                                  .hrefs = {}};
-            for (const std::uint32_t href : matches.hrefs)
-                data.hrefs.insert(data.hrefs.end(),
-                                  docimage::fromUnitBytes(product.lookup->hrefs()[href]));
-            found.emplace_hint(found.end(), product.name, std::move(data));
-        }
+        const auto add = [&](std::uint32_t number, std::span<const std::uint32_t> hrefs) {
+            const auto& product = index->products()[number];
+            ProductMatchData& data = found.try_emplace(found.end(), product.name)->second;
+            data.referenceFileName = product.header.getReferenceFileName();
+            for (const std::uint32_t href : hrefs)
+                data.hrefs.emplace_hint(data.hrefs.end(),
+                                        docimage::fromUnitBytes(product.lookup->hrefs()[href]));
+        };
+        search::EntitySearch(*index, ext, toSearchMethod(method)).run(add);
         return found;
     });
 }

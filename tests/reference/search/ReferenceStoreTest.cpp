@@ -41,9 +41,10 @@ std::vector<std::string> find(ReferenceStore& store, const std::u16string& name)
                                                                    .products = {},
                                                                    .isCaseSensitive = false,
                                                                    .isExactMatch = false});
-        for (const auto& matches : EntitySearch(*index, ext, ReferenceSearch).run())
-            for (const auto href : matches.hrefs)
-                found.emplace_back(index->products()[matches.product].lookup->hrefs()[href]);
+        EntitySearch(*index, ext, ReferenceSearch).run([&](std::uint32_t product, auto hrefs) {
+            for (const auto href : hrefs)
+                found.emplace_back(index->products()[product].lookup->hrefs()[href]);
+        });
         return found;
     });
 }
