@@ -12,6 +12,7 @@ constexpr std::size_t sectionAlignment = 8;
 }  // namespace
 
 DamagedImage::~DamagedImage() = default;
+ReplacedImage::~ReplacedImage() = default;
 
 Image::Image(const std::shared_ptr<const std::string>& bytes, Sections sections)
     : Image(bytes, *bytes, std::move(sections), {}, {}) {}

@@ -23,6 +23,14 @@ class VELTRA_HOST_API DamagedImage : public std::runtime_error {
     ~DamagedImage() override;
 };
 
+// An image is not there any more, or is not the one that was listed: the documentation has been
+// changed meanwhile, and is to be read anew.
+class VELTRA_HOST_API ReplacedImage : public DamagedImage {
+  public:
+    using DamagedImage::DamagedImage;
+    ~ReplacedImage() override;
+};
+
 // A block of memory that is divided into numbered sections. Immutable; any thread. Everything that
 // is read of it goes through view(), which refuses what lies outside, and what is not what was
 // written: an image that lies in a file has a hash for each block of it, and a block is hashed when

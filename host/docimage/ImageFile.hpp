@@ -12,14 +12,15 @@
 
 namespace reference::docimage {
 
-enum class ImageKind : std::uint32_t { Lookup = 1, Pages = 2 };
+enum class ImageKind : std::uint32_t { Lookup = 1, Pages = 2, Set = 3 };
 
 // The version of the form that this code reads and writes. Anything that changes what is stored or
 // how it is found (a section, the search form, the order of an item's fields) raises it; images of
 // another version are passed over.
-inline constexpr std::uint32_t imageFormatVersion = 1;
+inline constexpr std::uint32_t imageFormatVersion = 2;
 
-// The file that an image was made from.
+// The file that an image was made from; nothing for an image of several files, which says itself
+// what it is of.
 struct ImageSource {
     files::FileStamp stamp;
     std::uint64_t hash = 0;  // Image::hashOf its content

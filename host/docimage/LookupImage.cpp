@@ -24,6 +24,7 @@ enum LookupSection : std::uint32_t {
     HrefRecords = 109,
     Names = 110,  // 2 sections a kind
     Words = 130,  // 8 sections
+    HrefsHash = 140,
 };
 
 std::uint32_t namesSection(NameKind kind) {
@@ -77,6 +78,7 @@ void writeRecords(const LookupImage::Entities& entities, ImageWriter& writer) {
     writer.addArray(Records, records);
     purposes.writeTo(writer, Purposes);
     hrefTexts.writeTo(writer, Hrefs);
+    writer.addArray(HrefsHash, std::vector<std::uint64_t>{hrefTexts.hash()});
     writer.addArray(HrefStarts, hrefStarts);
     writer.addArray(HrefRecords, hrefRecords);
 }
@@ -146,6 +148,7 @@ LookupImage::LookupImage(std::shared_ptr<const Image> image)
       m_records(*m_image, Records),
       m_purposes(*m_image, Purposes),
       m_hrefs(*m_image, Hrefs),
+      m_hrefsHash(*m_image, HrefsHash),
       m_hrefStarts(*m_image, HrefStarts),
       m_hrefRecords(*m_image, HrefRecords) {}
 

@@ -38,6 +38,10 @@ enum class NameKind : std::uint32_t {
 };
 inline constexpr std::size_t nameKinds = 9;
 
+[[nodiscard]] constexpr bool isOfHrefs(NameKind kind) {
+    return kind >= NameKind::HrefWhole;
+}
+
 // One lookup record; `href` is the number of its href.
 struct StoredRecord {
     std::uint32_t type;
@@ -81,6 +85,8 @@ class VELTRA_HOST_API LookupImage {
 
     [[nodiscard]] std::size_t hrefCount() const noexcept { return m_hrefs.size(); }
     [[nodiscard]] const TextTable& hrefs() const noexcept { return m_hrefs; }
+    // The same as PageImage::hrefsHash() exactly if both have the same hrefs.
+    [[nodiscard]] std::uint64_t hrefsHash() const { return m_hrefsHash[0]; }
     [[nodiscard]] std::span<const std::uint32_t> recordsOfHref(std::size_t number) const;
 
     // Numbers of keys or hrefs by the hash of a part of their search form.
@@ -110,6 +116,7 @@ class VELTRA_HOST_API LookupImage {
     ImageArray<StoredRecord> m_records;
     TextTable m_purposes;
     TextTable m_hrefs;
+    ImageArray<std::uint64_t> m_hrefsHash;
     ImageArray<std::uint32_t> m_hrefStarts;
     ImageArray<std::uint32_t> m_hrefRecords;
 

@@ -16,6 +16,7 @@ enum PageSection : std::uint32_t {
     PageItems = 3,  // 2 sections
     PagePagesOfItems = 5,
     PageWords = 6,  // 8 sections
+    PageHrefsHash = 14,
 };
 
 }  // namespace
@@ -38,6 +39,7 @@ class PageImage::StoredItem final : public property::SharedItem {
 PageImage::PageImage(std::shared_ptr<const Image> image, std::uint32_t firstSection)
     : m_image(std::move(image)),
       m_hrefs(*m_image, firstSection + PageHrefs),
+      m_hrefsHash(*m_image, firstSection + PageHrefsHash),
       m_firstItems(*m_image, firstSection + PageFirstItems),
       m_items(*m_image, firstSection + PageItems),
       m_pagesOfItems(*m_image, firstSection + PagePagesOfItems),
@@ -62,6 +64,7 @@ void PageImage::write(const Pages& pages, ImageWriter& writer, std::uint32_t fir
     }
     firstItems.push_back(toOffset(pagesOfItems.size()));
     hrefs.writeTo(writer, firstSection + PageHrefs);
+    writer.addArray(firstSection + PageHrefsHash, std::vector<std::uint64_t>{hrefs.hash()});
     writer.addArray(firstSection + PageFirstItems, firstItems);
     records.writeTo(writer, firstSection + PageItems);
     writer.addArray(firstSection + PagePagesOfItems, pagesOfItems);

@@ -39,6 +39,7 @@ class VELTRA_HOST_API PageImage : public std::enable_shared_from_this<PageImage>
 
     [[nodiscard]] std::size_t pageCount() const noexcept { return m_hrefs.size(); }
     [[nodiscard]] const TextTable& hrefs() const noexcept { return m_hrefs; }
+    [[nodiscard]] std::uint64_t hrefsHash() const { return m_hrefsHash[0]; }
     // The first item of the page, and the one after its last.
     [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> itemsOfPage(std::size_t page) const;
 
@@ -67,6 +68,7 @@ class VELTRA_HOST_API PageImage : public std::enable_shared_from_this<PageImage>
 
     std::shared_ptr<const Image> m_image;
     TextTable m_hrefs;
+    ImageArray<std::uint64_t> m_hrefsHash;
     ImageArray<std::uint32_t> m_firstItems;
     TextTable m_items;
     ImageArray<std::uint32_t> m_pagesOfItems;

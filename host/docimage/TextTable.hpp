@@ -55,13 +55,6 @@ class TextTable {
         return low;
     }
 
-    // Compares the texts.
-    friend bool operator==(const TextTable& a, const TextTable& b) {
-        return a.size() == b.size() && a.bytes() == b.bytes() &&
-               std::ranges::equal(a.m_starts.range(0, a.m_starts.size()),
-                                  b.m_starts.range(0, b.m_starts.size()));
-    }
-
   private:
     static std::string_view textOf(std::span<const char> bytes) {
         return {bytes.data(), bytes.size()};
@@ -78,6 +71,14 @@ class TextTableBuilder {
         m_bytes += text;
         m_starts.push_back(toOffset(m_bytes.size()));
         return m_starts.size() - 2;
+    }
+
+    // A hash of all texts, by which two tables are known to hold the same.
+    [[nodiscard]] std::uint64_t hash() const {
+        std::string all = m_bytes;
+        all.append(reinterpret_cast<const char*>(m_starts.data()),
+                   m_starts.size() * sizeof(m_starts.front()));
+        return Image::hashOf(all);
     }
 
     void writeTo(ImageWriter& writer, std::uint32_t firstSection) const {

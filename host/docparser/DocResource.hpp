@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstddef>
+#include <functional>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -43,13 +43,15 @@ inline std::map<std::u16string, std::vector<property::RefItem>> itemsOf(
 // type T by key. For lookup records the key is an entity's qualified name, for items it is an href.
 //
 // A value whose copies share the records, which never change. Where they come from a compiled
-// image, the map of them is made when it is first asked for. Many threads may read one object, but
-// none may use it while another changes it.
+// image, the image may be opened, and the map of records made, when it is first asked for. Many
+// threads may read one object, but none may use it while another changes it.
 template <typename T>
 class DocResource {
   public:
     using ItemMap = std::map<std::u16string, std::vector<T>>;
     using Image = typename detail::ImageOf<T>::Type;
+    // Opens the image; never returns null. Throws docimage::DamagedImage where it cannot.
+    using OpenImage = std::function<std::shared_ptr<const Image>()>;
 
     DocResource() : DocResource({}, ItemMap()) {}
     DocResource(property::HeaderInfo header, ItemMap items)
@@ -61,19 +63,29 @@ class DocResource {
         : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
         m_records->image = std::move(image);
     }
+    // `open` must not be empty. It is called when the records are first asked for, from any thread,
+    // and again after it threw.
+    DocResource(property::HeaderInfo header, OpenImage open)
+        : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
+        m_records->open = std::move(open);
+    }
 
-    // References are valid until the object is changed or destroyed. getItems() throws
-    // docimage::DamagedImage where the records come from an image that is damaged.
+    // References are valid until the object is changed or destroyed. getItems() and getImage()
+    // throw docimage::DamagedImage where the records come from an image that is damaged, or that
+    // has been removed before it was first asked for.
     [[nodiscard]] const property::HeaderInfo& getHeaderInfo() const noexcept { return m_header; }
     [[nodiscard]] const ItemMap& getItems() const {
-        if (m_records->image)
+        if (const auto& image = getImage())
             std::call_once(m_records->itemsMade,
-                           [this] { m_records->items = detail::itemsOf(*m_records->image); });
+                           [&] { m_records->items = detail::itemsOf(*image); });
         return m_records->items;
     }
 
     // The image that the records come from; null where they were given as a map.
-    [[nodiscard]] const std::shared_ptr<const Image>& getImage() const noexcept {
+    [[nodiscard]] const std::shared_ptr<const Image>& getImage() const {
+        if (m_records->open)
+            std::call_once(m_records->imageOpened,
+                           [this] { m_records->image = m_records->open(); });
         return m_records->image;
     }
 
@@ -91,6 +103,8 @@ class DocResource {
 
   private:
     struct Records {
+        OpenImage open;  // empty where the image is open, or there is none
+        std::once_flag imageOpened;
         std::shared_ptr<const Image> image;
         std::once_flag itemsMade;
         ItemMap items;

@@ -17,6 +17,7 @@
 #include "docset/ContainedFile.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
+#include "docset/SetIndex.hpp"
 #include "fl/i18n/utf.hpp"
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/log/basic_diagnostic_logger.hpp"
@@ -46,15 +47,29 @@ void logPassedOver(const std::string& why) {
     logger.log(foundation::log::Information, "passed over: " + why);
 }
 
-// What `open` makes of the image of a file; nothing where there is none that can be used.
-template <typename Open>
-auto openCompiled(const fs::path& root, const std::string& jsonFile, Open open)
-    -> decltype(open(std::declval<const files::Folder&>(), jsonFile, &logPassedOver)) {
-    // A root that cannot be opened is reported when the file itself is read.
-    const auto folder = docset::openRoot(root, jsonFile, [](const Fault&) {});
-    if (!folder)
-        return std::nullopt;
-    return open(*folder, jsonFile, &logPassedOver);
+// The folder of images. Nothing where it cannot be opened: that is reported when a file in it is
+// read.
+std::optional<files::Folder> openForImages(const fs::path& root) {
+    return docset::openRoot(root, {}, [](const Fault&) {});
+}
+
+// Opens the image of a lookup file that the index of its set is of.
+DocResource<property::RefItemLookup>::OpenImage openerOf(const fs::path& root,
+                                                         const docset::IndexedLookup& lookup) {
+    return [root, lookup] {
+        const auto folder = openForImages(root);
+        std::string problem;
+        if (folder) {
+            auto compiled = docset::openCompiledLookup(
+                *folder, lookup.file, [&](const std::string& why) { problem = why; });
+            if (compiled)
+                return std::move(compiled->records);
+        }
+        if (!folder || !docset::isUnchanged(*folder, lookup))
+            throw docimage::ReplacedImage((root / lookup.file).string() +
+                                          ": The file was replaced after it had been listed.");
+        throw docimage::DamagedImage(problem);
+    };
 }
 
 // Calls `work(number)` for each number below `count`, on as many threads as there are processors.
@@ -158,8 +173,8 @@ class FileDocSource::Listing {
     [[nodiscard]] const std::vector<Product>& products() const noexcept { return m_products; }
 
     [[nodiscard]] const Product* find(const std::u16string& shortName) const {
-        const auto found = std::ranges::find(m_products, shortName, &Product::shortName);
-        return found == m_products.end() ? nullptr : &*found;
+        const auto found = m_numbers.find(shortName);
+        return found == m_numbers.end() ? nullptr : &m_products[found->second];
     }
 
     // The file that `resourceFile` names: a reference file in use, else the file of the product of
@@ -199,6 +214,7 @@ class FileDocSource::Listing {
             std::vector<std::string> locales;
             for (const auto& entry : product.files)
                 locales.push_back(entry.first);
+            m_numbers.emplace(product.shortName, m_products.size());
             m_products.push_back({.shortName = product.shortName,
                                   .installed = product.installed,
                                   .set = set,
@@ -213,6 +229,7 @@ class FileDocSource::Listing {
     DocumentationLocation m_location;
     std::vector<std::shared_ptr<const ListedSet>> m_sets;
     std::vector<Product> m_products;
+    std::map<std::u16string, std::size_t> m_numbers;  // of the products, by short name
 };
 
 FileDocSource::FileDocSource() : FileDocSource(&DocumentationLocation::current) {}
@@ -268,52 +285,118 @@ std::shared_ptr<const FileDocSource::Listing> FileDocSource::listing(Freshness f
     return made;
 }
 
-template <typename Product>
-FileDocSource::LookupResource FileDocSource::readLookup(const Product& product) const {
-    const auto requireSameProduct = [&](const docset::ProductHeader& header) {
-        if (header.shortName != product.shortName)
-            throw DocParserException(
-                Fault{.file = (product.set->root / product.files.lookup).string(),
-                      .field = "product.shortName",
-                      .problem = "The file is of another product than the manifest says (\"" +
-                                 fl::i18n::toUtf8(product.shortName) + "\")."});
-    };
-    using Compiled = std::optional<docset::CompiledLookup>;
-    const auto compiled = m_usesImages ? openCompiled(product.set->root, product.files.lookup,
-                                                      &docset::openCompiledLookup)
-                                       : Compiled();
-    if (compiled) {
-        requireSameProduct(compiled->header);
-        return {toHeaderInfo(compiled->header, product.referenceFileName), compiled->records};
+// Reads the lookup files of a listing: which of them the index of the set is of, and the others.
+class FileDocSource::LookupReading {
+  public:
+    LookupReading(const Listing& listing, bool usesImages) : m_listing(listing) {
+        if (!usesImages)
+            return;
+        for (const auto& set : listing.sets())
+            m_folders.emplace(set.get(), openForImages(set->root));
+        openIndex();
     }
-    auto contents = docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
-    requireSameProduct(contents->header);
-    return {toHeaderInfo(contents->header, product.referenceFileName),
-            std::move(contents->entities)};
-}
+
+    ParsingResults run() {
+        const auto& products = m_listing.products();
+        m_read.resize(products.size());
+        std::vector<std::size_t> unread;
+        for (std::size_t number = 0; number < products.size(); ++number)
+            if (!takeFromIndex(number))
+                unread.push_back(number);
+        std::vector<std::optional<Fault>> faults(products.size());
+        inParallel(unread.size(), [&](std::size_t at) {
+            const std::size_t number = unread[at];
+            try {
+                m_read[number] = readFile(products[number]);
+            } catch (const DocParserException& exception) {
+                faults[number] = exception.getFault();
+            }
+        });
+        ParsingResults results;
+        for (std::size_t number = 0; number < products.size(); ++number) {
+            if (faults[number]) {
+                logFault(*faults[number]);
+                continue;
+            }
+            auto& lookups = products[number].installed ? results.installed : results.uninstalled;
+            lookups.emplace(products[number].shortName, std::move(*m_read[number]));
+        }
+        // The index is of all that is installed, or of no use for a search.
+        if (m_index && m_taken == m_index->products.size() && m_taken == results.installed.size())
+            results.installedNames = m_index->names;
+        return results;
+    }
+
+  private:
+    using Product = Listing::Product;
+
+    // That of the documentation root; support packages are read one by one.
+    void openIndex() {
+        const ListedSet& set = *m_listing.sets().front();
+        const auto& folder = m_folders.at(&set);
+        if (!folder)
+            return;
+        m_index = docset::openSetIndex(
+            *folder, docset::setIndexFileName(set.manifest, m_listing.location().language),
+            &logPassedOver);
+        if (!m_index)
+            return;
+        for (const auto& lookup : m_index->products)
+            m_indexed.emplace(lookup.header.shortName, &lookup);
+    }
+
+    bool takeFromIndex(std::size_t number) {
+        const Product& product = m_listing.products()[number];
+        if (!product.installed || product.fromSupportPackage)
+            return false;
+        const auto found = m_indexed.find(product.shortName);
+        if (found == m_indexed.end() || found->second->file != product.files.lookup ||
+            !docset::isUnchanged(*m_folders.at(product.set.get()), *found->second))
+            return false;
+        const docset::IndexedLookup& lookup = *found->second;
+        m_read[number] = LookupResource(toHeaderInfo(lookup.header, product.referenceFileName),
+                                        openerOf(product.set->root, lookup));
+        ++m_taken;
+        return true;
+    }
+
+    [[nodiscard]] LookupResource readFile(const Product& product) const {
+        const auto requireSameProduct = [&](const docset::ProductHeader& header) {
+            if (header.shortName != product.shortName)
+                throw DocParserException(
+                    Fault{.file = (product.set->root / product.files.lookup).string(),
+                          .field = "product.shortName",
+                          .problem = "The file is of another product than the manifest says (\"" +
+                                     fl::i18n::toUtf8(product.shortName) + "\")."});
+        };
+        const auto folder = m_folders.find(product.set.get());
+        if (folder != m_folders.end() && folder->second) {
+            const auto compiled = docset::openCompiledLookup(*folder->second, product.files.lookup,
+                                                             &logPassedOver);
+            if (compiled) {
+                requireSameProduct(compiled->header);
+                return {toHeaderInfo(compiled->header, product.referenceFileName),
+                        compiled->records};
+            }
+        }
+        auto contents = docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
+        requireSameProduct(contents->header);
+        return {toHeaderInfo(contents->header, product.referenceFileName),
+                std::move(contents->entities)};
+    }
+
+    const Listing& m_listing;
+    // The roots that could be opened; none where images are passed over.
+    std::map<const ListedSet*, std::optional<files::Folder>> m_folders;
+    std::optional<docset::SetIndex> m_index;
+    std::map<std::u16string, const docset::IndexedLookup*> m_indexed;
+    std::vector<std::optional<LookupResource>> m_read;
+    std::size_t m_taken = 0;
+};
 
 ParsingResults FileDocSource::getResourceLookupFiles() {
     const auto current = listing(Freshness::Reread);
-    const auto& products = current->products();
-    std::vector<std::optional<LookupResource>> read(products.size());
-    std::vector<std::optional<Fault>> faults(products.size());
-    inParallel(products.size(), [&](std::size_t number) {
-        try {
-            read[number] = readLookup(products[number]);
-        } catch (const DocParserException& exception) {
-            faults[number] = exception.getFault();
-        }
-    });
-    ParsingResults results;
-    for (std::size_t number = 0; number < products.size(); ++number) {
-        if (faults[number]) {
-            logFault(*faults[number]);
-            continue;
-        }
-        auto& lookups = products[number].installed ? results.installed : results.uninstalled;
-        lookups.emplace(products[number].shortName, std::move(*read[number]));
-    }
-    return results;
+    return LookupReading(*current, m_usesImages).run();
 }
 
 ReferenceResources FileDocSource::getResourceFile(const std::u16string& resourceFile) {
@@ -339,14 +422,14 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
                 header.shortName,
                 DocResource<property::RefItem>(toHeaderInfo(header, file->name), std::move(pages)));
     };
-    using Compiled = std::optional<std::vector<docset::CompiledPages>>;
-    const auto compiled =
-        m_usesImages ? openCompiled(file->root, file->relativePath, &docset::openCompiledPages)
-                     : Compiled();
-    if (compiled) {
-        for (const auto& product : *compiled)
-            add(product.header, product.pages);
-        return resources;
+    if (const auto folder = m_usesImages ? openForImages(file->root) : std::nullopt) {
+        const auto compiled =
+            docset::openCompiledPages(*folder, file->relativePath, &logPassedOver);
+        if (compiled) {
+            for (const auto& product : *compiled)
+                add(product.header, product.pages);
+            return resources;
+        }
     }
     auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
     for (auto& product : *contents)

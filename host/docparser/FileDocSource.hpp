@@ -52,7 +52,9 @@ struct ListedProduct {
 //
 // Where a compiled image stands beside a file and is of it, the image is opened in place of the
 // file. An image that cannot be used is passed over with an information on the log channel
-// "docparser", and the file is read. Several files are read at the same time.
+// "docparser", and the file is read. Several files are read at the same time. Where the root has an
+// index that is of its files, the image of a lookup file is opened when its records are first asked
+// for.
 //
 // A support package that cannot be read, and a product whose lookup file cannot, are left out and
 // reported as warnings on the log channel "docparser". Everything else that cannot be read raises
@@ -93,10 +95,8 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
     using LookupResource = DocResource<property::RefItemLookup>;
     struct ListedSet;
     class Listing;
+    class LookupReading;
     enum class Freshness { Kept, Reread };
-
-    template <typename Product>
-    LookupResource readLookup(const Product& product) const;
 
     std::shared_ptr<const ListedSet> readSet(const std::filesystem::path& root) const;
     std::shared_ptr<const ListedSet> supportPackage(const std::filesystem::path& root);

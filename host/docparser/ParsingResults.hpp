@@ -1,8 +1,10 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 
+#include "docimage/JoinedNames.hpp"
 #include "docparser/DocResource.hpp"
 #include "property/RefItemLookup.hpp"
 
@@ -15,6 +17,8 @@ using LookupResources = std::map<std::u16string, DocResource<property::RefItemLo
 struct ParsingResults {
     LookupResources installed;
     LookupResources uninstalled;
+    // The names of all installed products, in their order; null where the source has no such index.
+    std::shared_ptr<const docimage::JoinedNames> installedNames = nullptr;
 };
 
 }  // namespace reference::docparser

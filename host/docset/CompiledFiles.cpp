@@ -55,7 +55,7 @@ ProductHeader headerAt(const TextTable& texts, std::size_t product) {
 bool isOf(const ImageSource& source, const files::Descriptor& json, const files::Folder& root,
           const std::string& jsonFile) {
     const auto stamp = files::FileStamp::of(json.number());
-    if (stamp == source.stamp)
+    if (stamp.isSameAs(source.stamp))
         return true;
     if (stamp.size != source.stamp.size)
         return false;

@@ -1,9 +1,12 @@
 #include "docset/SetNames.hpp"
 
+#include <algorithm>
+#include <array>
 #include <stdexcept>
 
 #include "docset/ContainedFile.hpp"
 #include "docset/Manifest.hpp"
+#include "docset/SetIndex.hpp"
 #include "fl/i18n/utf.hpp"
 
 namespace reference::docset {
@@ -16,9 +19,9 @@ std::optional<std::string> whyNotALocale(std::string_view locale) {
     }
     if (whyNotContained(locale) || locale.find('/') != std::string_view::npos)
         return "It must be the name of one folder, such as en_US, without control characters.";
-    for (const std::string_view taken : {manifestFileName, newManifestFileName, lockFileName})
-        if (locale == taken)
-            return "A file of the set has this name; it must be a folder name such as en_US.";
+    const std::array files = {manifestFileName, newManifestFileName, lockFileName};
+    if (std::ranges::find(files, locale) != files.end() || isSetIndexFileName(locale))
+        return "A file of the set has this name; it must be a folder name such as en_US.";
     return std::nullopt;
 }
 

@@ -8,6 +8,7 @@
 #include "docset/Manifest.hpp"
 #include "docset/ManifestFile.hpp"
 #include "docset/ProductFileReader.hpp"
+#include "docset/SetIndex.hpp"
 #include "docset/SetLock.hpp"
 #include "files/Folder.hpp"
 
@@ -100,6 +101,7 @@ CompilationReport compile(const std::filesystem::path& root) {
             if (!files.reference.empty())
                 compilation.compilePages(files.reference);
         }
+    writeSetIndexes(compilation.folder(), *manifest);
     return compilation.take();
 }
 

@@ -24,6 +24,7 @@
 #include "docset/ManifestFile.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "docset/ProductFileWriter.hpp"
+#include "docset/SetIndex.hpp"
 #include "docset/SetLock.hpp"
 #include "docset/SetNames.hpp"
 #include "files/Folder.hpp"
@@ -269,6 +270,7 @@ void publishLocked(const files::Folder& root, const std::string& locale,
         throw;
     }
     replaceManifest(root, after);
+    writeSetIndexes(root, after);
     std::set<std::string> kept = namedFiles(before);
     kept.merge(namedFiles(after));
     removeOldEditions(folder, locale, stem, kept);

@@ -1,5 +1,6 @@
 #include "files/Folder.hpp"
 
+#include <algorithm>
 #include <cerrno>
 #include <dirent.h>
 #include <fcntl.h>
@@ -42,10 +43,15 @@ int readWhole(int descriptor, std::string& bytes) {
     return 0;
 }
 
+// What is written at once is kept together in the system's memory, and a process that maps the file
+// and looks at one page of it has all of that counted as its own.
+constexpr std::size_t writtenAtOnce = std::size_t{64} * 1024;
+
 // 0, or the number of the error.
 int writeWhole(int descriptor, std::string_view bytes) {
     while (!bytes.empty()) {
-        const ::ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        const ::ssize_t count =
+            ::write(descriptor, bytes.data(), std::min(bytes.size(), writtenAtOnce));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -121,6 +127,14 @@ std::optional<std::string> Folder::readFile(std::string_view relativePath, std::
         return bytes;
     error = toErrorCode(problem);
     return std::nullopt;
+}
+
+std::optional<FileStamp> Folder::stampOf(const std::string& relativePath) const {
+    struct ::stat status = {};
+    if (::fstatat(m_descriptor.number(), relativePath.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0 ||
+        whyNotRegular(status) != 0)
+        return std::nullopt;
+    return FileStamp::of(status);
 }
 
 std::vector<std::string> Folder::names() const {

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "files/Descriptor.hpp"
+#include "files/FileStamp.hpp"
 #include "foundation/core/export.hpp"
 
 namespace reference::files {
@@ -43,6 +44,9 @@ class VELTRA_HOST_API Folder {
     [[nodiscard]] std::optional<std::string> readFile(std::string_view relativePath,
                                                       std::size_t maxFileSize,
                                                       std::error_code& error) const;
+
+    // The state of such a file that is not reached by a link itself. Nothing where there is none.
+    [[nodiscard]] std::optional<FileStamp> stampOf(const std::string& relativePath) const;
 
     // The operations below take the name of something that lies in the folder itself, without '/',
     // and throw std::system_error, whose text says which file it is.

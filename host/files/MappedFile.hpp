@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <string_view>
 
 #include "foundation/core/export.hpp"
@@ -26,18 +25,6 @@ class VELTRA_HOST_API MappedFile {
   private:
     const char* m_data = nullptr;
     std::size_t m_size = 0;
-};
-
-// What tells one state of a file from another.
-struct FileStamp {
-    std::uint64_t size = 0;
-    // When the content was last changed, in nanoseconds since the epoch.
-    std::int64_t modified = 0;
-
-    // Of an open file. Throws std::system_error.
-    [[nodiscard]] VELTRA_HOST_API static FileStamp of(int descriptor);
-
-    friend bool operator==(const FileStamp&, const FileStamp&) = default;
 };
 
 }  // namespace reference::files

@@ -31,7 +31,7 @@ void AllTextDataRetriever::findReferenceData(const search::Snapshot& snapshot,
     const search::LookupIndex& index = *snapshot.index();
     std::vector<std::pair<std::uint32_t, const search::JoinedPages*>> opened;
     for (const std::uint32_t number : index.wantedProducts(ext())) {
-        if (!text.isWanted(*index.products()[number].lookup))
+        if (!text.isWanted(index.lookup(number)))
             continue;
         try {
             if (const auto* const joined = snapshot.pagesOf(number))
@@ -43,7 +43,7 @@ void AllTextDataRetriever::findReferenceData(const search::Snapshot& snapshot,
     const auto add = [&](std::uint32_t number, const search::JoinedPages& joined,
                          search::TextQuery::Words words) {
         const search::ProductPages& pages = joined.pages();
-        const auto& lookup = *index.products()[number].lookup;
+        const auto& lookup = index.lookup(number);
         for (const std::uint32_t item : text.itemsOf(lookup, joined, std::move(words)))
             results.emplace_back(pages.resource().getHeaderInfo(), pages.item(item));
     };

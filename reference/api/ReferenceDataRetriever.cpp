@@ -112,7 +112,7 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
                 addPages(*joined, matches, results);
                 return;
             }
-            const auto& stored = index.products()[product].lookup->hrefs();
+            const auto& stored = index.lookup(product).hrefs();
             std::set<std::u16string> hrefs;
             for (const std::uint32_t href : matches)
                 hrefs.insert(docimage::fromUnitBytes(stored[href]));

@@ -80,7 +80,7 @@ void EntitySearch::propose(NameKind whole, std::string_view form, Proposals& pro
 void EntitySearch::searchProductLookup(std::uint32_t product,
                                        std::span<const LookupIndex::Proposal> proposals,
                                        const Visit& visit) {
-    const LookupImage& lookup = *m_index.products()[product].lookup;
+    const LookupImage& lookup = m_index.lookup(product);
     NumberSet hrefs(lookup.hrefCount());
     if (m_ext.isAllTextMatch() || m_method == AllTextSearch)
         doAllTextSearch(lookup, hrefs);
@@ -181,7 +181,7 @@ void EntitySearch::searchNamesAndPurposes(const Visit& visit) {
         return;
     }
     for (const std::uint32_t product : m_index.wantedProducts(m_ext)) {
-        auto words = query.wordsOf(m_index.products()[product].lookup->words());
+        auto words = query.wordsOf(m_index.lookup(product).words());
         if (!query.hasParts() || !words.empty())
             doNameAndPurposeSearch(product, query, std::move(words), visit);
     }
@@ -190,7 +190,7 @@ void EntitySearch::searchNamesAndPurposes(const Visit& visit) {
 // `words` are those of the product's lexicon, where the text has any parts.
 void EntitySearch::doNameAndPurposeSearch(std::uint32_t product, const TextQuery& query,
                                           TextQuery::Words words, const Visit& visit) const {
-    const LookupImage& lookup = *m_index.products()[product].lookup;
+    const LookupImage& lookup = m_index.lookup(product);
     const docimage::Lexicon& lexicon = lookup.words();
     const bool isExact = query.isExact() && lexicon.isWellFormed();
     const auto proposed = query.hasParts()

@@ -6,31 +6,50 @@
 
 namespace reference::search {
 
+using docimage::JoinedNames;
 using docimage::LookupImage;
 using docimage::NameKind;
 using docimage::NameTable;
 
-LookupIndex::LookupIndex(const LookupResources& resources) {
+LookupIndex::LookupIndex(const LookupResources& resources,
+                         const std::shared_ptr<const JoinedNames>& names)
+    : m_sources(resources.size()) {
     m_products.reserve(resources.size());
+    for (const auto& [name, resource] : resources) {
+        m_sources[m_products.size()].resource = resource;
+        m_products.push_back({.name = name, .header = resource.getHeaderInfo()});
+    }
+    if (names) {
+        m_firstKeys = names->firstKeys();
+        m_firstHrefs = names->firstHrefs();
+        for (std::uint32_t kind = 0; kind < docimage::nameKinds; ++kind)
+            m_kinds[kind].joined.store(
+                new JoinedTable{.owner = names, .names = names->names(static_cast<NameKind>(kind))},
+                std::memory_order_relaxed);
+        return;
+    }
     std::size_t keys = 0;
     std::size_t hrefs = 0;
-    for (const auto& [name, resource] : resources) {
-        m_products.push_back({.name = name,
-                              .header = resource.getHeaderInfo(),
-                              .lookup = resource.getImage() ? resource.getImage()
-                                                            : std::make_shared<const LookupImage>(
-                                                                  resource.getItems())});
+    for (std::uint32_t product = 0; product < m_products.size(); ++product) {
         m_firstKeys.push_back(static_cast<std::uint32_t>(keys));
         m_firstHrefs.push_back(static_cast<std::uint32_t>(hrefs));
-        keys += m_products.back().lookup->keyCount();
-        hrefs += m_products.back().lookup->hrefCount();
+        keys += lookup(product).keyCount();
+        hrefs += lookup(product).hrefCount();
     }
     m_isJoinable = m_products.size() > 1 && std::max(keys, hrefs) <= UINT32_MAX;
 }
 
-LookupIndex::~LookupIndex() {
-    for (const Kind& kind : m_kinds)
-        delete kind.joined.load(std::memory_order_relaxed);
+LookupIndex::~LookupIndex() = default;
+
+// Called again after it threw.
+const LookupImage& LookupIndex::open(Source& source) {
+    std::call_once(source.once, [&] {
+        const auto& image = source.resource.getImage();
+        source.image =
+            image ? image : std::make_shared<const LookupImage>(source.resource.getItems());
+        source.opened.store(source.image.get(), std::memory_order_release);
+    });
+    return *source.image;
 }
 
 std::optional<std::uint32_t> LookupIndex::find(const std::u16string& name) const {
@@ -52,13 +71,13 @@ std::vector<std::uint32_t> LookupIndex::wantedProducts(const ReferenceRequestExt
 
 void LookupIndex::propose(std::uint32_t product, NameKind kind, std::uint32_t hash,
                           Proposals& proposals) const {
-    m_products[product].lookup->names(kind).find(hash, [&](std::uint32_t number) {
+    lookup(product).names(kind).find(hash, [&](std::uint32_t number) {
         proposals.push_back({.product = product, .number = number});
     });
 }
 
 void LookupIndex::proposeOfAll(NameKind kind, std::uint32_t hash, Proposals& proposals) const {
-    const JoinedNames* const joined = joinedNames(kind);
+    const JoinedTable* const joined = joinedTable(kind);
     if (joined == nullptr) {
         for (std::uint32_t product = 0; product < m_products.size(); ++product)
             propose(product, kind, hash, proposals);
@@ -75,18 +94,18 @@ void LookupIndex::proposeOfAll(NameKind kind, std::uint32_t hash, Proposals& pro
 std::vector<JoinedLexicon::Found> LookupIndex::wordsOfAll(const TextQuery& query) const {
     return m_joinedWords.wordsOf(query, m_products.size(),
                                  [this](std::uint32_t product) -> const docimage::Lexicon& {
-                                     return m_products[product].lookup->words();
+                                     return lookup(product).words();
                                  });
 }
 
 const std::vector<std::uint32_t>& LookupIndex::firstNumbers(NameKind kind) const {
-    return kind >= NameKind::HrefWhole ? m_firstHrefs : m_firstKeys;
+    return docimage::isOfHrefs(kind) ? m_firstHrefs : m_firstKeys;
 }
 
 // Null while there is none. Counts the question.
-const LookupIndex::JoinedNames* LookupIndex::joinedNames(NameKind kind) const {
+const LookupIndex::JoinedTable* LookupIndex::joinedTable(NameKind kind) const {
     Kind& state = m_kinds[static_cast<std::size_t>(kind)];
-    const JoinedNames* const known = state.joined.load(std::memory_order_acquire);
+    const JoinedTable* const known = state.joined.load(std::memory_order_acquire);
     if (known != nullptr || !m_isJoinable)
         return known;
     // An entry of the table is made in about the time in which a product is asked.
@@ -104,19 +123,16 @@ const LookupIndex::JoinedNames* LookupIndex::joinedNames(NameKind kind) const {
     return state.joined.load(std::memory_order_relaxed);
 }
 
-std::unique_ptr<const LookupIndex::JoinedNames> LookupIndex::join(NameKind kind) const {
-    std::vector<NameTable::Entry> entries;
-    for (std::size_t product = 0; product < m_products.size(); ++product)
-        for (const NameTable::Entry& entry : m_products[product].lookup->names(kind).entries())
-            entries.push_back(
-                {.hash = entry.hash, .number = firstNumbers(kind)[product] + entry.number});
+std::unique_ptr<const LookupIndex::JoinedTable> LookupIndex::join(NameKind kind) const {
+    std::vector<const LookupImage*> lookups;
+    for (std::uint32_t product = 0; product < m_products.size(); ++product)
+        lookups.push_back(&lookup(product));
     docimage::ImageWriter writer;
     constexpr std::uint32_t firstSection = 0;
-    NameTable::write(entries, writer, firstSection);
-    auto image = writer.finish();
-    const NameTable names(*image, firstSection);
-    return std::make_unique<const JoinedNames>(
-        JoinedNames{.image = std::move(image), .names = names});
+    NameTable::write(JoinedNames::join(lookups, kind, firstNumbers(kind)), writer, firstSection);
+    const auto image = writer.finish();
+    return std::make_unique<const JoinedTable>(
+        JoinedTable{.owner = image, .names = NameTable(*image, firstSection)});
 }
 
 }  // namespace reference::search

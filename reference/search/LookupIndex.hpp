@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -15,6 +16,7 @@
 
 #include <boost/container/small_vector.hpp>
 
+#include "docimage/JoinedNames.hpp"
 #include "docimage/LookupImage.hpp"
 #include "docparser/DocResource.hpp"
 #include "property/HeaderInfo.hpp"
@@ -31,15 +33,14 @@ using LookupResources = std::map<std::u16string, docparser::DocResource<property
 // thread.
 //
 // Each product has tables of its own, which may lie in a file. Asking them one after the other
-// takes time for each product, so that once many questions were asked, one table is made of them
-// all: when asking has cost about as much as making it does. A process that looks up a name or two
-// never pays for it.
+// takes time for each product. Where the resources come with one table of them all, that is asked;
+// if not, it is made once many questions were asked: when asking has cost about as much as making
+// it does. A process that looks up a name or two never pays for it.
 class LookupIndex {
   public:
     struct Product {
         std::u16string name;
         property::HeaderInfo header;
-        std::shared_ptr<const docimage::LookupImage> lookup;
     };
 
     // A key or href that may match, by its number in the product.
@@ -57,12 +58,21 @@ class LookupIndex {
     // Mostly a few.
     using Proposals = boost::container::small_vector<Proposal, 16>;
 
-    explicit LookupIndex(const LookupResources& resources);
+    // `names`: those of exactly these resources; null where they are not known.
+    LookupIndex(const LookupResources& resources,
+                const std::shared_ptr<const docimage::JoinedNames>& names);
     LookupIndex(const LookupIndex&) = delete;  // shared by pointer
     LookupIndex& operator=(const LookupIndex&) = delete;
     ~LookupIndex();
 
     [[nodiscard]] const std::vector<Product>& products() const noexcept { return m_products; }
+    // The product's records; opened, or made, when they are first asked for. Valid as long as the
+    // index. Throws DamagedImage.
+    [[nodiscard]] const docimage::LookupImage& lookup(std::uint32_t product) const {
+        const auto* const known = m_sources[product].opened.load(std::memory_order_acquire);
+        return known != nullptr ? *known : open(m_sources[product]);
+    }
+
     // The number of the product of this short name.
     [[nodiscard]] std::optional<std::uint32_t> find(const std::u16string& name) const;
 
@@ -80,23 +90,37 @@ class LookupIndex {
     [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const;
 
   private:
-    // Of all products, with keys or hrefs numbered through.
-    struct JoinedNames {
-        std::shared_ptr<const docimage::Image> image;
+    // Where the records of a product come from.
+    struct Source {
+        docparser::DocResource<property::RefItemLookup> resource;
+        std::atomic<const docimage::LookupImage*> opened{nullptr};
+        std::once_flag once;
+        std::shared_ptr<const docimage::LookupImage> image;
+    };
+    // One kind of name of all products, with keys or hrefs numbered through.
+    struct JoinedTable {
+        std::shared_ptr<const void> owner;
         docimage::NameTable names;
     };
-    // One kind of name; the table is owned, and null until it has been made.
+    // The table is owned, and null until it has been made.
     struct Kind {
-        std::atomic<const JoinedNames*> joined{nullptr};
+        Kind() = default;
+        Kind(const Kind&) = delete;
+        Kind& operator=(const Kind&) = delete;
+        ~Kind() { delete joined.load(std::memory_order_relaxed); }
+
+        std::atomic<const JoinedTable*> joined{nullptr};
         std::atomic<std::size_t> questions{0};
         std::atomic_flag isBeingMade;
     };
 
     [[nodiscard]] const std::vector<std::uint32_t>& firstNumbers(docimage::NameKind kind) const;
-    [[nodiscard]] const JoinedNames* joinedNames(docimage::NameKind kind) const;
-    [[nodiscard]] std::unique_ptr<const JoinedNames> join(docimage::NameKind kind) const;
+    static const docimage::LookupImage& open(Source& source);
+    [[nodiscard]] const JoinedTable* joinedTable(docimage::NameKind kind) const;
+    [[nodiscard]] std::unique_ptr<const JoinedTable> join(docimage::NameKind kind) const;
 
     std::vector<Product> m_products;
+    mutable std::vector<Source> m_sources;
     // The number of each product's first key and first href among those of all.
     std::vector<std::uint32_t> m_firstKeys;
     std::vector<std::uint32_t> m_firstHrefs;

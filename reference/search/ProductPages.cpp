@@ -198,7 +198,7 @@ const Lexicon& ProductPages::words() const {
 JoinedPages::JoinedPages(const LookupImage& lookup, std::shared_ptr<const ProductPages> pages)
     : m_pages(std::move(pages)) {
     const auto& image = m_pages->resource().getImage();
-    m_isSame = image != nullptr && image->hrefs() == lookup.hrefs();
+    m_isSame = image != nullptr && image->hrefsHash() == lookup.hrefsHash();
     if (m_isSame)
         return;
     m_pagesOfHrefs.assign(lookup.hrefCount(), none);

@@ -47,8 +47,11 @@ class ReadingPages {
 // was read for this reading alone. Shared; immutable but for what is made on first use.
 class Reading {
   public:
-    explicit Reading(std::shared_ptr<const LookupResources> installed)
+    // `names`: those of exactly these resources; null where they are not known.
+    Reading(std::shared_ptr<const LookupResources> installed,
+            std::shared_ptr<const docimage::JoinedNames> names)
         : m_installed(std::move(installed)),
+          m_names(std::move(names)),
           m_pages(std::make_shared<ReadingPages>(m_installed->size())) {}
 
     [[nodiscard]] const LookupResources& installed() const noexcept { return *m_installed; }
@@ -78,6 +81,7 @@ class Reading {
     const LookupIndex& makeIndex() const;
 
     const std::shared_ptr<const LookupResources> m_installed;
+    const std::shared_ptr<const docimage::JoinedNames> m_names;
     mutable std::once_flag m_indexMade;
     mutable std::unique_ptr<const LookupIndex> m_index;
     mutable std::atomic<const LookupIndex*> m_madeIndex{nullptr};

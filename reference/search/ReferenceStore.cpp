@@ -37,7 +37,8 @@ std::shared_ptr<const LookupCaches> ReferenceStore::loadLookupCaches(Mutex& mute
     docparser::ParsingResults results = m_source->getResourceLookupFiles();
     auto read = std::make_shared<const LookupCaches>(LookupCaches{
         .reading = std::make_shared<Reading>(
-            std::make_shared<const LookupResources>(std::move(results.installed))),
+            std::make_shared<const LookupResources>(std::move(results.installed)),
+            std::move(results.installedNames)),
         .uninstalled = std::make_shared<const LookupResources>(std::move(results.uninstalled))});
     m_lookupCaches.storeInPlaceOf(found, read);
     return read;
@@ -134,8 +135,10 @@ void ReferenceStore::clearSupportPackageCaches() {
     m_source->clearSupportPackageCaches();
 }
 
-void ReferenceStore::passOverImages(const docimage::DamagedImage& damage) {
-    m_source->passOverImages(damage.what());
+// An image that was replaced is no reason to do without images.
+void ReferenceStore::recoverFrom(const docimage::DamagedImage& damage) {
+    if (dynamic_cast<const docimage::ReplacedImage*>(&damage) == nullptr)
+        m_source->passOverImages(damage.what());
     clearLookupCaches();
     clearResourceCache();
 }
@@ -246,7 +249,8 @@ const JoinedPages* Snapshot::pagesOf(std::uint32_t number) const {
         return nullptr;
     return &m_pages->keep(number,
                           std::make_unique<const JoinedPages>(
-                              *product.lookup, std::make_shared<const ProductPages>(resource)));
+                              reading->index().lookup(number),
+                              std::make_shared<const ProductPages>(resource)));
 }
 
 }  // namespace reference::search

@@ -36,7 +36,8 @@ class ReferenceStore {
     [[nodiscard]] Snapshot snapshot();
 
     // What `ask(snapshot)` answers. Where it meets an image that is damaged, the source is told,
-    // the caches are cleared, and `ask` is called again.
+    // the caches are cleared, and `ask` is called again; where it meets one that was replaced, the
+    // same without a word to the source.
     template <typename Ask>
     auto answer(Ask ask);
 
@@ -66,9 +67,9 @@ class ReferenceStore {
     void clearSupportPackageCaches();
 
   private:
-    void passOverImages(const docimage::DamagedImage& damage);
-
     friend class Snapshot;
+
+    void recoverFrom(const docimage::DamagedImage& damage);
 
     using ResourcePtr = std::shared_ptr<const ReferenceResource>;
     // The reading of the lookups whose headers named the file that a cached resource was read from.
@@ -134,11 +135,13 @@ class Snapshot {
 
 template <typename Ask>
 auto ReferenceStore::answer(Ask ask) {
-    try {
-        return ask(snapshot());
-    } catch (const docimage::DamagedImage& damage) {
-        passOverImages(damage);
-    }
+    // What replaced an image may be damaged in turn.
+    for (int recoveries = 0; recoveries < 2; ++recoveries)
+        try {
+            return ask(snapshot());
+        } catch (const docimage::DamagedImage& damage) {
+            recoverFrom(damage);
+        }
     return ask(snapshot());
 }
 

@@ -76,9 +76,9 @@ std::map<std::u16string, ProductMatchData> ReferenceCacheManager::GetProductsWit
             const auto& product = index->products()[number];
             ProductMatchData& data = found.try_emplace(found.end(), product.name)->second;
             data.referenceFileName = product.header.getReferenceFileName();
+            const docimage::TextTable& stored = index->lookup(number).hrefs();
             for (const std::uint32_t href : hrefs)
-                data.hrefs.emplace_hint(data.hrefs.end(),
-                                        docimage::fromUnitBytes(product.lookup->hrefs()[href]));
+                data.hrefs.emplace_hint(data.hrefs.end(), docimage::fromUnitBytes(stored[href]));
         };
         search::EntitySearch(*index, ext, toSearchMethod(method)).run(add);
         return found;

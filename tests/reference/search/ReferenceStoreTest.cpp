@@ -43,7 +43,7 @@ std::vector<std::string> find(ReferenceStore& store, const std::u16string& name)
                                                                    .isExactMatch = false});
         EntitySearch(*index, ext, ReferenceSearch).run([&](std::uint32_t product, auto hrefs) {
             for (const auto href : hrefs)
-                found.emplace_back(index->products()[product].lookup->hrefs()[href]);
+                found.emplace_back(index->lookup(product).hrefs()[href]);
         });
         return found;
     });

@@ -1,0 +1,190 @@
+#include "docset/SetIndex.hpp"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "docimage/ImageFile.hpp"
+#include "docimage/TextTable.hpp"
+#include "docimage/unitBytes.hpp"
+#include "files/MappedFile.hpp"
+
+namespace reference::docset {
+namespace {
+
+using docimage::DamagedImage;
+using docimage::Image;
+using docimage::ImageKind;
+using docimage::ImageWriter;
+using docimage::JoinedNames;
+using docimage::LookupImage;
+using docimage::TextTable;
+using docimage::TextTableBuilder;
+using files::FileStamp;
+
+constexpr std::string_view indexBeginning = "documentation-set.";
+constexpr std::string_view indexEnding = ".image";
+
+// The sections: five texts of each product (the file, and those of its header), its stamps, and the
+// names of all.
+enum IndexSection : std::uint32_t {
+    IndexTexts = 1,  // 2 sections
+    IndexStamps = 3,
+    IndexNames = 10,
+};
+constexpr std::size_t textsOfProduct = 5;
+
+struct StoredStamps {
+    std::uint64_t jsonSize;
+    std::int64_t jsonModified;
+    std::uint64_t imageSize;
+    std::int64_t imageModified;
+};
+
+// The lookup files that are read in a language, in the order of their products' names.
+std::vector<std::string> lookupFilesIn(const Manifest& manifest, const std::string& language) {
+    std::vector<std::pair<std::u16string, std::string>> files;
+    for (const auto& product : manifest.products) {
+        const auto locale = product.localeFor(language, manifest.locales);
+        if (product.installed && locale)
+            files.emplace_back(product.shortName, product.files.at(*locale).lookup);
+    }
+    std::ranges::sort(files);
+    std::vector<std::string> names;
+    for (auto& [product, file] : files)
+        names.push_back(std::move(file));
+    return names;
+}
+
+bool isOf(const SetIndex& index, const files::Folder& root, const std::vector<std::string>& files) {
+    return std::ranges::equal(index.products, files, {}, &IndexedLookup::file) &&
+           std::ranges::all_of(index.products, [&](const IndexedLookup& product) {
+               return isUnchanged(root, product);
+           });
+}
+
+// Nothing where one of the files has no image.
+std::optional<ImageWriter> indexOf(const files::Folder& root,
+                                   const std::vector<std::string>& files) {
+    const auto ignore = [](const std::string& /*why*/) {};
+    TextTableBuilder texts;
+    std::vector<StoredStamps> stamps;
+    std::vector<std::shared_ptr<const LookupImage>> lookups;
+    for (const auto& file : files) {
+        const auto json = root.stampOf(file);
+        const auto image = root.stampOf(imageFileName(file));
+        const auto compiled = openCompiledLookup(root, file, ignore);
+        if (!json || !image || !compiled)
+            return std::nullopt;
+        const ProductHeader& header = compiled->header;
+        texts.add(file);
+        for (const auto* text :
+             {&header.shortName, &header.displayName, &header.helpFolder, &header.version})
+            texts.add(docimage::toUnitBytes(*text));
+        stamps.push_back({.jsonSize = json->size,
+                          .jsonModified = json->modified,
+                          .imageSize = image->size,
+                          .imageModified = image->modified});
+        lookups.push_back(compiled->records);
+    }
+    std::optional<ImageWriter> writer(std::in_place);
+    texts.writeTo(*writer, IndexTexts);
+    writer->addArray(IndexStamps, stamps);
+    JoinedNames::write(lookups, *writer, IndexNames);
+    return writer;
+}
+
+SetIndex readIndex(const std::shared_ptr<const Image>& image) {
+    SetIndex index;
+    const TextTable texts(*image, IndexTexts);
+    const docimage::ImageArray<StoredStamps> stamps(*image, IndexStamps);
+    for (std::size_t product = 0; product < stamps.size(); ++product) {
+        const auto text = [&](std::size_t at) {
+            return docimage::fromUnitBytes(texts[product * textsOfProduct + at]);
+        };
+        const StoredStamps& stored = stamps[product];
+        index.products.push_back(
+            {.file = std::string(texts[product * textsOfProduct]),
+             .header = {.shortName = text(1),
+                        .displayName = text(2),
+                        .helpFolder = text(3),
+                        .version = text(4)},
+             .json = {.size = stored.jsonSize, .modified = stored.jsonModified},
+             .image = {.size = stored.imageSize, .modified = stored.imageModified}});
+    }
+    index.names = std::make_shared<const JoinedNames>(image, IndexNames);
+    if (index.names->firstKeys().size() != index.products.size())
+        throw DamagedImage("An index has the names of other products than it lists.");
+    return index;
+}
+
+}  // namespace
+
+// A language that no product has is read as none is.
+std::string setIndexFileName(const Manifest& manifest, const std::string& language) {
+    const bool isKnown = std::ranges::find(manifest.locales, language) != manifest.locales.end();
+    const std::string first = manifest.locales.empty() ? std::string() : manifest.locales.front();
+    return std::string(indexBeginning) + (isKnown ? language : first) + std::string(indexEnding);
+}
+
+bool isSetIndexFileName(std::string_view name) {
+    return name.starts_with(indexBeginning) && name.ends_with(indexEnding);
+}
+
+std::optional<SetIndex> openSetIndex(const files::Folder& root, const std::string& fileName,
+                                     const PassedOver& onPassedOver) {
+    std::error_code error;
+    const files::Descriptor file = root.openFile(fileName, error);
+    if (!file.isOpen())
+        return std::nullopt;
+    const std::string name = (root.path() / fileName).string();
+    try {
+        const auto mapped = std::make_shared<const files::MappedFile>(file.number());
+        return readIndex(
+            docimage::openImageFile(mapped, mapped->content(), ImageKind::Set, name).image);
+    } catch (const DamagedImage& damage) {
+        onPassedOver(damage.what());
+    } catch (const std::system_error& problem) {
+        onPassedOver(problem.what());
+    }
+    return std::nullopt;
+}
+
+bool isUnchanged(const files::Folder& root, const IndexedLookup& lookup) {
+    const auto json = root.stampOf(lookup.file);
+    const auto image = root.stampOf(imageFileName(lookup.file));
+    return json && image && json->isSameAs(lookup.json) && image->isSameAs(lookup.image);
+}
+
+void writeSetIndexes(const files::Folder& root, const Manifest& manifest) {
+    const auto ignore = [](const std::string& /*why*/) {};
+    for (const auto& locale : manifest.locales) {
+        const std::string fileName = setIndexFileName(manifest, locale);
+        const std::string newName = fileName + ".new";
+        try {
+            const auto files = lookupFilesIn(manifest, locale);
+            const auto known = openSetIndex(root, fileName, ignore);
+            if (known && isOf(*known, root, files))
+                continue;
+            if (const auto index = indexOf(root, files)) {
+                root.writeFile(newName, docimage::toImageFile(*index, ImageKind::Set, {}));
+                root.rename(newName, fileName);
+            } else if (known) {
+                root.remove(fileName);
+            }
+        } catch (const std::exception&) {
+            // What is left of an index that is not of the set is passed over by its readers.
+            try {
+                root.remove(newName);
+            } catch (const std::system_error&) {
+                continue;
+            }
+        }
+    }
+}
+
+}  // namespace reference::docset
