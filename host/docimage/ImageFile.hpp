@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "docimage/Image.hpp"
-#include "files/MappedFile.hpp"
+#include "files/FileStamp.hpp"
 #include "foundation/core/export.hpp"
 
 namespace reference::docimage {

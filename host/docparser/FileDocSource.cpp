@@ -59,16 +59,17 @@ DocResource<property::RefItemLookup>::OpenImage openerOf(const fs::path& root,
     return [root, lookup] {
         const auto folder = openForImages(root);
         std::string problem;
-        if (folder) {
-            auto compiled = docset::openCompiledLookup(
-                *folder, lookup.file, [&](const std::string& why) { problem = why; });
-            if (compiled)
-                return std::move(compiled->records);
-        }
+        const auto compiled =
+            folder ? docset::openCompiledLookup(*folder, lookup.file,
+                                                [&](const std::string& why) { problem = why; })
+                   : std::nullopt;
+        // Asked afterwards, so that what was opened is what the index is of.
         if (!folder || !docset::isUnchanged(*folder, lookup))
             throw docimage::ReplacedImage((root / lookup.file).string() +
                                           ": The file was replaced after it had been listed.");
-        throw docimage::DamagedImage(problem);
+        if (!compiled)
+            throw docimage::DamagedImage(problem);
+        return compiled->records;
     };
 }
 

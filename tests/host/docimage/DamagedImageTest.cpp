@@ -1,15 +1,18 @@
 // Images that hold anything at all: whatever they say, nothing outside of them is read, and reading
 // comes to an end. Hashes would find the damage first, so these images have none.
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <stdexcept>
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
 #include "docimage/Image.hpp"
+#include "docimage/JoinedNames.hpp"
 #include "docimage/LookupImage.hpp"
 #include "docimage/PageImage.hpp"
 #include "support/Generator.hpp"
@@ -22,6 +25,7 @@ namespace {
 using namespace docimage;
 
 constexpr std::uint32_t pagesSection = 500;
+constexpr std::uint32_t joinedSection = 600;
 
 docset::ProductDocumentation sample() {
     ProductBuilder product(u"p");
@@ -52,6 +56,14 @@ void readAll(const std::shared_ptr<const Image>& image) {
         static_cast<void>(lookup.recordsOfHref(href));
     static_cast<void>(lookup.entities());
 
+    const JoinedNames joined(image, joinedSection);
+    for (std::size_t kind = 0; kind < nameKinds; ++kind)
+        for (std::uint32_t top = 0; top < 64; ++top)
+            joined.names(static_cast<NameKind>(kind)).find(top << 26U, [](std::uint32_t) {});
+    EXPECT_TRUE(std::ranges::is_sorted(joined.firstKeys()));
+    EXPECT_TRUE(joined.firstKeys().empty() || joined.firstKeys().front() == 0);
+    EXPECT_EQ(joined.firstKeys().size(), joined.firstHrefs().size());
+
     const auto pages = std::make_shared<const PageImage>(image, pagesSection);
     readLexicon(pages->words());
     for (std::size_t item = 0; item < pages->itemCount(); ++item) {
@@ -68,6 +80,8 @@ TEST(DamagedImageTest, NothingOutsideOfAnImageIsReadWhateverItSays) {
     ImageWriter writer;
     LookupImage::write(documentation.entities, writer);
     PageImage::write(documentation.pages, writer, pagesSection);
+    const auto lookup = std::make_shared<const LookupImage>(documentation.entities);
+    JoinedNames::write(std::vector{lookup, lookup}, writer, joinedSection);
     const std::string sound = writer.bytes();
     const auto sections = writer.sections();
     EXPECT_NO_THROW(readAll(
