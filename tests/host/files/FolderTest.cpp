@@ -66,6 +66,34 @@ TEST(FolderTest, SaysWhyThereIsNoFileToRead) {
               std::errc::no_such_file_or_directory);
 }
 
+TEST(FolderTest, TellsTheStateOfAFileThatIsNoLink) {
+    const TempFolder root;
+    root.write("inner/file", "12345");
+    fs::create_symlink(root.path() / "inner/file", root.path() / "link");
+    const Folder folder(root.path());
+    const auto stamp = folder.stampOf("inner/file");
+    ASSERT_TRUE(stamp);
+    EXPECT_EQ(stamp->size, 5U);
+    std::error_code error;
+    EXPECT_EQ(*stamp, files::FileStamp::of(folder.openFile("inner/file", error).number()));
+    for (const char* name : {"link", "inner", "nothing", "inner/file/more", ""})
+        EXPECT_FALSE(folder.stampOf(name)) << name;
+}
+
+TEST(FileStampTest, ATimeWithoutAFractionStandsForItsSecond) {
+    constexpr std::int64_t second = 1'000'000'000;
+    const files::FileStamp whole{.size = 5, .modified = 7 * second};
+    const files::FileStamp early{.size = 5, .modified = 7 * second + 1};
+    const files::FileStamp late{.size = 5, .modified = 8 * second - 1};
+    EXPECT_TRUE(whole.isSameAs(early));
+    EXPECT_TRUE(late.isSameAs(whole));
+    EXPECT_TRUE(late.isSameAs(late));
+    EXPECT_FALSE(early.isSameAs(late));
+    EXPECT_FALSE(whole.isSameAs({.size = 5, .modified = 8 * second}));
+    EXPECT_FALSE(late.isSameAs({.size = 5, .modified = 8 * second}));
+    EXPECT_FALSE(whole.isSameAs({.size = 6, .modified = 7 * second}));
+}
+
 TEST(FolderTest, StaysWithTheFolderThatWasOpened) {
     const TempFolder root;
     root.write("one/file", "one");

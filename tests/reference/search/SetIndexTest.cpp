@@ -36,6 +36,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Not;
+using testing::SizeIs;
 
 using Matches = std::map<std::u16string, ProductMatchData>;
 
@@ -56,6 +57,7 @@ class SetIndexTest : public LibraryTest {
     [[nodiscard]] fs::path index(const std::string& locale = "en_US") const {
         return root() / ("documentation-set." + locale + ".image");
     }
+    [[nodiscard]] fs::path manifest() const { return root() / "documentation-set.json"; }
     [[nodiscard]] fs::path file(const std::string& name) const { return root() / "en_US" / name; }
 
     void publish(const docset::ProductDocumentation& product,
@@ -230,6 +232,45 @@ TEST_F(SetIndexTest, OfASetWithAnotherProductIsNotUsed) {
     beginAnew();
     EXPECT_THAT(productsWith(u"draw"), ElementsAre(u"b"));
     EXPECT_THAT(productsWith(u"fit"), ElementsAre(u"a"));
+}
+
+TEST_F(SetIndexTest, OfASetWithMoreProductsIsNotUsed) {
+    publish(productOf(u"b", {u"fit", u"draw"}));
+    const std::string before = contentOf(manifest());
+    publish(productOf(u"a", {u"fit", u"plot"}));
+    replace(manifest(), before);
+    beginAnew();
+    EXPECT_THAT(productsWith(u"fit"), ElementsAre(u"b"));
+    EXPECT_THAT(productsWith(u"draw"), ElementsAre(u"b"));
+    EXPECT_THAT(productsWith(u"plot"), IsEmpty());
+}
+
+TEST_F(SetIndexTest, OfAnotherEditionIsNotUsed) {
+    publish(productOf(u"a", {u"fit"}));
+    const std::string before = contentOf(manifest());
+    publish(productOf(u"a", {u"plot"}));
+    replace(manifest(), before);
+    beginAnew();
+    EXPECT_THAT(productsWith(u"fit"), ElementsAre(u"a"));
+    EXPECT_THAT(productsWith(u"plot"), IsEmpty());
+}
+
+TEST_F(SetIndexTest, HoldsWhatIsInstalledAlone) {
+    publish(productOf(u"a", {u"fit"}));
+    publish(productOf(u"b", {u"fit", u"draw"}));
+    std::string content = contentOf(manifest());
+    const auto product = content.find("\"b\"");
+    content.replace(content.find("true", product), 4, "false");
+    replace(manifest(), content);
+    static_cast<void>(docset::compile(root()));
+    beginAnew();
+    ReferenceCacheManager::PopulateLookupCache();
+    fs::remove(file("a-1.lookup.image"));
+    fs::remove(file("a-1.lookup.json"));
+    EXPECT_THAT(productsWith(u"draw"), IsEmpty());
+    EXPECT_THAT(*ReferenceCacheManager::GetUninstalledLookupCache(), SizeIs(1));
+    // Not read anew, and so not missed.
+    EXPECT_TRUE(ReferenceCacheManager::GetLookupCache()->contains(u"a"));
 }
 
 TEST_F(SetIndexTest, ProductsOfSupportPackagesAreFoundBesideIt) {
