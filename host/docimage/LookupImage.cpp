@@ -161,16 +161,6 @@ void LookupImage::write(const Entities& entities, ImageWriter& writer) {
     writeWords(image, writer);
 }
 
-std::pair<std::uint32_t, std::uint32_t> LookupImage::recordsOfKey(std::size_t number) const {
-    const auto bounds = m_firstRecords.range(number, 2);
-    return {bounds[0], bounds[1]};
-}
-
-std::span<const std::uint32_t> LookupImage::recordsOfHref(std::size_t number) const {
-    const auto bounds = m_hrefStarts.range(number, 2);
-    return m_hrefRecords.range(bounds[0], bounds[1] - bounds[0]);
-}
-
 void LookupImage::makeNames() const {
     const Image* image = m_image.get();
     if (!image->has(Names)) {

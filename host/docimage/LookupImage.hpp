@@ -77,7 +77,10 @@ class VELTRA_HOST_API LookupImage {
     [[nodiscard]] std::size_t keyCount() const noexcept { return m_keys.size(); }
     [[nodiscard]] std::string_view key(std::size_t number) const { return m_keys[number]; }
     // The first record of the key, and the one after its last.
-    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> recordsOfKey(std::size_t number) const;
+    [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> recordsOfKey(std::size_t number) const {
+        const auto bounds = m_firstRecords.range(number, 2);
+        return {bounds[0], bounds[1]};
+    }
 
     [[nodiscard]] std::size_t recordCount() const noexcept { return m_records.size(); }
     [[nodiscard]] const StoredRecord& record(std::size_t number) const { return m_records[number]; }
@@ -87,7 +90,10 @@ class VELTRA_HOST_API LookupImage {
     [[nodiscard]] const TextTable& hrefs() const noexcept { return m_hrefs; }
     // The same as PageImage::hrefsHash() exactly if both have the same hrefs.
     [[nodiscard]] std::uint64_t hrefsHash() const { return m_hrefsHash[0]; }
-    [[nodiscard]] std::span<const std::uint32_t> recordsOfHref(std::size_t number) const;
+    [[nodiscard]] std::span<const std::uint32_t> recordsOfHref(std::size_t number) const {
+        const auto bounds = m_hrefStarts.range(number, 2);
+        return m_hrefRecords.range(bounds[0], bounds[1] - bounds[0]);
+    }
 
     // Numbers of keys or hrefs by the hash of a part of their search form.
     [[nodiscard]] const NameTable& names(NameKind kind) const {

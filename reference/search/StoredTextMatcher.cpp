@@ -1,27 +1,57 @@
 #include "reference/search/StoredTextMatcher.hpp"
 
 #include <algorithm>
+#include <cstring>
 
 #include "docimage/unitBytes.hpp"
 
 namespace reference::search {
 
+namespace {
+
+bool isAscii(std::string_view bytes) {
+    return std::ranges::all_of(bytes, [](char byte) { return static_cast<signed char>(byte) >= 0; });
+}
+
+// In time linear in the length of both, whatever they repeat, which find() does not promise.
+bool contains(std::string_view bytes, std::string_view part) {
+    return ::memmem(bytes.data(), bytes.size(), part.data(), part.size()) != nullptr;
+}
+
+// Whether lower-casing the text may do more to its ASCII letters than folding each by itself does:
+// a text with an unpaired surrogate is not folded at all, and the Kelvin sign and the dotted
+// capital I become ASCII letters. Lead bytes of surrogates begin with 0xED, as do a few others.
+bool isFoldedOtherwise(std::string_view bytes) {
+    return contains(bytes, "\xED") || contains(bytes, "\xE2\x84\xAA") ||
+           contains(bytes, "\xC4\xB0");
+}
+
+}  // namespace
+
 StoredTextMatcher::StoredTextMatcher(const ReferenceRequestExt& ext)
-    : m_ext(ext), m_searched(docimage::toUnitBytes(ext.searchText())) {}
+    : m_ext(ext),
+      m_searched(docimage::toUnitBytes(ext.searchText())),
+      m_isAsciiSearched(isAscii(m_searched)) {}
 
 bool StoredTextMatcher::matches(std::string_view stored) {
     if (m_ext.isCaseSensitive())
-        return stored.find(m_searched) != std::string_view::npos;
+        return contains(stored, m_searched);
+    const bool isAsciiStored = fold(stored);
+    if (isAsciiStored || (m_isAsciiSearched && !isFoldedOtherwise(stored)))
+        return contains(m_folded, m_searched);
+    docimage::assignUnitBytes(stored, m_text);
+    return m_ext.isTextMatch(m_text);
+}
+
+// Folds ASCII letters into `m_folded`; whether there is nothing else.
+bool StoredTextMatcher::fold(std::string_view stored) {
     m_folded.resize(stored.size());
     unsigned char all = 0;
     std::ranges::transform(stored, m_folded.begin(), [&all](char byte) {
         all |= static_cast<unsigned char>(byte);
         return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte - 'A' + 'a') : byte;
     });
-    if (all < 0x80)
-        return m_folded.find(m_searched) != std::string::npos;
-    docimage::assignUnitBytes(stored, m_text);
-    return m_ext.isTextMatch(m_text);
+    return all < 0x80;
 }
 
 }  // namespace reference::search

@@ -11,8 +11,8 @@ namespace reference::search {
 
 // Answers as ReferenceRequestExt::isTextMatch() does, for the bytes of a text (see
 // docimage/unitBytes.hpp). Where case counts, bytes hold bytes exactly if texts hold texts; where
-// it does not, ASCII is folded in place, and only other text is put together and folded. One
-// thread.
+// it does not, ASCII is folded in place, and text is put together and folded only where that may
+// make a difference to what is searched for. One thread.
 class StoredTextMatcher {
   public:
     // `ext` must outlive the object.
@@ -21,8 +21,11 @@ class StoredTextMatcher {
     [[nodiscard]] bool matches(std::string_view stored);
 
   private:
+    [[nodiscard]] bool fold(std::string_view stored);
+
     const ReferenceRequestExt& m_ext;
     const std::string m_searched;
+    const bool m_isAsciiSearched;
     std::string m_folded;
     std::u16string m_text;
 };
