@@ -32,7 +32,8 @@ JoinedNames::JoinedNames(std::shared_ptr<const Image> image, std::uint32_t first
     if (m_firstKeys.size() != m_firstHrefs.size())
         throw DamagedImage("An image has first keys and first hrefs of different products.");
     for (std::uint32_t kind = 0; kind < nameKinds; ++kind)
-        m_names[kind] = NameTable(*m_image, firstSection + JoinedKinds + kind * NameTable::sections);
+        m_names[kind] =
+            NameTable(*m_image, firstSection + JoinedKinds + kind * NameTable::sections);
 }
 
 JoinedNames::~JoinedNames() = default;

@@ -372,8 +372,8 @@ class FileDocSource::LookupReading {
         };
         const auto folder = m_folders.find(product.set.get());
         if (folder != m_folders.end() && folder->second) {
-            const auto compiled = docset::openCompiledLookup(*folder->second, product.files.lookup,
-                                                             &logPassedOver);
+            const auto compiled =
+                docset::openCompiledLookup(*folder->second, product.files.lookup, &logPassedOver);
             if (compiled) {
                 requireSameProduct(compiled->header);
                 return {toHeaderInfo(compiled->header, product.referenceFileName),

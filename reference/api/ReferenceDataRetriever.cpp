@@ -126,12 +126,6 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
     search::EntitySearch(index, ext(), cache_manager::toSearchMethod(getSearchMethod())).run(add);
 }
 
-// Whether a property can match only if its name or its purpose holds the text.
-bool ReferenceDataRetriever::looksForPropertyText() const {
-    const std::type_info& type = typeid(*this);
-    return type == typeid(ReferenceDataRetriever) || type == typeid(EntityPurposeDataRetriever);
-}
-
 // Whether the object may be of a class that is not the library's own.
 bool ReferenceDataRetriever::overridesFilter() const {
     const std::type_info& type = typeid(*this);
@@ -152,8 +146,7 @@ void ReferenceDataRetriever::setReferenceRequestProperty(const vqArray* value) {
         return;
     if (omGetNumberOfElementsInUnderlyingArray(value) == 0)
         throw utils::ExpectedRequestError();
-    ReferenceDataRetriever other(
-        omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy());
+    ReferenceDataRetriever other(omGetNative<ReferenceRequest>(omGetArrayElement(value, 0)).copy());
     other.m_requestCache = zorb::wrap(other.prepared().request);
     // Nothing can fail from here on.
     ReferenceDataRetriever::operator=(std::move(other));
@@ -221,14 +214,23 @@ void ReferenceDataRetriever::addItem(const HeaderInfo& header, const RefItem& it
         results.emplace_back(header, item);
         return;
     }
-    const bool looksForText = looksForPropertyText();
     const bool isAllMatch = isAllTextMatch();
+    const std::type_info& type = typeid(*this);
+    const bool looksForName = type == typeid(ReferenceDataRetriever);
+    const bool looksForPart = type == typeid(EntityPurposeDataRetriever);
+    const std::string_view nameForm = ext().nameForm();
     const std::string_view partForm = ext().partForm();
+    // Forms are compared before names are folded. Other classes decide by rules of their own.
+    const auto mayMatch = [&](const ClassExpansion::Property& property) {
+        const std::string_view form = property.form;
+        if (looksForName)
+            return form.substr(0, property.nameLength).ends_with(nameForm);
+        return !looksForPart || form.find(partForm) != std::string_view::npos;
+    };
     const auto isMatch = [&](const ClassExpansion::Property& property) {
         if (isAllMatch)
             return true;
-        const bool mayMatch = !looksForText || property.form.find(partForm) != std::string::npos;
-        return mayMatch &&
+        return mayMatch(property) &&
                isPropertyContentMatch(
                    property.qualifiedName,
                    property.item.getClassPropertyGroups().front().getClassProperties().front());
@@ -253,9 +255,8 @@ void ReferenceDataRetriever::addItem(const HeaderInfo& header, const RefItem& it
 bool ReferenceDataRetriever::isPropertyContentMatch(const std::u16string& qualifiedName,
                                                     const ClassProperty& /*property*/) const {
     const ReferenceRequestExt& wanted = ext();
-    return wanted.isCaseSensitive()
-               ? wanted.isNameMatch(qualifiedName)
-               : wanted.isNameMatch(utils::LowerCased(qualifiedName).view());
+    return wanted.isCaseSensitive() ? wanted.isNameMatch(qualifiedName)
+                                    : wanted.isNameMatch(utils::LowerCased(qualifiedName).view());
 }
 
 const char* ReferenceDataRetriever::getZORBClassName() noexcept {

@@ -125,7 +125,6 @@ class VELTRA_REFERENCE_API ReferenceDataRetriever {
     void setupRetriever();
     [[nodiscard]] const Prepared& prepared() const noexcept;
     [[nodiscard]] bool overridesFilter() const;
-    [[nodiscard]] bool looksForPropertyText() const;
     void addPages(const search::JoinedPages& joined, std::span<const std::uint32_t> hrefs,
                   std::vector<ReferenceData>& results) const;
     void addItem(const property::HeaderInfo& header, const property::RefItem& item,

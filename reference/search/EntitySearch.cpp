@@ -220,11 +220,14 @@ void EntitySearch::doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) 
 void EntitySearch::setName(std::string_view stored) {
     m_name.resize(stored.size(), boost::container::default_init);
     const bool folds = !m_ext.isCaseSensitive();
+    // A letter differs from its lower case by one bit.
+    const unsigned char letterBit = folds ? 'a' - 'A' : 0;
     unsigned char all = 0;
+    char16_t* const out = m_name.data();
     for (std::size_t at = 0; at < stored.size(); ++at) {
         const auto byte = static_cast<unsigned char>(stored[at]);
         all |= byte;
-        m_name[at] = folds && byte >= 'A' && byte <= 'Z' ? byte - 'A' + 'a' : byte;
+        out[at] = byte >= 'A' && byte <= 'Z' ? byte | letterBit : byte;
     }
     if (all < 0x80)
         return;

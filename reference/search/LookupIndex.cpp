@@ -84,8 +84,10 @@ void LookupIndex::proposeOfAll(NameKind kind, std::uint32_t hash, Proposals& pro
         return;
     }
     const auto& first = firstNumbers(kind);
+    auto next = first.begin();
     joined->names.find(hash, [&](std::uint32_t number) {
-        const auto next = std::ranges::upper_bound(first, number);
+        // Numbers ascend.
+        next = std::upper_bound(next, first.end(), number);
         const auto product = static_cast<std::uint32_t>(next - first.begin()) - 1;
         proposals.push_back({.product = product, .number = number - first[product]});
     });

@@ -69,11 +69,13 @@ ClassExpansion expandClass(const RefItem& item) {
                 std::u16string qualifiedName = name + u"." + property.getName();
                 RefItem made =
                     createPropertyEntity(item, group.getTitle(), property, qualifiedName, name);
-                std::string form = docimage::searchForm(qualifiedName) + '\n' +
-                                   docimage::searchForm(property.getPurpose());
+                std::string form = docimage::searchForm(qualifiedName);
+                const std::size_t nameLength = form.size();
+                form += '\n' + docimage::searchForm(property.getPurpose());
                 expansion.properties.push_back({.entity = entity,
                                                 .qualifiedName = std::move(qualifiedName),
                                                 .form = std::move(form),
+                                                .nameLength = nameLength,
                                                 .item = std::move(made)});
             }
     return expansion;

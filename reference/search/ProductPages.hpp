@@ -29,8 +29,9 @@ struct ClassExpansion {
         // The entity's name, a dot and the property's name.
         std::u16string qualifiedName;
         // Name and purpose in search form: a text that occurs in neither has no form that occurs
-        // here.
+        // here. The form of a matching name ends with that of the text.
         std::string form;
+        std::size_t nameLength;
         property::RefItem item;
     };
     std::vector<Property> properties;

@@ -247,10 +247,9 @@ const JoinedPages* Snapshot::pagesOf(std::uint32_t number) const {
     const auto resource = m_store.resourceFor(reading, product);
     if (!resource)
         return nullptr;
-    return &m_pages->keep(number,
-                          std::make_unique<const JoinedPages>(
-                              reading->index().lookup(number),
-                              std::make_shared<const ProductPages>(resource)));
+    return &m_pages->keep(number, std::make_unique<const JoinedPages>(
+                                      reading->index().lookup(number),
+                                      std::make_shared<const ProductPages>(resource)));
 }
 
 }  // namespace reference::search

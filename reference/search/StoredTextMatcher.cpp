@@ -10,7 +10,8 @@ namespace reference::search {
 namespace {
 
 bool isAscii(std::string_view bytes) {
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    return std::ranges::all_of(bytes,
+                               [](char byte) { return static_cast<signed char>(byte) >= 0; });
 }
 
 // In time linear in the length of both, whatever they repeat, which find() does not promise.

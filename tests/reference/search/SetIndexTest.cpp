@@ -1,5 +1,5 @@
-// The index of a documentation set changes no answer: with it, without it, when it is of other files
-// than there are, and when it is damaged.
+// The index of a documentation set changes no answer: with it, without it, when it is of other
+// files than there are, and when it is damaged.
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
@@ -98,8 +98,8 @@ class SetIndexTest : public LibraryTest {
             const auto request = generator.request();
             for (const auto method :
                  {ReferenceCacheManager::ReferenceSearch, ReferenceCacheManager::ClassEntitySearch,
-                  ReferenceCacheManager::NameAndPurposeSearch,
-                  ReferenceCacheManager::AllTextSearch, ReferenceCacheManager::PageNameSearch})
+                  ReferenceCacheManager::NameAndPurposeSearch, ReferenceCacheManager::AllTextSearch,
+                  ReferenceCacheManager::PageNameSearch})
                 all.push_back(ReferenceCacheManager::GetProductsWithEntity(request, method));
         }
         return all;
@@ -300,9 +300,8 @@ TEST_F(SetIndexTest, ACopyThatKeptWholeSecondsIsUnchanged) {
     const LogCapture log("docparser=8");
     publish(productOf(u"a", {u"fit"}));
     for (const auto& entry : fs::recursive_directory_iterator(root()))
-        fs::last_write_time(
-            entry.path(),
-            std::chrono::floor<std::chrono::seconds>(fs::last_write_time(entry.path())));
+        fs::last_write_time(entry.path(), std::chrono::floor<std::chrono::seconds>(
+                                              fs::last_write_time(entry.path())));
     beginAnew();
     ReferenceCacheManager::PopulateLookupCache();
     fs::remove(file("a-1.lookup.image"));
