@@ -123,9 +123,8 @@ void addMemory(CLI::App& app, Options& options) {
     auto* const command = app.add_subcommand("memory", "What the library keeps in memory");
     addSet(*command, options);
     addOut(*command, options);
-    command->callback([&options] {
-        write(options, {{"memory", measureMemory(options.folders.set, std::cout)}});
-    });
+    command->callback(
+        [&options] { write(options, measureMemory(options.folders.set, std::cout)); });
 }
 
 void addOrders(CLI::App& app, Options& options) {

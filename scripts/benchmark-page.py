@@ -237,13 +237,24 @@ if (FIGURES / "process-apropos.json").exists():
 
 line("## Memory")
 line()
-line("Resident memory of a process with the library: its own, and that of files it maps.")
-line()
+line("""Resident memory of a process with the library: its own, and that of files it maps, of the program and its
+shared libraries, too. What is asked for are names in all three ways, and parts and texts with thousands of
+hits.
+""")
 rows = []
 for size, title in SIZES.items():
     for row in read(f"memory-{size}")["memory"]:
         rows.append([f'{title}, {row["when"]}', amount(row["RssAnon"]), amount(row["RssFile"])])
 table(["", "own", "files"], rows)
+line("""Two such processes after all of these questions: what each has resident, what is its own share when a page
+that both have counts half for each, and what neither shares with anyone.
+""")
+rows = []
+for size, title in SIZES.items():
+    for row in read(f"memory-{size}")["shared"]:
+        rows.append([title, amount(row["Rss"]), amount(row["Pss"]),
+                     amount(row["Private_Clean"] + row["Private_Dirty"])])
+table(["Entities", "resident", "share", "not shared"], rows)
 
 line("What lies on disk:")
 line()

@@ -65,10 +65,14 @@ void deliverResults(ReferenceRequest request, Delivery& delivery) {
 
 }  // namespace
 
-void loadLibrary(const std::filesystem::path& root) {
+void openLibrary(const std::filesystem::path& root) {
     docparser::DocResourceParser::setSource(std::make_shared<docparser::FileDocSource>(
         [root] { return docparser::DocumentationLocation{.docRoot = root}; }));
     ReferenceCacheManager::ClearAllCaches();
+}
+
+void loadLibrary(const std::filesystem::path& root) {
+    openLibrary(root);
     ReferenceCacheManager::PopulateAllCaches();
 }
 

@@ -6,7 +6,9 @@
 
 namespace reference::bench {
 
-// Makes the process read its documentation from the set in `root`, and load all of it.
+// Makes the process read its documentation from the set in `root`, of which nothing is loaded yet.
+void openLibrary(const std::filesystem::path& root);
+// The same with all of it loaded.
 void loadLibrary(const std::filesystem::path& root);
 
 // The library, with all of its caches filled. Each answer begins with a text: request and retriever

@@ -3,12 +3,14 @@
 #include <filesystem>
 #include <ostream>
 
-#include <boost/json/array.hpp>
+#include <boost/json/object.hpp>
 
 namespace reference::bench {
 
 // How much memory the process has resident before the library has loaded anything, with the lookups
-// of the set loaded, and with all pages. Call it in a process that has done nothing else.
-[[nodiscard]] boost::json::array measureMemory(const std::filesystem::path& set, std::ostream& out);
+// of the set, with all pages, and after questions that touch much of both ("memory"); and how much
+// of it two such processes share ("shared"). Call it in a process that has done nothing else.
+[[nodiscard]] boost::json::object measureMemory(const std::filesystem::path& set,
+                                                std::ostream& out);
 
 }  // namespace reference::bench

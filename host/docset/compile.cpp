@@ -37,38 +37,26 @@ class Compilation {
     explicit Compilation(const std::filesystem::path& root) : m_root(root), m_folder(root) {}
 
     void compileLookup(const std::string& file) {
-        if (!m_done.insert(file).second)
-            return;
-        if (openCompiledLookup(m_folder, file, ignore)) {
-            ++m_report.kept;
-            return;
-        }
-        const std::size_t faultsBefore = m_report.faults.size();
-        const auto contents = readLookupFile(m_folder, file, reporter());
-        if (!contents || m_report.faults.size() > faultsBefore)
-            return;
-        const PlacedFile place = placeOf(m_root, file);
-        writeCompiledLookup(place.folder, place.name, contents->header, contents->entities);
-        ++m_report.written;
+        const auto read = [this](const std::string& name) {
+            return readLookupFile(m_folder, name, reporter());
+        };
+        compileFile(
+            file, &openCompiledLookup, read, [](const PlacedFile& place, const auto& contents) {
+                writeCompiledLookup(place.folder, place.name, contents.header, contents.entities);
+            });
     }
 
     void compilePages(const std::string& file) {
-        if (!m_done.insert(file).second)
-            return;
-        if (openCompiledPages(m_folder, file, ignore)) {
-            ++m_report.kept;
-            return;
-        }
-        const std::size_t faultsBefore = m_report.faults.size();
-        const auto contents = readReferenceFile(m_folder, file, reporter());
-        if (!contents || m_report.faults.size() > faultsBefore)
-            return;
-        std::vector<PagesOfProduct> products;
-        for (const auto& product : *contents)
-            products.push_back({.header = product.header, .pages = product.pages});
-        const PlacedFile place = placeOf(m_root, file);
-        writeCompiledPages(place.folder, place.name, products);
-        ++m_report.written;
+        const auto read = [this](const std::string& name) {
+            return readReferenceFile(m_folder, name, reporter());
+        };
+        compileFile(file, &openCompiledPages, read,
+                    [](const PlacedFile& place, const auto& contents) {
+                        std::vector<PagesOfProduct> products;
+                        for (const auto& product : contents)
+                            products.push_back({.header = product.header, .pages = product.pages});
+                        writeCompiledPages(place.folder, place.name, products);
+                    });
     }
 
     [[nodiscard]] FaultHandler reporter() {
@@ -79,6 +67,23 @@ class Compilation {
 
   private:
     static void ignore(const std::string& /*why*/) {}
+
+    // Each file once, unless its image opens. What has faults is not written.
+    template <typename Open, typename Read, typename Write>
+    void compileFile(const std::string& file, Open open, Read read, Write write) {
+        if (!m_done.insert(file).second)
+            return;
+        if (open(m_folder, file, &ignore)) {
+            ++m_report.kept;
+            return;
+        }
+        const std::size_t faultsBefore = m_report.faults.size();
+        const auto contents = read(file);
+        if (!contents || m_report.faults.size() > faultsBefore)
+            return;
+        write(placeOf(m_root, file), *contents);
+        ++m_report.written;
+    }
 
     std::filesystem::path m_root;
     files::Folder m_folder;

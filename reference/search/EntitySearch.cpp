@@ -216,25 +216,26 @@ void EntitySearch::doAllTextSearch(const LookupImage& lookup, NumberSet& hrefs) 
             hrefs.insert(record.href);
 }
 
-// Names are mostly ASCII, which is folded while it is widened.
+// Names are mostly ASCII, which is widened in one pass without a branch.
 void EntitySearch::setName(std::string_view stored) {
     m_name.resize(stored.size(), boost::container::default_init);
-    const bool folds = !m_ext.isCaseSensitive();
-    // A letter differs from its lower case by one bit.
-    const unsigned char letterBit = folds ? 'a' - 'A' : 0;
     unsigned char all = 0;
     char16_t* const out = m_name.data();
     for (std::size_t at = 0; at < stored.size(); ++at) {
         const auto byte = static_cast<unsigned char>(stored[at]);
         all |= byte;
-        out[at] = byte >= 'A' && byte <= 'Z' ? byte | letterBit : byte;
+        out[at] = byte;
     }
-    if (all < 0x80)
+    if (all >= 0x80) {
+        const std::u16string text = docimage::fromUnitBytes(stored);
+        m_name.assign(text.begin(), text.end());
+    }
+    if (m_ext.isCaseSensitive())
         return;
-    std::u16string name = docimage::fromUnitBytes(stored);
-    if (folds)
-        name = utils::toLowerCopy(name);
-    m_name.assign(name.begin(), name.end());
+    const utils::LowerCased lower(name());
+    const std::u16string_view folded = lower.view();
+    if (folded.data() != m_name.data())
+        m_name.assign(folded.begin(), folded.end());
 }
 
 }  // namespace reference::search

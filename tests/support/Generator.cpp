@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "docimage/searchForm.hpp"
 #include "support/Items.hpp"
+#include "support/LibraryTest.hpp"
 
 namespace reference::tests {
 
@@ -113,6 +115,20 @@ docset::ProductDocumentation Generator::product(const std::u16string& shortName)
         records.push_back(RefItemLookup{type(), functionType(), href(), text()});
     }
     return product;
+}
+
+docset::ProductDocumentation Generator::publishableProduct(const std::u16string& shortName) {
+    ProductBuilder product(shortName);
+    for (std::size_t count = 1 + below(30); count > 0; --count) {
+        const std::u16string entityName = name();
+        const std::u16string page = href();
+        const std::u16string purpose = text();
+        const bool isUnicode = docimage::isWellFormed(entityName) && docimage::isWellFormed(page) &&
+                               docimage::isWellFormed(purpose);
+        if (isUnicode && !entityName.empty() && !page.empty())
+            product.entity(entityName, type(), page, purpose);
+    }
+    return product.build();
 }
 
 void Generator::addItem(const RefItem& made, docset::ProductDocumentation& product) {

@@ -49,6 +49,10 @@ class Generator {
     // A product whose records and items mostly, but not always, belong together.
     [[nodiscard]] docset::ProductDocumentation product(const std::u16string& shortName);
 
+    // A product that can be published, which has its names from the same vocabulary: every text is
+    // Unicode, and each record has its item.
+    [[nodiscard]] docset::ProductDocumentation publishableProduct(const std::u16string& shortName);
+
     // A request over the same vocabulary, with any combination of options.
     [[nodiscard]] api::ReferenceRequest request();
 

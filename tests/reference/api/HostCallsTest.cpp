@@ -193,15 +193,20 @@ TEST_F(HostCallsTest, ASearchDoesNotAskOfNamesThatDoNotEndWithItsText) {
 }
 
 TEST_F(HostCallsTest, ARetrieverTellsHowManyComponentsItsTextHas) {
-    const ReferenceDataRetriever exact(request(u"geo.ShApe", true, true));
-    EXPECT_THAT(askedOfProperties(exact),
-                ElementsAre(NameTest{u"geo.ShApe", 2, u"geo.ShApe.AreA", true}));
+    // Properties are asked only of names that end with the text.
+    const ReferenceDataRetriever ofClass(request(u"geo.ShApe", true, true));
+    EXPECT_THAT(askedOfProperties(ofClass), IsEmpty());
+
+    add(m_product.record(u"geo.ShApe.AreA", RefEntityType::Property, u"ref/ShApe.html"));
+    ReferenceCacheManager::ClearAllCaches();
+    const NameTest test{u"geo.ShApe.AreA", 3, u"geo.ShApe.AreA", true};
+    const ReferenceDataRetriever exact(request(u"geo.ShApe.AreA", true, true));
+    EXPECT_THAT(askedOfProperties(exact), ElementsAre(test));
 
     // A request that a script sets is set up in the same way.
     ReferenceDataRetriever retriever;
     retriever.setReferenceRequestProperty(exact.getReferenceRequestProperty());
-    EXPECT_THAT(askedOfProperties(retriever),
-                ElementsAre(NameTest{u"geo.ShApe", 2, u"geo.ShApe.AreA", true}));
+    EXPECT_THAT(askedOfProperties(retriever), ElementsAre(test));
 }
 
 TEST_F(HostCallsTest, ARetrieverFoldsTextAndPropertiesUnlessCaseCounts) {
