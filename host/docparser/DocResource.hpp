@@ -52,36 +52,43 @@ class DocResource {
     using Image = typename detail::ImageOf<T>::Type;
     // Opens the image; never returns null. Throws docimage::DamagedImage where it cannot.
     using OpenImage = std::function<std::shared_ptr<const Image>()>;
+    // Reads the records from what the image was made of, since it turned out to be damaged.
+    using ReadAnew = std::function<ItemMap(const docimage::DamagedImage& damage)>;
 
     DocResource() : DocResource({}, ItemMap()) {}
     DocResource(property::HeaderInfo header, ItemMap items)
         : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
         m_records->items = std::move(items);
     }
-    // `image` must not be null.
-    DocResource(property::HeaderInfo header, std::shared_ptr<const Image> image)
+    // `image` must not be null; `readAnew` may be empty.
+    DocResource(property::HeaderInfo header, std::shared_ptr<const Image> image,
+                ReadAnew readAnew = {})
         : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
         m_records->image = std::move(image);
+        m_records->readAnew = std::move(readAnew);
     }
     // `open` must not be empty. It is called when the records are first asked for, from any thread,
     // and again after it threw.
-    DocResource(property::HeaderInfo header, OpenImage open)
+    DocResource(property::HeaderInfo header, OpenImage open, ReadAnew readAnew = {})
         : m_header(std::move(header)), m_records(std::make_shared<Records>()) {
         m_records->open = std::move(open);
+        m_records->readAnew = std::move(readAnew);
     }
 
-    // References are valid until the object is changed or destroyed. getItems() and getImage()
-    // throw docimage::DamagedImage where the records come from an image that is damaged, or that
-    // has been removed before it was first asked for.
+    // References are valid until the object is changed or destroyed.
     [[nodiscard]] const property::HeaderInfo& getHeaderInfo() const noexcept { return m_header; }
+
+    // Where the records come from an image that is damaged, or that was removed before it was
+    // first asked for, they are read anew; throws what that throws, and docimage::DamagedImage
+    // where there is no way to.
     [[nodiscard]] const ItemMap& getItems() const {
-        if (const auto& image = getImage())
-            std::call_once(m_records->itemsMade,
-                           [&] { m_records->items = detail::itemsOf(*image); });
+        if (m_records->open || m_records->image)
+            std::call_once(m_records->itemsMade, [this] { makeItems(); });
         return m_records->items;
     }
 
-    // The image that the records come from; null where they were given as a map.
+    // The image that the records come from; null where they were given as a map. Throws
+    // docimage::DamagedImage where it cannot be opened.
     [[nodiscard]] const std::shared_ptr<const Image>& getImage() const {
         if (m_records->open)
             std::call_once(m_records->imageOpened,
@@ -103,12 +110,23 @@ class DocResource {
 
   private:
     struct Records {
-        OpenImage open;  // empty where the image is open, or there is none
+        OpenImage open;     // empty where the image is open, or there is none
+        ReadAnew readAnew;  // may be empty
         std::once_flag imageOpened;
         std::shared_ptr<const Image> image;
         std::once_flag itemsMade;
         ItemMap items;
     };
+
+    void makeItems() const {
+        try {
+            m_records->items = detail::itemsOf(*getImage());
+        } catch (const docimage::DamagedImage& damage) {
+            if (!m_records->readAnew)
+                throw;
+            m_records->items = m_records->readAnew(damage);
+        }
+    }
 
     property::HeaderInfo m_header;
     std::shared_ptr<Records> m_records;  // null after the object was moved from

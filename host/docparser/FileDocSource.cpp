@@ -73,6 +73,37 @@ DocResource<property::RefItemLookup>::OpenImage openerOf(const fs::path& root,
     };
 }
 
+void logReadAnew(const docimage::DamagedImage& damage) {
+    const foundation::log::diagnostic_logger logger("docparser");
+    logger.log(foundation::log::Warning, damage.what() + std::string(" Its file is read."));
+}
+
+// Reads a lookup file whose image is damaged.
+DocResource<property::RefItemLookup>::ReadAnew readAnewLookup(const fs::path& root,
+                                                              const std::string& file) {
+    return [root, file](const docimage::DamagedImage& damage) {
+        logReadAnew(damage);
+        auto contents = docset::readLookupFile(root, file, throwFault);
+        return std::move(contents->entities);
+    };
+}
+
+// Reads a product's share of a reference file whose image is damaged.
+DocResource<property::RefItem>::ReadAnew readAnewPages(const fs::path& root,
+                                                       const std::string& file,
+                                                       const std::u16string& product) {
+    return [root, file, product](const docimage::DamagedImage& damage) {
+        logReadAnew(damage);
+        auto contents = docset::readReferenceFile(root, file, throwFault);
+        for (auto& one : *contents)
+            if (one.header.shortName == product)
+                return std::move(one.pages);
+        throw DocParserException(Fault{
+            .file = (root / file).string(),
+            .problem = "The file has no product \"" + fl::i18n::toUtf8(product) + "\" any more."});
+    };
+}
+
 // Calls `work(number)` for each number below `count`, on as many threads as there are processors.
 // What it throws is thrown, when all of them have stopped.
 template <typename Work>
@@ -356,7 +387,8 @@ class FileDocSource::LookupReading {
             return false;
         const docset::IndexedLookup& lookup = *found->second;
         m_read[number] = LookupResource(toHeaderInfo(lookup.header, product.referenceFileName),
-                                        openerOf(product.set->root, lookup));
+                                        openerOf(product.set->root, lookup),
+                                        readAnewLookup(product.set->root, lookup.file));
         ++m_taken;
         return true;
     }
@@ -377,7 +409,7 @@ class FileDocSource::LookupReading {
             if (compiled) {
                 requireSameProduct(compiled->header);
                 return {toHeaderInfo(compiled->header, product.referenceFileName),
-                        compiled->records};
+                        compiled->records, readAnewLookup(product.set->root, product.files.lookup)};
             }
         }
         auto contents = docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
@@ -417,18 +449,19 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
                 (!file->inUse || listed->files.reference == file->relativePath));
     };
     ReferenceResources resources;
-    const auto add = [&](const docset::ProductHeader& header, auto pages) {
+    const auto add = [&](const docset::ProductHeader& header, auto... records) {
         if (isReadHere(header))
-            resources.emplace(
-                header.shortName,
-                DocResource<property::RefItem>(toHeaderInfo(header, file->name), std::move(pages)));
+            resources.emplace(header.shortName,
+                              DocResource<property::RefItem>(toHeaderInfo(header, file->name),
+                                                             std::move(records)...));
     };
     if (const auto folder = m_usesImages ? openForImages(file->root) : std::nullopt) {
         const auto compiled =
             docset::openCompiledPages(*folder, file->relativePath, &logPassedOver);
         if (compiled) {
             for (const auto& product : *compiled)
-                add(product.header, product.pages);
+                add(product.header, product.pages,
+                    readAnewPages(file->root, file->relativePath, product.header.shortName));
             return resources;
         }
     }

@@ -126,6 +126,7 @@ class Documentation::ReportingSource final : public docparser::DocSource {
         return m_files.isProductInstalled(product);
     }
     void clearSupportPackageCaches() override { m_files.clearSupportPackageCaches(); }
+    void passOverImages(const std::string& problem) override { m_files.passOverImages(problem); }
 
     [[nodiscard]] FileDocSource& files() noexcept { return m_files; }
     [[nodiscard]] std::size_t unreadable() const noexcept { return m_unreadable; }

@@ -270,6 +270,30 @@ TEST_F(CompiledSetTest, AnImageThatIsDamagedAnywhereIsPassedOver) {
     EXPECT_GT(noticed, 100);
 }
 
+TEST_F(CompiledSetTest, MapsOfDamagedImagesAreThoseOfTheFiles) {
+    const LogCapture log("docparser=8");
+    for (const auto& image : filesEndingWith(".image")) {
+        std::string content = contentOf(image);
+        for (std::size_t at = 4096; at < content.size(); at += 512)
+            content[at] = static_cast<char>(~content[at]);
+        const auto time = fs::last_write_time(image);
+        replace(image, content);
+        fs::last_write_time(image, time);
+    }
+    for (const bool isIndexed : {true, false}) {
+        if (!isIndexed)
+            fs::remove(root() / "documentation-set.en_US.image");
+        beginAnew();
+        const auto sample = sampleProduct(u"alpha");
+        ReferenceCacheManager::PopulateAllCaches();
+        EXPECT_EQ(ReferenceCacheManager::GetLookupCache()->at(u"alpha").getItems(),
+                  sample.entities);
+        EXPECT_EQ(ReferenceCacheManager::GetResourceCache()->at(u"alpha")->getItems(),
+                  sample.pages);
+    }
+    EXPECT_THAT(log.texts(), Contains(HasSubstr("image is damaged in its block")));
+}
+
 TEST_F(CompiledSetTest, ResultsOutliveTheirImages) {
     auto kept = answers();
     removeImages();
