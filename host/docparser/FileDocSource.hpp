@@ -16,6 +16,9 @@
 
 namespace reference::docparser {
 
+class Listing;
+struct ListedSet;
+
 // Which documentation sets to read, and in which language.
 struct VELTRA_HOST_API DocumentationLocation {
     std::filesystem::path docRoot;
@@ -92,10 +95,6 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
     [[nodiscard]] std::vector<ListedProduct> listProducts();
 
   private:
-    using LookupResource = DocResource<property::RefItemLookup>;
-    struct ListedSet;
-    class Listing;
-    class LookupReading;
     enum class Freshness { Kept, Reread };
 
     std::shared_ptr<const ListedSet> readSet(const std::filesystem::path& root) const;

@@ -12,6 +12,8 @@ using docimage::LookupImage;
 using docimage::StoredRecord;
 
 bool TextSearch::isWanted(const LookupImage& lookup) const {
+    if (m_ext.admitsAllTypes())
+        return lookup.recordCount() > 0;
     for (std::uint32_t number = 0; number < lookup.recordCount(); ++number) {
         const StoredRecord& record = lookup.record(number);
         if (m_ext.isTypeAccepted(record.type, record.functionType))
