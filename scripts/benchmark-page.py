@@ -265,6 +265,17 @@ for size, title in SIZES.items():
                  *(on_disk(max(rivals.glob(pattern))) for pattern in ("sqlite-*.db", "xapian-*"))])
 table(["Entities", "the set", "SQLite, all indexes", "Xapian, all indexes"], rows)
 
+line("The set, for each entity:")
+line()
+rows = []
+for size, title in SIZES.items():
+    folder = Path("build/bench/sets") / size
+    entities = reports[size]["entities"]
+    rows.append([title, *(f"{sum(f.stat().st_size for f in folder.glob(pattern)) / entities:,.0f} B"
+                          for pattern in ("*.image", "*/*.lookup.image", "*/*.reference.image",
+                                          "*/*.json"))])
+table(["Entities", "index of the set", "lookup images", "reference images", "JSON"], rows)
+
 orders = read("orders")["orders"]
 line("## Ordering")
 line()
