@@ -279,9 +279,10 @@ table(["Entities", "index of the set", "lookup images", "reference images", "JSO
 orders = read("orders")["orders"]
 line("## Ordering")
 line()
-line(f"""{orders["results"]:,} results of the set of 100 thousand entities, shuffled, into the preferred order. What is moved
-are places and not results. "Ready keys" sorts rows of five numbers each, and SQLite orders a table in
-memory by the same five columns; neither includes the time to work the keys out.
+line(f"""{orders["results"]:,} results of the set of 100 thousand entities, from the order in which they are found into
+the preferred order. The library's time is what an answer takes longer in that order. "Ready keys" sorts rows
+of five numbers each, and SQLite orders a table in memory by the same five columns; neither includes the
+time to work the keys out, or to move results.
 """)
 table(["", "time"], [[name, duration(orders[name])]
                      for name in ("library", "rows of ready keys", "SQLite ORDER BY")])
