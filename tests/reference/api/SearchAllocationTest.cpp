@@ -38,19 +38,20 @@ class SearchAllocationTest : public LibraryTest {
     }
 };
 
-TEST_F(SearchAllocationTest, AnExactQueryForOneRecordAllocatesTenTimesAtMost) {
+TEST_F(SearchAllocationTest, AnExactQueryForOneRecordAllocatesWhatItHandsOut) {
     const ReferenceRequest request(u"package.of.a.function");
     const api::ReferenceDataRetriever retriever(request);
     ASSERT_EQ(retriever.getReferenceData().size(), 1U);
-    EXPECT_LE(allocationsOf([&] { return retriever.getReferenceData(); }), 4);
-    // With the copies of the request's texts that a retriever makes.
+    EXPECT_LE(allocationsOf([&] { return retriever.getReferenceData(); }), 2);
+    // With the retriever, and the text of its copy of the request.
     EXPECT_LE(
-        allocationsOf([&] { return api::ReferenceDataRetriever(request).getReferenceData(); }), 10);
+        allocationsOf([&] { return api::ReferenceDataRetriever(request).getReferenceData(); }), 4);
+    // Two nodes and three texts.
     EXPECT_LE(allocationsOf([&] {
                   return ReferenceCacheManager::GetProductsWithEntity(
                       request, ReferenceCacheManager::ReferenceSearch);
               }),
-              10);
+              5);
 }
 
 TEST_F(SearchAllocationTest, AResultAllocatesNothingOfItsOwn) {
