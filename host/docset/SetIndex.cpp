@@ -24,7 +24,6 @@ using docimage::JoinedNames;
 using docimage::LookupImage;
 using docimage::TextTable;
 using docimage::TextTableBuilder;
-using files::FileStamp;
 
 constexpr std::string_view indexBeginning = "documentation-set.";
 constexpr std::string_view indexEnding = ".image";
