@@ -54,6 +54,7 @@ std::vector<std::string> lookupFilesIn(const Manifest& manifest, const std::stri
     }
     std::ranges::sort(files);
     std::vector<std::string> names;
+    names.reserve(files.size());
     for (auto& [product, file] : files)
         names.push_back(std::move(file));
     return names;

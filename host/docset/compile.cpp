@@ -53,6 +53,7 @@ class Compilation {
         compileFile(file, &openCompiledPages, read,
                     [](const PlacedFile& place, const auto& contents) {
                         std::vector<PagesOfProduct> products;
+                        products.reserve(contents.size());
                         for (const auto& product : contents)
                             products.push_back({.header = product.header, .pages = product.pages});
                         writeCompiledPages(place.folder, place.name, products);
