@@ -27,9 +27,9 @@ boost::json::object kilobytesIn(const std::string& file,
     std::ifstream lines(file);
     std::string line;
     while (std::getline(lines, line))
-        for (const std::string name : names)
-            if (line.starts_with(name + ":"))
-                row[name] = std::stol(line.substr(name.size() + 1));
+        for (const char* const name : names)
+            if (const std::string begin = std::string(name) + ':'; line.starts_with(begin))
+                row[name] = std::stol(line.substr(begin.size()));
     if (row.size() != Count)
         throw std::runtime_error(file + " does not tell the memory.");
     return row;
