@@ -26,7 +26,7 @@ using docimage::TextTableBuilder;
 constexpr std::string_view jsonEnding = ".json";
 constexpr std::string_view imageEnding = ".image";
 
-// The sections of an image: the headers of its products, four texts each, then what it holds.
+// The sections of an image: the headers of its products, then what it holds.
 constexpr std::uint32_t headersSection = 1;  // 2 sections
 constexpr std::size_t headerTexts = 4;
 
@@ -34,20 +34,6 @@ constexpr std::size_t headerTexts = 4;
 std::uint32_t pagesSection(std::size_t product) {
     constexpr std::uint32_t sectionsOfProduct = 20;
     return 100 + static_cast<std::uint32_t>(product) * sectionsOfProduct;
-}
-
-void addHeader(const ProductHeader& header, TextTableBuilder& texts) {
-    for (const auto* text :
-         {&header.shortName, &header.displayName, &header.helpFolder, &header.version})
-        texts.add(docimage::toUnitBytes(*text));
-}
-
-ProductHeader headerAt(const TextTable& texts, std::size_t product) {
-    const auto text = [&](std::size_t at) {
-        return docimage::fromUnitBytes(texts[product * headerTexts + at]);
-    };
-    return {
-        .shortName = text(0), .displayName = text(1), .helpFolder = text(2), .version = text(3)};
 }
 
 // Whether the file still has the content that the image was made from. Where only its time differs,
@@ -122,6 +108,20 @@ void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageK
 }
 
 }  // namespace
+
+void addHeader(const ProductHeader& header, TextTableBuilder& texts) {
+    for (const auto* text :
+         {&header.shortName, &header.displayName, &header.helpFolder, &header.version})
+        texts.add(docimage::toUnitBytes(*text));
+}
+
+ProductHeader headerAt(const TextTable& texts, std::size_t product) {
+    const auto text = [&](std::size_t at) {
+        return docimage::fromUnitBytes(texts[product * headerTexts + at]);
+    };
+    return {
+        .shortName = text(0), .displayName = text(1), .helpFolder = text(2), .version = text(3)};
+}
 
 std::string imageFileName(std::string_view jsonFile) {
     if (jsonFile.ends_with(jsonEnding))

@@ -3,6 +3,7 @@
 // no public header includes it.
 #pragma once
 
+#include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -12,6 +13,7 @@
 
 #include "docimage/LookupImage.hpp"
 #include "docimage/PageImage.hpp"
+#include "docimage/TextTable.hpp"
 #include "docset/ProductDocumentation.hpp"
 #include "files/Folder.hpp"
 
@@ -26,6 +28,11 @@ struct CompiledPages {
     ProductHeader header;
     std::shared_ptr<const docimage::PageImage> pages;
 };
+
+// A product's head as four texts of an image: appends them, and reads those of the product of this
+// number. The latter throws DamagedImage.
+void addHeader(const ProductHeader& header, docimage::TextTableBuilder& texts);
+[[nodiscard]] ProductHeader headerAt(const docimage::TextTable& texts, std::size_t product);
 
 // The name of the image of a JSON file: "a.lookup.json" has "a.lookup.image".
 [[nodiscard]] std::string imageFileName(std::string_view jsonFile);

@@ -10,7 +10,6 @@
 
 #include "docimage/ImageFile.hpp"
 #include "docimage/TextTable.hpp"
-#include "docimage/unitBytes.hpp"
 #include "files/MappedFile.hpp"
 
 namespace reference::docset {
@@ -28,14 +27,13 @@ using docimage::TextTableBuilder;
 constexpr std::string_view indexBeginning = "documentation-set.";
 constexpr std::string_view indexEnding = ".image";
 
-// The sections: five texts of each product (the file, and those of its header), its stamps, and the
-// names of all.
+// The sections: of each product its lookup file, the stamps and its header; and the names of all.
 enum IndexSection : std::uint32_t {
-    IndexTexts = 1,  // 2 sections
     IndexStamps = 3,
+    IndexFiles = 4,    // 2 sections
+    IndexHeaders = 6,  // 2 sections
     IndexNames = 10,
 };
-constexpr std::size_t textsOfProduct = 5;
 
 struct StoredStamps {
     std::uint64_t jsonSize;
@@ -71,7 +69,8 @@ bool isOf(const SetIndex& index, const files::Folder& root, const std::vector<st
 std::optional<ImageWriter> indexOf(const files::Folder& root,
                                    const std::vector<std::string>& files) {
     const auto ignore = [](const std::string& /*why*/) {};
-    TextTableBuilder texts;
+    TextTableBuilder names;
+    TextTableBuilder headers;
     std::vector<StoredStamps> stamps;
     std::vector<std::shared_ptr<const LookupImage>> lookups;
     for (const auto& file : files) {
@@ -80,11 +79,8 @@ std::optional<ImageWriter> indexOf(const files::Folder& root,
         const auto compiled = openCompiledLookup(root, file, ignore);
         if (!json || !image || !compiled)
             return std::nullopt;
-        const ProductHeader& header = compiled->header;
-        texts.add(file);
-        for (const auto* text :
-             {&header.shortName, &header.displayName, &header.helpFolder, &header.version})
-            texts.add(docimage::toUnitBytes(*text));
+        names.add(file);
+        addHeader(compiled->header, headers);
         stamps.push_back({.jsonSize = json->size,
                           .jsonModified = json->modified,
                           .imageSize = image->size,
@@ -92,27 +88,23 @@ std::optional<ImageWriter> indexOf(const files::Folder& root,
         lookups.push_back(compiled->records);
     }
     std::optional<ImageWriter> writer(std::in_place);
-    texts.writeTo(*writer, IndexTexts);
     writer->addArray(IndexStamps, stamps);
+    names.writeTo(*writer, IndexFiles);
+    headers.writeTo(*writer, IndexHeaders);
     JoinedNames::write(lookups, *writer, IndexNames);
     return writer;
 }
 
 SetIndex readIndex(const std::shared_ptr<const Image>& image) {
     SetIndex index;
-    const TextTable texts(*image, IndexTexts);
     const docimage::ImageArray<StoredStamps> stamps(*image, IndexStamps);
+    const TextTable names(*image, IndexFiles);
+    const TextTable headers(*image, IndexHeaders);
     for (std::size_t product = 0; product < stamps.size(); ++product) {
-        const auto text = [&](std::size_t at) {
-            return docimage::fromUnitBytes(texts[product * textsOfProduct + at]);
-        };
         const StoredStamps& stored = stamps[product];
         index.products.push_back(
-            {.file = std::string(texts[product * textsOfProduct]),
-             .header = {.shortName = text(1),
-                        .displayName = text(2),
-                        .helpFolder = text(3),
-                        .version = text(4)},
+            {.file = std::string(names[product]),
+             .header = headerAt(headers, product),
              .json = {.size = stored.jsonSize, .modified = stored.jsonModified},
              .image = {.size = stored.imageSize, .modified = stored.imageModified}});
     }

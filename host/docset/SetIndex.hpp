@@ -50,8 +50,8 @@ struct SetIndex {
 [[nodiscard]] bool isUnchanged(const files::Folder& root, const IndexedLookup& lookup);
 
 // Writes the index for each of the set's locales, unless it is of the files already. Where a
-// product has no image, and where an index cannot be written, there is none afterwards: nobody
-// needs one in order to read the set.
+// product has no image there is none afterwards, and where one cannot be written, at most one that
+// its readers see not to be of the files: nobody needs one in order to read the set.
 void writeSetIndexes(const files::Folder& root, const Manifest& manifest);
 
 }  // namespace reference::docset
