@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <string>
 #include <utility>
@@ -27,6 +26,7 @@
 #include "support/LibraryTest.hpp"
 #include "support/Print.hpp"
 #include "support/TempFolder.hpp"
+#include "support/WholeFiles.hpp"
 
 namespace reference::tests {
 namespace {
@@ -138,16 +138,6 @@ class CompiledSetTest : public LibraryTest {
             fs::remove(image);
     }
 
-    static std::string contentOf(const fs::path& file) {
-        std::ifstream in(file, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    // As a new file, as a writer does: the old one may be mapped.
-    static void replace(const fs::path& file, const std::string& content) {
-        fs::remove(file);
-        std::ofstream(file, std::ios::binary) << content;
-    }
-
     std::vector<ReferenceData> expected;
 
   private:
@@ -197,7 +187,7 @@ TEST_F(CompiledSetTest, AFaultyFileIsReportedAndGetsNoImage) {
     const auto file = filesEndingWith(".lookup.json").front();
     std::string content = contentOf(file);
     content.replace(content.find("\"method\""), 8, "\"methud\"");
-    replace(file, content);
+    replaceFile(file, content);
     const auto report = docset::compile(root());
     EXPECT_EQ(report.written, 3U);
     ASSERT_THAT(report.faults, SizeIs(1));
@@ -210,7 +200,7 @@ TEST_F(CompiledSetTest, AnImageOfAnotherContentIsPassedOver) {
     const auto file = filesEndingWith(".lookup.json").front();
     std::string content = contentOf(file);
     content.replace(content.find("Draws a shape"), 13, "Draws a Shape");
-    replace(file, content);
+    replaceFile(file, content);
     EXPECT_FALSE(areRecordsCompiled());
     EXPECT_THAT(log.texts(), Contains(HasSubstr("passed over: ")));
     EXPECT_THAT(log.texts(), Contains(HasSubstr("not of the JSON file as it is now")));
@@ -234,13 +224,13 @@ TEST_F(CompiledSetTest, AnImageThatIsNotWholeIsPassedOver) {
              {std::size_t{0}, std::size_t{1}, std::size_t{79}, std::size_t{80}, std::size_t{200},
               std::size_t{4096}, content.size() / 2, content.size() - 1}) {
             const LogCapture log("docparser=8");
-            replace(image, content.substr(0, size));
+            replaceFile(image, content.substr(0, size));
             expectSameAnswers(image.string() + " of " + std::to_string(size) + " bytes");
             EXPECT_THAT(log.texts(), Contains(HasSubstr("passed over: " + image.string()))) << size;
         }
-        replace(image, content + "and more");
+        replaceFile(image, content + "and more");
         expectSameAnswers(image.string() + " with more at its end");
-        replace(image, content);
+        replaceFile(image, content);
     }
 }
 
@@ -259,11 +249,11 @@ TEST_F(CompiledSetTest, AnImageThatIsDamagedAnywhereIsPassedOver) {
                 const std::size_t at =
                     generator.chance(30) ? generator.below(400) : generator.below(content.size());
                 damaged[at] = static_cast<char>(damaged[at] ^ (1 << generator.below(8)));
-                replace(file, damaged);
+                replaceFile(file, damaged);
                 expectSameAnswers(file.string() + " damaged at " + std::to_string(at));
                 noticed += log.texts().empty() ? 0 : 1;
             }
-            replace(file, content);
+            replaceFile(file, content);
         }
     }
     // What is not looked at, such as the room between two sections, may be damaged unnoticed.
@@ -272,14 +262,8 @@ TEST_F(CompiledSetTest, AnImageThatIsDamagedAnywhereIsPassedOver) {
 
 TEST_F(CompiledSetTest, MapsOfDamagedImagesAreThoseOfTheFiles) {
     const LogCapture log("docparser=8");
-    for (const auto& image : filesEndingWith(".image")) {
-        std::string content = contentOf(image);
-        for (std::size_t at = 4096; at < content.size(); at += 512)
-            content[at] = static_cast<char>(~content[at]);
-        const auto time = fs::last_write_time(image);
-        replace(image, content);
-        fs::last_write_time(image, time);
-    }
+    for (const auto& image : filesEndingWith(".image"))
+        damageFrom(4096, image);
     for (const bool isIndexed : {true, false}) {
         if (!isIndexed)
             fs::remove(root() / "documentation-set.en_US.image");

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <memory>
 #include <string>
@@ -20,6 +19,7 @@
 #include "support/Generator.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/TempFolder.hpp"
+#include "support/WholeFiles.hpp"
 
 namespace reference::tests {
 namespace {
@@ -111,22 +111,6 @@ class SetIndexTest : public LibraryTest {
                 publish(generator.publishableProduct(shortName), locale);
     }
 
-    static std::string contentOf(const fs::path& path) {
-        std::ifstream in(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(in), {}};
-    }
-    // As a new file, as a writer does: the old one may be mapped.
-    static void replace(const fs::path& path, const std::string& content) {
-        fs::remove(path);
-        std::ofstream(path, std::ios::binary) << content;
-    }
-    // So that nothing but the content tells.
-    static void replaceUnseen(const fs::path& path, const std::string& content) {
-        const auto time = fs::last_write_time(path);
-        replace(path, content);
-        fs::last_write_time(path, time);
-    }
-
   private:
     TempFolder m_folder;
     DocumentationLocation m_location;
@@ -149,8 +133,8 @@ TEST_F(SetIndexTest, ChangesNoAnswerOfSetsAtRandom) {
             fs::remove(index());
             fs::remove(index("ja_JP"));
             ASSERT_EQ(with, answers(round)) << round << " in \"" << language << '"';
-            replace(index(), english);
-            replace(index("ja_JP"), japanese);
+            replaceFile(index(), english);
+            replaceFile(index("ja_JP"), japanese);
             for (const auto& matches : with)
                 found += matches.size();
         }
@@ -194,7 +178,7 @@ TEST_F(SetIndexTest, KnowsWhichFilesItIsOf) {
     const auto json = file("a-1.lookup.json");
     std::string content = contentOf(json);
     content.replace(content.find("\"fit\""), 5, "\"fat\"");
-    replace(json, content);
+    replaceFile(json, content);
     beginAnew();
     EXPECT_THAT(productsWith(u"fat"), ElementsAre(u"a"));
     EXPECT_THAT(productsWith(u"fit"), IsEmpty());
@@ -203,7 +187,7 @@ TEST_F(SetIndexTest, KnowsWhichFilesItIsOf) {
     const std::string before = contentOf(index());
     static_cast<void>(docset::compile(root()));
     EXPECT_NE(contentOf(index()), before);
-    replace(index(), before);
+    replaceFile(index(), before);
     beginAnew();
     EXPECT_THAT(productsWith(u"fat"), ElementsAre(u"a"));
     EXPECT_THAT(productsWith(u"fit"), IsEmpty());
@@ -213,7 +197,7 @@ TEST_F(SetIndexTest, OfASetWithAnotherProductIsNotUsed) {
     publish(productOf(u"a", {u"fit"}));
     const std::string before = contentOf(index());
     publish(productOf(u"b", {u"draw"}));
-    replace(index(), before);
+    replaceFile(index(), before);
     beginAnew();
     EXPECT_THAT(productsWith(u"draw"), ElementsAre(u"b"));
     EXPECT_THAT(productsWith(u"fit"), ElementsAre(u"a"));
@@ -223,7 +207,7 @@ TEST_F(SetIndexTest, OfASetWithMoreProductsIsNotUsed) {
     publish(productOf(u"b", {u"fit", u"draw"}));
     const std::string before = contentOf(manifest());
     publish(productOf(u"a", {u"fit", u"plot"}));
-    replace(manifest(), before);
+    replaceFile(manifest(), before);
     beginAnew();
     EXPECT_THAT(productsWith(u"fit"), ElementsAre(u"b"));
     EXPECT_THAT(productsWith(u"draw"), ElementsAre(u"b"));
@@ -234,7 +218,7 @@ TEST_F(SetIndexTest, OfAnotherEditionIsNotUsed) {
     publish(productOf(u"a", {u"fit"}));
     const std::string before = contentOf(manifest());
     publish(productOf(u"a", {u"plot"}));
-    replace(manifest(), before);
+    replaceFile(manifest(), before);
     beginAnew();
     EXPECT_THAT(productsWith(u"fit"), ElementsAre(u"a"));
     EXPECT_THAT(productsWith(u"plot"), IsEmpty());
@@ -246,7 +230,7 @@ TEST_F(SetIndexTest, HoldsWhatIsInstalledAlone) {
     std::string content = contentOf(manifest());
     const auto product = content.find("\"b\"");
     content.replace(content.find("true", product), 4, "false");
-    replace(manifest(), content);
+    replaceFile(manifest(), content);
     static_cast<void>(docset::compile(root()));
     beginAnew();
     ReferenceCacheManager::PopulateLookupCache();
@@ -315,15 +299,15 @@ TEST_F(SetIndexTest, WhateverIsDamagedTheAnswersAreTheSame) {
             const std::size_t at =
                 generator.chance(30) ? generator.below(400) : generator.below(content.size());
             damaged[at] = static_cast<char>(damaged[at] ^ (1 << generator.below(8)));
-            replaceUnseen(path, damaged);
+            replaceFileUnseen(path, damaged);
             ASSERT_EQ(answers(1), expected) << path << " damaged at " << at;
             noticed += log.texts().empty() ? 0 : 1;
         }
         for (const std::size_t size : {std::size_t{0}, std::size_t{100}, content.size() - 1}) {
-            replaceUnseen(path, content.substr(0, size));
+            replaceFileUnseen(path, content.substr(0, size));
             ASSERT_EQ(answers(1), expected) << path << " of " << size << " bytes";
         }
-        replaceUnseen(path, content);
+        replaceFileUnseen(path, content);
     }
     EXPECT_GT(noticed, 40);
 }

@@ -1,7 +1,5 @@
 // The tool over a documentation set whose images are damaged says what it says over a sound one.
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
@@ -11,6 +9,7 @@
 #include "docset/publish.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/TempFolder.hpp"
+#include "support/WholeFiles.hpp"
 
 namespace reference::tests {
 namespace {
@@ -20,21 +19,11 @@ using property::RefEntityType;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-// Everything but the headers and the first blocks, which are looked at when an image is opened;
-// with the files' times as they were.
+// Everything but the headers and the first blocks, which are looked at when an image is opened.
 void damageImages(const fs::path& root) {
-    for (const auto& entry : fs::recursive_directory_iterator(root)) {
-        if (entry.path().extension() != ".image")
-            continue;
-        const auto time = fs::last_write_time(entry.path());
-        std::ifstream in(entry.path(), std::ios::binary);
-        std::string content{std::istreambuf_iterator<char>(in), {}};
-        for (std::size_t at = 8192; at < content.size(); at += 512)
-            content[at] = static_cast<char>(~content[at]);
-        fs::remove(entry.path());
-        std::ofstream(entry.path(), std::ios::binary) << content;
-        fs::last_write_time(entry.path(), time);
-    }
+    for (const auto& entry : fs::recursive_directory_iterator(root))
+        if (entry.path().extension() == ".image")
+            damageFrom(8192, entry.path());
 }
 
 TEST(DamagedImagesTest, EveryCommandAnswersFromTheFiles) {
