@@ -71,7 +71,7 @@ void LexiconBuilder::addWord(std::string_view word, std::uint32_t text) {
     texts.last = text;
 }
 
-void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection) {
+void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection, Trigrams kept) {
     std::vector<std::pair<std::string_view, std::string_view>> sorted;
     sorted.reserve(m_words.size());
     for (const auto& [word, texts] : m_words)
@@ -85,6 +85,8 @@ void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection) {
     for (const auto& [word, deltas] : sorted) {
         const std::uint64_t number = words.add(word);
         texts.add(deltas);
+        if (kept == Trigrams::None)
+            continue;
         for (std::size_t at = 0; at + trigramLength <= word.size(); ++at)
             trigrams.push_back(std::uint64_t{trigramAt(word, at)} << 32U | number);
     }

@@ -72,6 +72,9 @@ class VELTRA_HOST_API Lexicon {
     ImageArray<std::uint32_t> m_wellFormed;  // one number, 0 or 1
 };
 
+// Whether words can be found by letters from their middle; it takes a third of a lexicon.
+enum class Trigrams { All, None };
+
 class VELTRA_HOST_API LexiconBuilder {
   public:
     // The words of a text. Numbers never descend; several texts may have one number.
@@ -80,8 +83,9 @@ class VELTRA_HOST_API LexiconBuilder {
     // One word of a text.
     void addWord(std::string_view word, std::uint32_t text);
 
-    // Consumes the builder.
-    void writeTo(ImageWriter& writer, std::uint32_t firstSection);
+    // Consumes the builder. Without trigrams, forEachWordWith() finds nothing by three letters or
+    // more that need not stand at a word's beginning.
+    void writeTo(ImageWriter& writer, std::uint32_t firstSection, Trigrams kept = Trigrams::All);
 
   private:
     struct Texts {

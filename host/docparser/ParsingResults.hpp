@@ -5,6 +5,7 @@
 #include <string>
 
 #include "docimage/JoinedNames.hpp"
+#include "docimage/QuestionIndex.hpp"
 #include "docparser/DocResource.hpp"
 #include "property/RefItemLookup.hpp"
 
@@ -13,12 +14,18 @@ namespace reference::docparser {
 // Lookup resources by product short name.
 using LookupResources = std::map<std::u16string, DocResource<property::RefItemLookup>>;
 
+// What finds the names of all installed products, in the order of the products. Null members: the
+// source has no such index, and one is made when it is needed.
+struct InstalledIndex {
+    std::shared_ptr<const docimage::JoinedNames> names;
+    std::shared_ptr<const docimage::QuestionIndex> questions;
+};
+
 // What the lookup files of all known products hold.
 struct ParsingResults {
     LookupResources installed;
     LookupResources uninstalled;
-    // The names of all installed products, in their order; null where the source has no such index.
-    std::shared_ptr<const docimage::JoinedNames> installedNames = nullptr;
+    InstalledIndex installedIndex = {};
 };
 
 }  // namespace reference::docparser

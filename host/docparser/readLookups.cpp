@@ -110,7 +110,7 @@ class LookupReading {
         }
         // The index is of all that is installed, or of no use for a search.
         if (m_index && m_taken == m_index->products.size() && m_taken == results.installed.size())
-            results.installedNames = m_index->names;
+            results.installedIndex = {.names = m_index->names, .questions = m_index->questions};
         return results;
     }
 

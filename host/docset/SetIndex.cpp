@@ -21,6 +21,7 @@ using docimage::ImageKind;
 using docimage::ImageWriter;
 using docimage::JoinedNames;
 using docimage::LookupImage;
+using docimage::QuestionIndex;
 using docimage::TextTable;
 using docimage::TextTableBuilder;
 
@@ -33,6 +34,7 @@ enum IndexSection : std::uint32_t {
     IndexFiles = 4,    // 2 sections
     IndexHeaders = 6,  // 2 sections
     IndexNames = 10,
+    IndexQuestions = 50,
 };
 
 struct StoredStamps {
@@ -92,6 +94,10 @@ std::optional<ImageWriter> indexOf(const files::Folder& root,
     names.writeTo(*writer, IndexFiles);
     headers.writeTo(*writer, IndexHeaders);
     JoinedNames::write(lookups, *writer, IndexNames);
+    std::vector<const LookupImage*> products;
+    for (const auto& lookup : lookups)
+        products.push_back(lookup.get());
+    QuestionIndex::write(products, *writer, IndexQuestions);
     return writer;
 }
 
@@ -111,6 +117,10 @@ SetIndex readIndex(const std::shared_ptr<const Image>& image) {
     index.names = std::make_shared<const JoinedNames>(image, IndexNames);
     if (index.names->firstKeys().size() != index.products.size())
         throw DamagedImage("An index has the names of other products than it lists.");
+    index.questions = std::make_shared<const QuestionIndex>(image, IndexQuestions);
+    if (!std::ranges::equal(index.names->firstKeys(),
+                            std::span(index.questions->firstKeys()).first(index.products.size())))
+        throw DamagedImage("An index numbers the names of its products in two ways.");
     return index;
 }
 

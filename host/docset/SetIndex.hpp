@@ -1,7 +1,7 @@
 // The index of a documentation set: what the lookup files of its products say of themselves, and
-// the names of all products as one table, in an image of its own. With it, a name is found in
-// hundreds of products without a look at the files of those that do not have it. Internal: no
-// public header includes it.
+// the names of all products as one table and by their parts, in an image of its own. With it, a
+// name is found in hundreds of products without a look at the files of those that do not have it.
+// Internal: no public header includes it.
 #pragma once
 
 #include <memory>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "docimage/JoinedNames.hpp"
+#include "docimage/QuestionIndex.hpp"
 #include "docset/CompiledFiles.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductDocumentation.hpp"
@@ -31,6 +32,7 @@ struct SetIndex {
     // Installed products, in the order of their short names.
     std::vector<IndexedLookup> products;
     std::shared_ptr<const docimage::JoinedNames> names;
+    std::shared_ptr<const docimage::QuestionIndex> questions;
 };
 
 // The name of the index for products that are read in `language`, empty for each product's first

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "docimage/JoinedNames.hpp"
 #include "reference/search/NumberSet.hpp"
 
 namespace reference::search {
@@ -11,15 +12,15 @@ using docimage::LookupImage;
 using docimage::NameKind;
 using docimage::NameTable;
 
-LookupIndex::LookupIndex(const LookupResources& resources,
-                         const std::shared_ptr<const JoinedNames>& names)
-    : m_sources(resources.size()) {
+LookupIndex::LookupIndex(const LookupResources& resources, const docparser::InstalledIndex& known)
+    : m_sources(resources.size()), m_questions(known.questions) {
+    m_openedQuestions.store(m_questions.get(), std::memory_order_relaxed);
     m_products.reserve(resources.size());
     for (const auto& [name, resource] : resources) {
         m_sources[m_products.size()].resource = resource;
         m_products.push_back({.name = name, .header = resource.getHeaderInfo()});
     }
-    if (names) {
+    if (const auto& names = known.names) {
         m_firstKeys = names->firstKeys();
         m_firstHrefs = names->firstHrefs();
         for (std::uint32_t kind = 0; kind < docimage::nameKinds; ++kind)
@@ -126,15 +127,34 @@ const LookupIndex::JoinedTable* LookupIndex::joinedTable(NameKind kind) const {
 }
 
 std::unique_ptr<const LookupIndex::JoinedTable> LookupIndex::join(NameKind kind) const {
-    std::vector<const LookupImage*> lookups;
-    for (std::uint32_t product = 0; product < m_products.size(); ++product)
-        lookups.push_back(&lookup(product));
     docimage::ImageWriter writer;
     constexpr std::uint32_t firstSection = 0;
-    NameTable::write(JoinedNames::join(lookups, kind, firstNumbers(kind)), writer, firstSection);
+    NameTable::write(JoinedNames::join(allLookups(), kind, firstNumbers(kind)), writer,
+                     firstSection);
     const auto image = writer.finish();
     return std::make_unique<const JoinedTable>(
         JoinedTable{.owner = image, .names = NameTable(*image, firstSection)});
+}
+
+std::vector<const LookupImage*> LookupIndex::allLookups() const {
+    std::vector<const LookupImage*> lookups;
+    lookups.reserve(m_products.size());
+    for (std::uint32_t product = 0; product < m_products.size(); ++product)
+        lookups.push_back(&lookup(product));
+    return lookups;
+}
+
+// Called again after it threw.
+const docimage::QuestionIndex& LookupIndex::makeQuestions() const {
+    std::call_once(m_questionsMade, [this] {
+        docimage::ImageWriter writer;
+        constexpr std::uint32_t firstSection = 0;
+        docimage::QuestionIndex::write(allLookups(), writer, firstSection);
+        m_questions =
+            std::make_shared<const docimage::QuestionIndex>(writer.finish(), firstSection);
+        m_openedQuestions.store(m_questions.get(), std::memory_order_release);
+    });
+    return *m_questions;
 }
 
 }  // namespace reference::search

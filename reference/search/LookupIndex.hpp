@@ -16,9 +16,11 @@
 
 #include <boost/container/small_vector.hpp>
 
-#include "docimage/JoinedNames.hpp"
 #include "docimage/LookupImage.hpp"
+#include "docimage/NameTable.hpp"
+#include "docimage/QuestionIndex.hpp"
 #include "docparser/DocResource.hpp"
+#include "docparser/ParsingResults.hpp"
 #include "property/HeaderInfo.hpp"
 #include "property/RefItemLookup.hpp"
 #include "reference/search/JoinedLexicon.hpp"
@@ -58,9 +60,8 @@ class LookupIndex {
     // Mostly a few.
     using Proposals = boost::container::small_vector<Proposal, 16>;
 
-    // `names`: those of exactly these resources; null where they are not known.
-    LookupIndex(const LookupResources& resources,
-                const std::shared_ptr<const docimage::JoinedNames>& names);
+    // `known`: what is known of exactly these resources.
+    LookupIndex(const LookupResources& resources, const docparser::InstalledIndex& known);
     LookupIndex(const LookupIndex&) = delete;  // shared by pointer
     LookupIndex& operator=(const LookupIndex&) = delete;
     ~LookupIndex();
@@ -85,6 +86,13 @@ class LookupIndex {
 
     // Appends what all products have under the hash, in their order.
     void proposeOfAll(docimage::NameKind kind, std::uint32_t hash, Proposals& proposals) const;
+
+    // What loosely put questions are answered from; made when it is first asked for, unless it is
+    // known. Throws std::length_error where there are more than 2^32 names.
+    [[nodiscard]] const docimage::QuestionIndex& questions() const {
+        const auto* const known = m_openedQuestions.load(std::memory_order_acquire);
+        return known != nullptr ? *known : makeQuestions();
+    }
 
     // The words of names and purposes that have the parts of a text, by product.
     [[nodiscard]] std::vector<JoinedLexicon::Found> wordsOfAll(const TextQuery& query) const;
@@ -118,6 +126,8 @@ class LookupIndex {
     static const docimage::LookupImage& open(Source& source);
     [[nodiscard]] const JoinedTable* joinedTable(docimage::NameKind kind) const;
     [[nodiscard]] std::unique_ptr<const JoinedTable> join(docimage::NameKind kind) const;
+    [[nodiscard]] std::vector<const docimage::LookupImage*> allLookups() const;
+    const docimage::QuestionIndex& makeQuestions() const;
 
     std::vector<Product> m_products;
     mutable std::vector<Source> m_sources;
@@ -127,6 +137,9 @@ class LookupIndex {
     bool m_isJoinable = false;
     mutable std::array<Kind, docimage::nameKinds> m_kinds;
     JoinedLexicon m_joinedWords;
+    mutable std::once_flag m_questionsMade;
+    mutable std::shared_ptr<const docimage::QuestionIndex> m_questions;
+    mutable std::atomic<const docimage::QuestionIndex*> m_openedQuestions{nullptr};
 };
 
 }  // namespace reference::search

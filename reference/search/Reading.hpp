@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "docparser/ParsingResults.hpp"
 #include "reference/search/AtomicShared.hpp"
 #include "reference/search/JoinedLexicon.hpp"
 #include "reference/search/LookupIndex.hpp"
@@ -47,11 +48,10 @@ class ReadingPages {
 // was read for this reading alone. Shared; immutable but for what is made on first use.
 class Reading {
   public:
-    // `names`: those of exactly these resources; null where they are not known.
-    Reading(std::shared_ptr<const LookupResources> installed,
-            std::shared_ptr<const docimage::JoinedNames> names)
+    // `known`: what is known of exactly these resources.
+    Reading(std::shared_ptr<const LookupResources> installed, docparser::InstalledIndex known)
         : m_installed(std::move(installed)),
-          m_names(std::move(names)),
+          m_known(std::move(known)),
           m_pages(std::make_shared<ReadingPages>(m_installed->size())) {}
 
     [[nodiscard]] const LookupResources& installed() const noexcept { return *m_installed; }
@@ -81,7 +81,7 @@ class Reading {
     const LookupIndex& makeIndex() const;
 
     const std::shared_ptr<const LookupResources> m_installed;
-    const std::shared_ptr<const docimage::JoinedNames> m_names;
+    const docparser::InstalledIndex m_known;
     mutable std::once_flag m_indexMade;
     mutable std::unique_ptr<const LookupIndex> m_index;
     mutable std::atomic<const LookupIndex*> m_madeIndex{nullptr};

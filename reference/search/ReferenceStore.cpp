@@ -38,7 +38,7 @@ std::shared_ptr<const LookupCaches> ReferenceStore::loadLookupCaches(Mutex& mute
     auto read = std::make_shared<const LookupCaches>(LookupCaches{
         .reading = std::make_shared<Reading>(
             std::make_shared<const LookupResources>(std::move(results.installed)),
-            std::move(results.installedNames)),
+            std::move(results.installedIndex)),
         .uninstalled = std::make_shared<const LookupResources>(std::move(results.uninstalled))});
     m_lookupCaches.storeInPlaceOf(found, read);
     return read;

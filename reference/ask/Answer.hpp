@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include "reference/api/ReferenceData.hpp"
+#include "reference/ask/Rung.hpp"
+
+namespace reference::ask {
+
+struct Hit {
+    // The documented name by which the entry was found: "scipy.stats.gaussian_kde".
+    std::u16string name;
+    api::ReferenceData data;
+    Rung rung = Rung::Name;
+    // What had to be changed in the question: "spelling: gaussian_kde"; often empty.
+    std::u16string change;
+};
+
+// What a question found. A plain value, independent of the library's caches.
+struct Answer {
+    // In order: no more than were asked for.
+    std::vector<Hit> hits;
+    // How many there are altogether.
+    std::size_t total = 0;
+    // How many more there would be without the filters of the question.
+    std::size_t filteredAway = 0;
+    // What else the user should know: sentences without a full stop.
+    std::vector<std::u16string> remarks;
+};
+
+}  // namespace reference::ask

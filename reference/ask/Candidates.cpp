@@ -1,0 +1,177 @@
+#include "reference/ask/Candidates.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "docimage/Stemmer.hpp"
+#include "docimage/nameParts.hpp"
+#include "fl/i18n/utf.hpp"
+#include "reference/ask/QuestionError.hpp"
+
+namespace reference::ask {
+
+using docimage::KeyFacts;
+using docimage::Lexicon;
+using docimage::QuestionIndex;
+
+namespace {
+
+// Calls `visit` for each key that has the word.
+template <typename Visit>
+void forEachKeyWith(const Lexicon& lexicon, std::string_view word, Visit visit) {
+    if (word.empty())
+        return;
+    lexicon.forEachWordWith({.letters = word, .isStart = true, .isEnd = true},
+                            [&](std::uint32_t number) { lexicon.forEachTextWith(number, visit); });
+}
+
+std::string productNames(const search::LookupIndex& index) {
+    constexpr std::size_t mostNames = 20;
+    std::string names;
+    for (const auto& product : index.products()) {
+        if (&product - index.products().data() == static_cast<std::ptrdiff_t>(mostNames))
+            return names + ", …";
+        names += (names.empty() ? "" : ", ") + fl::i18n::toUtf8(product.name);
+    }
+    return names;
+}
+
+}  // namespace
+
+KeyFilter::KeyFilter(const search::LookupIndex& index, const Question& question)
+    : m_index(index), m_questions(index.questions()), m_question(question) {
+    for (const auto type : question.types()) {
+        m_types |= docimage::typeBit(type);
+        m_hasOtherTypes = m_hasOtherTypes || docimage::typeBit(type) == KeyFacts::otherTypes;
+    }
+    for (const WantedProduct& wanted : question.products()) {
+        const auto product = index.find(wanted.name);
+        if (!product)
+            throw QuestionError("No product \"" + fl::i18n::toUtf8(wanted.name) +
+                                    "\" is installed; there is: " + productNames(index) + ".",
+                                wanted.position, wanted.length);
+        m_products.resize(index.products().size());
+        m_products[*product] = true;
+    }
+    if (question.excluded().empty())
+        return;
+    m_excluded.resize(m_questions.keyCount());
+    const auto exclude = [this](std::uint32_t key) { m_excluded.at(key) = true; };
+    docimage::Stemmer stemmer;
+    for (const auto& word : question.excluded()) {
+        const std::string form = docimage::joinedParts(word);
+        forEachKeyWith(m_questions.lastParts(), form, exclude);
+        forEachKeyWith(m_questions.outerParts(), form, exclude);
+        forEachKeyWith(m_questions.purposes(), stemmer.stem(form), exclude);
+    }
+}
+
+bool KeyFilter::admits(std::uint32_t key) const {
+    if (!m_excluded.empty() && m_excluded[key])
+        return false;
+    if (!m_products.empty()) {
+        const auto& first = m_questions.firstKeys();
+        const auto product = std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1;
+        if (!m_products[static_cast<std::size_t>(product)])
+            return false;
+    }
+    return m_types == 0 || ((m_questions.facts(key).types & m_types) != 0 && hasWantedType(key));
+}
+
+// Types above 30 share a bit, so that the records have to be looked at.
+bool KeyFilter::hasWantedType(std::uint32_t key) const {
+    if (!m_hasOtherTypes || (m_questions.facts(key).types & m_types) != KeyFacts::otherTypes)
+        return true;
+    const auto& first = m_questions.firstKeys();
+    const auto product = static_cast<std::uint32_t>(
+        std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1);
+    const auto& lookup = m_index.lookup(product);
+    const auto [begin, end] = lookup.recordsOfKey(key - first[product]);
+    for (std::uint32_t record = begin; record < end; ++record)
+        if (std::ranges::find(m_question.types(), lookup.record(record).type) !=
+            m_question.types().end())
+            return true;
+    return false;
+}
+
+Candidates::Candidates(const search::LookupIndex& index, const KeyFilter& filter,
+                       std::vector<std::uint32_t> products)
+    : m_index(index),
+      m_questions(index.questions()),
+      m_filter(filter),
+      m_productRanks(std::move(products)),
+      m_seen(m_questions.keyCount()) {}
+
+bool Candidates::add(const Candidate& candidate) {
+    if (m_seen.at(candidate.key))
+        return false;
+    m_seen[candidate.key] = true;
+    const std::size_t entries = m_questions.facts(candidate.key).entries;
+    if (!m_filter.admits(candidate.key)) {
+        m_filteredAway += entries;
+        return false;
+    }
+    m_entries += entries;
+    m_candidates.push_back(candidate);
+    return true;
+}
+
+std::uint32_t Candidates::addChange(std::u16string change) {
+    m_changes.push_back(std::move(change));
+    return static_cast<std::uint32_t>(m_changes.size() - 1);
+}
+
+std::uint32_t Candidates::productOf(std::uint32_t key) const {
+    const auto& first = m_questions.firstKeys();
+    return static_cast<std::uint32_t>(std::upper_bound(first.begin(), first.end(), key) -
+                                      first.begin() - 1);
+}
+
+std::uint32_t Candidates::numberInProduct(std::uint32_t key) const {
+    return key - m_questions.firstKeys()[productOf(key)];
+}
+
+std::string_view Candidates::textOf(std::uint32_t key) const {
+    const std::uint32_t product = productOf(key);
+    return m_index.lookup(product).key(key - m_questions.firstKeys()[product]);
+}
+
+// 1. The call of pasted code, then the rung.
+// 2. How near the name is to the question within the rung.
+// 3. The case that was typed.
+// 4. The product: named in the question, preferred by the user, preferred by the library.
+// 5. The kind of entity, in the library's preferred order.
+// 6. Fewer components, then a shorter name.
+// 7. The number of the name: products in the order of their names, names in the order of their
+//    texts. So the order is total, and what other products hold does not change it.
+Candidates::Order Candidates::orderOf(std::uint32_t number) const {
+    const Candidate& candidate = m_candidates[number];
+    const KeyFacts& facts = m_questions.facts(candidate.key);
+    const std::uint64_t distance = std::min<std::uint32_t>(candidate.distance, (1U << 19U) - 1);
+    const std::uint64_t call = std::min<std::uint8_t>(candidate.call, 15);
+    const std::uint64_t product = m_productRanks[productOf(candidate.key)];
+    return {.byQuestion = call << 60U | static_cast<std::uint64_t>(candidate.rung) << 56U |
+                          distance << 33U | std::uint64_t{candidate.isOtherCase} << 32U | product,
+            .byDocumentation = std::uint64_t{facts.kind} << 48U |
+                               std::uint64_t{facts.depth} << 40U |
+                               std::uint64_t{facts.length} << 32U | candidate.key,
+            .candidate = number};
+}
+
+std::span<const Candidate> Candidates::first(std::size_t count) {
+    std::vector<Order> order;
+    order.reserve(m_candidates.size());
+    for (std::uint32_t number = 0; number < m_candidates.size(); ++number)
+        order.push_back(orderOf(number));
+    count = std::min(count, order.size());
+    std::ranges::partial_sort(
+        order, order.begin() + static_cast<std::ptrdiff_t>(count), {},
+        [](const Order& one) { return std::pair(one.byQuestion, one.byDocumentation); });
+    m_ordered.clear();
+    m_ordered.reserve(count);
+    for (std::size_t at = 0; at < count; ++at)
+        m_ordered.push_back(m_candidates[order[at].candidate]);
+    return m_ordered;
+}
+
+}  // namespace reference::ask

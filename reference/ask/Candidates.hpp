@@ -1,0 +1,103 @@
+// The names that a question has found so far. Internal: no public header includes it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "docimage/QuestionIndex.hpp"
+#include "reference/ask/Question.hpp"
+#include "reference/ask/Rung.hpp"
+#include "reference/search/LookupIndex.hpp"
+
+namespace reference::ask {
+
+// A name, by its number among all, and how it was found.
+struct Candidate {
+    std::uint32_t key = 0;
+    // Which of the names that code calls, the likeliest first.
+    std::uint8_t call = 0;
+    Rung rung = Rung::Name;
+    bool isOtherCase = false;
+    // Within the rung: what is nearer to the question has a smaller number.
+    std::uint32_t distance = 0;
+    // The number of the change, see Candidates::addChange().
+    std::uint32_t change = 0;
+};
+
+// Which names may be in the answer, by the filters of the question. One thread.
+class KeyFilter {
+  public:
+    // Throws QuestionError for a product that is not installed.
+    KeyFilter(const search::LookupIndex& index, const Question& question);
+
+    [[nodiscard]] bool admits(std::uint32_t key) const;
+
+  private:
+    [[nodiscard]] bool hasWantedType(std::uint32_t key) const;
+
+    const search::LookupIndex& m_index;
+    const docimage::QuestionIndex& m_questions;
+    const Question& m_question;
+    std::uint32_t m_types = 0;
+    bool m_hasOtherTypes = false;
+    std::vector<bool> m_products;  // empty: any
+    std::vector<bool> m_excluded;  // by key; empty: none
+};
+
+// Collects names, each once: the rung that finds a name first keeps it. One thread.
+class Candidates {
+  public:
+    // `products`: a rank for each product, smaller for what goes first. All must outlive the
+    // object.
+    Candidates(const search::LookupIndex& index, const KeyFilter& filter,
+               std::vector<std::uint32_t> products);
+
+    // Returns whether the name is new and admitted.
+    bool add(const Candidate& candidate);
+    [[nodiscard]] bool has(std::uint32_t key) const { return m_seen[key]; }
+
+    // A number for a change in the question, for the candidates that it led to.
+    [[nodiscard]] std::uint32_t addChange(std::u16string change);
+    [[nodiscard]] const std::u16string& change(std::uint32_t number) const {
+        return m_changes[number];
+    }
+
+    // Names admitted, and their entries; entries that the filter has turned away.
+    [[nodiscard]] std::size_t size() const noexcept { return m_candidates.size(); }
+    [[nodiscard]] std::size_t entries() const noexcept { return m_entries; }
+    [[nodiscard]] std::size_t filteredAway() const noexcept { return m_filteredAway; }
+
+    // The first `count` names in their order. Nothing may be added afterwards.
+    [[nodiscard]] std::span<const Candidate> first(std::size_t count);
+
+    // The product of a name, and its number there.
+    [[nodiscard]] std::uint32_t productOf(std::uint32_t key) const;
+    [[nodiscard]] std::uint32_t numberInProduct(std::uint32_t key) const;
+    // The bytes of the name; see docimage/unitBytes.hpp.
+    [[nodiscard]] std::string_view textOf(std::uint32_t key) const;
+
+  private:
+    struct Order {
+        std::uint64_t byQuestion;
+        std::uint64_t byDocumentation;
+        std::uint32_t candidate;
+    };
+    [[nodiscard]] Order orderOf(std::uint32_t candidate) const;
+
+    const search::LookupIndex& m_index;
+    const docimage::QuestionIndex& m_questions;
+    const KeyFilter& m_filter;
+    const std::vector<std::uint32_t> m_productRanks;
+    std::vector<bool> m_seen;
+    std::vector<Candidate> m_candidates;
+    std::vector<std::u16string> m_changes{std::u16string()};
+    std::vector<Candidate> m_ordered;
+    std::size_t m_entries = 0;
+    std::size_t m_filteredAway = 0;
+};
+
+}  // namespace reference::ask

@@ -1,0 +1,226 @@
+#include "reference/ask/Ladder.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "docimage/Stemmer.hpp"
+#include "docimage/searchForm.hpp"
+#include "docimage/unitBytes.hpp"
+#include "property/DeprecationStatus.hpp"
+#include "reference/ask/Candidates.hpp"
+#include "reference/ask/NameReading.hpp"
+#include "reference/ask/WordReading.hpp"
+#include "reference/ask/hitData.hpp"
+
+namespace reference::ask {
+
+using docimage::NameKind;
+using property::DeprecationStatus;
+using search::LookupIndex;
+using search::Snapshot;
+
+namespace {
+
+// Once so many names are found, looser rungs are not asked: nobody reads that far.
+constexpr std::size_t enough = 10;
+
+// The folders of help that the library's preferred order has first.
+constexpr std::u16string_view preferredFolders[] = {u"veltra", u"pendrake"};
+
+// Where the bits of a product's rank lie: what the question names, what the user prefers, what the
+// library prefers.
+std::uint32_t rankOf(const LookupIndex::Product& product, bool isNamed,
+                     const std::vector<std::u16string>& preferred) {
+    const auto byUser =
+        static_cast<std::uint32_t>(std::ranges::find(preferred, product.name) - preferred.begin());
+    const auto byLibrary = static_cast<std::uint32_t>(
+        std::ranges::find(preferredFolders, product.header.getHelpFolder()) -
+        std::begin(preferredFolders));
+    return (isNamed ? 0U : 1U) << 24U | std::min(byUser, 0xFFFFFU) << 4U | byLibrary;
+}
+
+// The question as the ladder takes it: without what names a product and what says nothing.
+class Climb {
+  public:
+    Climb(const Snapshot& snapshot, std::u16string_view text, const Question* question,
+          const AskOptions& options)
+        : m_snapshot(snapshot),
+          m_index(*snapshot.index()),
+          m_text(text),
+          m_question(question),
+          m_options(options) {}
+
+    // The ladder:
+    //
+    //  1. The whole text is a name: as it stands, then in any case. Nothing that is documented is
+    //     hidden by the grammar of questions.
+    //  2. The names that the question may mean: what code calls, the likeliest first, or the one
+    //     term that is left of the question without products' names and words that say nothing.
+    //     a. The very name; any case; without its package.
+    //     b. With a package that is wrong or not installed.
+    //  3. All words are parts of one name.
+    //  4. The name begins like it.
+    //  5. One or two slips of spelling, where nothing was found so far: in the name, or in words
+    //     that occur nowhere, which are then replaced.
+    //  6. All words in name and purpose, in any order and any form.
+    //  7. All words in the text, and
+    //  8. most of them, where nothing was found so far.
+    //
+    // Each rung adds what those before it did not find, and the ladder ends when there is enough.
+    // A place that the question asks for ("in:text") leaves the rungs of that place.
+    Answer climb();
+
+  private:
+    void findWholeText(Candidates& candidates) const;
+    void takeTerms();
+    [[nodiscard]] bool namesProduct(const Term& term);
+    [[nodiscard]] Answer answer(Candidates& candidates) const;
+
+    const Snapshot& m_snapshot;
+    const LookupIndex& m_index;
+    const std::u16string_view m_text;
+    const Question* const m_question;
+    const AskOptions& m_options;
+    std::vector<bool> m_named;  // products
+    std::vector<Term> m_words;  // without products' names
+    std::vector<Term> m_names;  // and without those that say nothing
+};
+
+bool Climb::namesProduct(const Term& term) {
+    std::u16string name;
+    for (const auto& component : term.components)
+        name += (name.empty() ? u"" : u".") + component;
+    const std::string form = docimage::searchForm(name);
+    bool isAny = false;
+    for (std::size_t at = 0; at < m_index.products().size(); ++at)
+        if (docimage::searchForm(m_index.products()[at].name) == form) {
+            m_named[at] = true;
+            isAny = true;
+        }
+    return isAny;
+}
+
+bool isStopWord(const Term& term) {
+    return term.components.size() == 1 &&
+           docimage::isStopWord(docimage::searchForm(term.components.front()));
+}
+
+// A question of nothing but a product's name, or but words that say nothing, keeps them.
+void Climb::takeTerms() {
+    m_named.resize(m_index.products().size());
+    std::vector<Term> without;
+    for (const Term& term : m_question->terms())
+        if (m_question->terms().size() == 1 || !namesProduct(term))
+            without.push_back(term);
+    if (without.empty())
+        without = m_question->terms();
+    for (const Term& term : without)
+        if (!isStopWord(term))
+            m_names.push_back(term);
+    if (m_names.empty())
+        m_names = without;
+    m_words = std::move(without);
+}
+
+void Climb::findWholeText(Candidates& candidates) const {
+    const std::string bytes = docimage::toUnitBytes(m_text);
+    const std::string form = docimage::searchForm(m_text);
+    LookupIndex::Proposals proposals;
+    m_index.proposeOfAll(NameKind::KeyWhole, docimage::nameHash(form), proposals);
+    for (const auto& proposal : proposals) {
+        const std::string_view name = m_index.lookup(proposal.product).key(proposal.number);
+        const bool isSame = name == bytes;
+        if (isSame || docimage::searchForm(docimage::fromUnitBytes(name)) == form)
+            candidates.add(
+                {.key = m_index.questions().firstKeys()[proposal.product] + proposal.number,
+                 .rung = isSame ? Rung::Name : Rung::AnyCase,
+                 .isOtherCase = !isSame});
+    }
+}
+
+Answer Climb::climb() {
+    static const Question noFilter = Question::parse(u"x");
+    const KeyFilter filter(m_index, m_question != nullptr ? *m_question : noFilter);
+    if (m_question != nullptr)
+        takeTerms();
+    std::vector<std::uint32_t> ranks;
+    for (std::size_t at = 0; at < m_index.products().size(); ++at)
+        ranks.push_back(rankOf(m_index.products()[at], !m_named.empty() && m_named[at],
+                               m_options.preferredProducts));
+    Candidates candidates(m_index, filter, std::move(ranks));
+    findWholeText(candidates);
+    if (m_question == nullptr)
+        return answer(candidates);
+
+    std::vector<std::vector<std::u16string>> names;
+    for (const Term& call : m_question->calls())
+        names.push_back(call.components);
+    if (names.empty() && m_names.size() == 1)
+        names.push_back(m_names.front().components);
+    std::vector<Term> words = m_words;
+    if (words.empty() && !m_question->calls().empty())
+        words.push_back(m_question->calls().front());
+    const auto isEnough = [&] { return candidates.entries() >= enough; };
+    const Place place = m_question->place();
+    const bool namesCount = place == Place::Anywhere || place == Place::Names;
+
+    std::vector<NameReading> readings;
+    readings.reserve(names.size());
+    for (std::size_t call = 0; call < names.size(); ++call)
+        readings.emplace_back(m_index, names[call], call, candidates);
+    WordReading reading(m_snapshot, words, candidates);
+    if (namesCount) {
+        for (auto& name : readings)
+            name.findName();
+        for (auto& name : readings)
+            name.findInOtherPackage();
+        if (!isEnough())
+            reading.findParts();
+        if (!isEnough())
+            for (auto& name : readings)
+                name.findBeginning();
+        if (candidates.size() == 0) {
+            for (auto& name : readings)
+                name.findSpelling();
+            if (candidates.size() == 0 && reading.correctSpelling())
+                reading.findParts();
+        }
+    }
+    if (!isEnough() && (place == Place::Anywhere || place == Place::Purposes))
+        reading.findWords(place == Place::Purposes);
+    if (candidates.size() == 0 && (place == Place::Anywhere || place == Place::Texts))
+        reading.findTexts(place == Place::Anywhere);
+    return answer(candidates);
+}
+
+Answer Climb::answer(Candidates& candidates) const {
+    Answer answer;
+    answer.total = candidates.entries();
+    answer.filteredAway = candidates.filteredAway();
+    for (const Candidate& candidate : candidates.first(m_options.limit)) {
+        const std::uint32_t product = candidates.productOf(candidate.key);
+        for (auto& data : dataOf(m_snapshot, product, candidates.numberInProduct(candidate.key))) {
+            if (answer.hits.size() == m_options.limit)
+                return answer;
+            answer.hits.push_back(
+                {.name = docimage::fromUnitBytes(candidates.textOf(candidate.key)),
+                 .data = std::move(data),
+                 .rung = candidate.rung,
+                 .change = candidates.change(candidate.change)});
+        }
+    }
+    return answer;
+}
+
+}  // namespace
+
+Answer climb(const Snapshot& snapshot, std::u16string_view text, const Question* question,
+             const AskOptions& options) {
+    return Climb(snapshot, text, question, options).climb();
+}
+
+}  // namespace reference::ask

@@ -1,0 +1,243 @@
+#include "reference/ask/NameReading.hpp"
+
+#include <algorithm>
+#include <utility>
+
+#include "docimage/componentForms.hpp"
+#include "docimage/nameParts.hpp"
+#include "docimage/searchForm.hpp"
+#include "docimage/unitBytes.hpp"
+#include "reference/ask/nearWords.hpp"
+
+namespace reference::ask {
+
+using docimage::NameKind;
+using search::LookupIndex;
+
+namespace {
+
+// What begins with a single letter is not worth a list.
+constexpr std::size_t shortestBeginning = 2;
+constexpr std::size_t shortestPartBeginning = 3;
+
+std::u16string joinedByDots(const std::vector<std::u16string>& components) {
+    std::u16string text;
+    for (const auto& component : components)
+        text += (text.empty() ? u"" : u".") + component;
+    return text;
+}
+
+}  // namespace
+
+std::vector<std::string_view> componentsOf(std::string_view form) {
+    std::vector<std::string_view> components;
+    for (std::size_t begin = 0;;) {
+        const std::size_t end = form.find('.', begin);
+        if (end == std::string_view::npos || end + 1 == form.size()) {
+            components.push_back(form.substr(begin));
+            return components;
+        }
+        components.push_back(form.substr(begin, end - begin));
+        begin = end + 1;
+    }
+}
+
+NameReading::NameReading(const LookupIndex& index, const std::vector<std::u16string>& components,
+                         std::size_t call, Candidates& candidates)
+    : m_index(index),
+      m_questions(index.questions()),
+      m_components(components),
+      m_candidates(candidates),
+      m_call(static_cast<std::uint8_t>(std::min<std::size_t>(call, UINT8_MAX))),
+      m_text(joinedByDots(components)),
+      m_bytes(docimage::toUnitBytes(m_text)),
+      m_form(docimage::searchForm(m_text)),
+      m_lastParts(docimage::joinedParts(components.back())),
+      m_hasCapitals(m_form != m_bytes) {
+    m_forms.reserve(components.size());
+    for (const auto& component : components)
+        m_forms.push_back(docimage::searchForm(component));
+}
+
+std::uint32_t NameReading::keyOf(const LookupIndex::Proposal& proposal) const {
+    return m_questions.firstKeys()[proposal.product] + proposal.number;
+}
+
+void NameReading::propose(NameKind kind, std::string_view form,
+                          LookupIndex::Proposals& proposals) const {
+    m_index.proposeOfAll(kind, docimage::nameHash(form), proposals);
+}
+
+// A capital letter asks for its case; without one, any case is as good, but the same one goes
+// first.
+bool NameReading::isOtherCase(std::string_view name) const {
+    return !name.ends_with(m_bytes);
+}
+
+void NameReading::findName() {
+    LookupIndex::Proposals proposals;
+    const bool isQualified = docimage::hasTwoComponents(m_form);
+    propose(isQualified ? NameKind::KeyLastTwo : NameKind::KeyLast,
+            isQualified ? docimage::lastTwoComponents(m_form) : std::string_view(m_form),
+            proposals);
+    for (const auto& proposal : proposals) {
+        const std::string_view name = m_index.lookup(proposal.product).key(proposal.number);
+        const std::string form = docimage::searchForm(docimage::fromUnitBytes(name));
+        if (!form.ends_with(m_form))
+            continue;
+        Rung rung = Rung::WithoutPackage;
+        if (form.size() == m_form.size())
+            rung = name == m_bytes ? Rung::Name : Rung::AnyCase;
+        else if (docimage::componentBoundaries.find(form[form.size() - m_form.size() - 1]) ==
+                 std::string_view::npos)
+            continue;
+        m_candidates.add({.key = keyOf(proposal),
+                          .call = m_call,
+                          .rung = rung,
+                          .isOtherCase = isOtherCase(name)});
+    }
+}
+
+// Typed components are looked for from the last to the first, each before the one that was found:
+// others may stand between them.
+NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips) const {
+    const std::string form =
+        docimage::searchForm(docimage::fromUnitBytes(m_candidates.textOf(key)));
+    const auto components = componentsOf(form);
+    std::size_t left = components.size() - 1;
+    Fit fit;
+    for (std::size_t typed = m_forms.size() - 1; typed-- > 0;) {
+        std::size_t at = left;
+        while (at > 0 && components[at - 1] != m_forms[typed] &&
+               (slips == 0 ||
+                slipsBetween(components[at - 1], m_forms[typed],
+                             std::min(slips, admittedSlips(m_forms[typed].size()))) > slips))
+            --at;
+        if (at > 0) {
+            left = at - 1;
+            continue;
+        }
+        // A product may be named by its own name instead of that of its package.
+        const auto& product = m_index.products()[m_candidates.productOf(key)].name;
+        if (typed == 0 && docimage::searchForm(product) == m_forms[0])
+            continue;
+        ++fit.missing;
+        fit.missingText =
+            m_components[typed] + (fit.missingText.empty() ? u"" : u".") + fit.missingText;
+    }
+    return fit;
+}
+
+bool NameReading::isInstalled(std::string_view package) const {
+    LookupIndex::Proposals proposals;
+    propose(NameKind::KeyWhole, package, proposals);
+    propose(NameKind::ClassWhole, package, proposals);
+    return !proposals.empty() ||
+           std::ranges::any_of(m_index.products(), [&](const LookupIndex::Product& product) {
+               return docimage::searchForm(product.name) == package;
+           });
+}
+
+std::u16string NameReading::withoutPackage(const std::u16string& missing) const {
+    const bool isFirst = missing.starts_with(m_components.front());
+    if (isFirst && !isInstalled(m_forms.front()))
+        return u"without " + missing + u", which is not installed";
+    return u"without " + missing;
+}
+
+void NameReading::findInOtherPackage() {
+    if (m_components.size() < 2)
+        return;
+    LookupIndex::Proposals proposals;
+    propose(NameKind::KeyLast, m_forms.back(), proposals);
+    std::vector<std::pair<std::u16string, std::uint32_t>> changes;
+    const auto changeFor = [&](const std::u16string& missing) {
+        const auto known =
+            std::ranges::find(changes, missing, &decltype(changes)::value_type::first);
+        if (known != changes.end())
+            return known->second;
+        return changes.emplace_back(missing, m_candidates.addChange(withoutPackage(missing)))
+            .second;
+    };
+    for (const auto& proposal : proposals) {
+        const std::uint32_t key = keyOf(proposal);
+        if (m_candidates.has(key))
+            continue;
+        const std::string_view name = m_candidates.textOf(key);
+        const std::string form = docimage::searchForm(docimage::fromUnitBytes(name));
+        if (docimage::lastComponent(form) != m_forms.back())
+            continue;
+        const Fit fit = fitPackage(key, 0);
+        const bool isOther = !name.ends_with(docimage::toUnitBytes(m_components.back()));
+        if (fit.missing == 0)
+            m_candidates.add(
+                {.key = key, .call = m_call, .rung = Rung::WithoutPackage, .isOtherCase = isOther});
+        else
+            m_candidates.add({.key = key,
+                              .call = m_call,
+                              .rung = Rung::OtherPackage,
+                              .isOtherCase = isOther,
+                              .distance = static_cast<std::uint32_t>(fit.missing),
+                              .change = changeFor(fit.missingText)});
+    }
+}
+
+void NameReading::findBeginning() {
+    if (m_lastParts.size() < shortestBeginning)
+        return;
+    const auto addAll = [&](const docimage::Lexicon& lexicon, std::uint32_t distance) {
+        lexicon.forEachWordWith({.letters = m_lastParts, .isStart = true}, [&](std::uint32_t word) {
+            if (lexicon.word(word).size() == m_lastParts.size())
+                return;
+            lexicon.forEachTextWith(word, [&](std::uint32_t key) {
+                if (m_candidates.has(key) ||
+                    (m_components.size() > 1 && fitPackage(key, 0).missing > 0))
+                    return;
+                const bool isOther =
+                    m_hasCapitals &&
+                    m_candidates.textOf(key).find(docimage::toUnitBytes(m_components.back())) ==
+                        std::string_view::npos;
+                m_candidates.add({.key = key,
+                                  .call = m_call,
+                                  .rung = Rung::Beginning,
+                                  .isOtherCase = isOther,
+                                  .distance = distance});
+            });
+        });
+    };
+    addAll(m_questions.lastNames(), 0);
+    if (m_lastParts.size() >= shortestPartBeginning)
+        addAll(m_questions.lastParts(), 1);
+}
+
+void NameReading::findSpelling() {
+    const std::uint32_t admitted = admittedSlips(m_lastParts.size());
+    const docimage::Lexicon& names = m_questions.lastNames();
+    const auto addAll = [&](std::uint32_t word, std::uint32_t slips) {
+        names.forEachTextWith(word, [&](std::uint32_t key) {
+            if (m_candidates.has(key))
+                return;
+            const Fit fit = fitPackage(key, admitted);
+            const std::string_view name = m_candidates.textOf(key);
+            const std::u16string last = docimage::fromUnitBytes(docimage::lastComponent(name));
+            const std::u16string change =
+                u"spelling: " + (last.empty() ? docimage::fromUnitBytes(name) : last);
+            const bool isOther =
+                m_hasCapitals && docimage::searchForm(last) != docimage::toUnitBytes(last);
+            m_candidates.add({.key = key,
+                              .call = m_call,
+                              .rung = Rung::Spelling,
+                              .isOtherCase = m_hasCapitals && !isOther,
+                              .distance = slips + 4 * static_cast<std::uint32_t>(fit.missing),
+                              .change = m_candidates.addChange(change)});
+        });
+    };
+    // The last component may be right, and a slip be in one before it.
+    if (m_components.size() > 1)
+        names.forEachWordWith({.letters = m_lastParts, .isStart = true, .isEnd = true},
+                              [&](std::uint32_t word) { addAll(word, 0); });
+    for (const NearWord& near : nearWords(names, m_lastParts, admitted))
+        addAll(near.word, near.slips);
+}
+
+}  // namespace reference::ask
