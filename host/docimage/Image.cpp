@@ -66,6 +66,11 @@ void ImageWriter::add(std::uint32_t number, std::string_view bytes) {
     m_bytes += bytes;
 }
 
+void ImageWriter::addSectionsOf(const Image& image, std::uint32_t offset) {
+    for (const auto& [number, section] : image.sections())
+        add(number + offset, image.view(section, 0, section.size));
+}
+
 std::shared_ptr<const Image> ImageWriter::finish() {
     return std::make_shared<const Image>(std::make_shared<const std::string>(std::move(m_bytes)),
                                          std::move(m_sections));

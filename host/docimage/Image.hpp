@@ -62,6 +62,7 @@ class VELTRA_HOST_API Image {
     // An empty section where the image has none of the number.
     [[nodiscard]] Section section(std::uint32_t number) const noexcept;
     [[nodiscard]] bool has(std::uint32_t number) const noexcept;
+    [[nodiscard]] const Sections& sections() const noexcept { return m_sections; }
 
     // The bytes from `at` on in a section; valid as long as the image. Throws DamagedImage where
     // they are not all within it, or are not what was written.
@@ -135,6 +136,9 @@ class VELTRA_HOST_API ImageWriter {
     void addArray(std::uint32_t number, const std::vector<T>& elements) {
         add(number, {reinterpret_cast<const char*>(elements.data()), elements.size() * sizeof(T)});
     }
+
+    // Adds all sections of an image, with `offset` added to their numbers.
+    void addSectionsOf(const Image& image, std::uint32_t offset);
 
     // The image. Nothing may be added afterwards.
     [[nodiscard]] std::shared_ptr<const Image> finish();

@@ -186,6 +186,13 @@ void LookupImage::makeWords() const {
     m_areWordsMade.store(true, std::memory_order_release);
 }
 
+std::optional<std::uint32_t> LookupImage::findKey(std::string_view bytes) const {
+    const std::size_t number = m_keys.lowerBound(bytes);
+    if (number == m_keys.size() || m_keys[number] != bytes)
+        return std::nullopt;
+    return static_cast<std::uint32_t>(number);
+}
+
 LookupImage::Entities LookupImage::entities() const {
     Entities entities;
     for (std::size_t number = 0; number < keyCount(); ++number) {

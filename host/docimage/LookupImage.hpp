@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -76,6 +77,8 @@ class VELTRA_HOST_API LookupImage {
 
     [[nodiscard]] std::size_t keyCount() const noexcept { return m_keys.size(); }
     [[nodiscard]] std::string_view key(std::size_t number) const { return m_keys[number]; }
+    // The number of the key with these bytes.
+    [[nodiscard]] std::optional<std::uint32_t> findKey(std::string_view bytes) const;
     // The first record of the key, and the one after its last.
     [[nodiscard]] std::pair<std::uint32_t, std::uint32_t> recordsOfKey(std::size_t number) const {
         const auto bounds = m_firstRecords.range(number, 2);

@@ -1,6 +1,7 @@
 #include "docimage/PageImage.hpp"
 
 #include "docimage/ItemRecord.hpp"
+#include "docimage/Stemmer.hpp"
 #include "docimage/searchedTexts.hpp"
 #include "docimage/unitBytes.hpp"
 
@@ -17,6 +18,7 @@ enum PageSection : std::uint32_t {
     PagePagesOfItems = 5,
     PageWords = 6,  // 8 sections
     PageHrefsHash = 14,
+    PageWordStems = 15,  // 8 sections
 };
 
 }  // namespace
@@ -43,7 +45,8 @@ PageImage::PageImage(std::shared_ptr<const Image> image, std::uint32_t firstSect
       m_firstItems(*m_image, firstSection + PageFirstItems),
       m_items(*m_image, firstSection + PageItems),
       m_pagesOfItems(*m_image, firstSection + PagePagesOfItems),
-      m_words(*m_image, firstSection + PageWords) {}
+      m_words(*m_image, firstSection + PageWords),
+      m_wordStems(*m_image, firstSection + PageWordStems) {}
 
 PageImage::~PageImage() = default;
 
@@ -68,7 +71,11 @@ void PageImage::write(const Pages& pages, ImageWriter& writer, std::uint32_t fir
     writer.addArray(firstSection + PageFirstItems, firstItems);
     records.writeTo(writer, firstSection + PageItems);
     writer.addArray(firstSection + PagePagesOfItems, pagesOfItems);
-    words.writeTo(writer, firstSection + PageWords);
+    ImageWriter aside;
+    words.writeTo(aside, PageWords);
+    const auto lexicon = aside.finish();
+    writer.addSectionsOf(*lexicon, firstSection);
+    writeStems(Lexicon(*lexicon, PageWords), writer, firstSection + PageWordStems);
 }
 
 std::pair<std::uint32_t, std::uint32_t> PageImage::itemsOfPage(std::size_t page) const {
@@ -99,6 +106,10 @@ PageImage::Pages PageImage::pages() const {
         pages.emplace_hint(pages.end(), fromUnitBytes(m_hrefs[page]), std::move(items));
     }
     return pages;
+}
+
+std::size_t sizeOfRecord(const RefItem& item) {
+    return toItemRecord(item).size();
 }
 
 void addWords(const RefItem& item, std::uint32_t number, LexiconBuilder& words) {

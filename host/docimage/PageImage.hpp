@@ -60,6 +60,9 @@ class VELTRA_HOST_API PageImage : public std::enable_shared_from_this<PageImage>
     // The words of the texts that a search of all texts looks at, by item.
     [[nodiscard]] const Lexicon& words() const noexcept { return m_words; }
 
+    // The numbers of these words by their stems.
+    [[nodiscard]] const Lexicon& wordStems() const noexcept { return m_wordStems; }
+
     // The pages in the shape in which the documentation has them.
     [[nodiscard]] Pages pages() const;
 
@@ -73,7 +76,11 @@ class VELTRA_HOST_API PageImage : public std::enable_shared_from_this<PageImage>
     TextTable m_items;
     ImageArray<std::uint32_t> m_pagesOfItems;
     Lexicon m_words;
+    Lexicon m_wordStems;
 };
+
+// The size of the record that an image has of the item.
+[[nodiscard]] VELTRA_HOST_API std::size_t sizeOfRecord(const property::RefItem& item);
 
 // Adds the words of the texts that a search of all texts looks at.
 VELTRA_HOST_API void addWords(const property::RefItem& item, std::uint32_t number,

@@ -87,6 +87,14 @@ std::string_view Stemmer::stem(std::string_view word) {
             static_cast<std::size_t>(sb_stemmer_length(m_stemmer.get()))};
 }
 
+void writeStems(const Lexicon& words, ImageWriter& writer, std::uint32_t firstSection) {
+    Stemmer stemmer;
+    LexiconBuilder stems;
+    for (std::size_t word = 0; word < words.wordCount(); ++word)
+        stems.addWord(stemmer.stem(words.word(word)), toOffset(word));
+    stems.writeTo(writer, firstSection, Trigrams::None);
+}
+
 std::vector<std::string> wordsOf(std::u16string_view text) {
     std::vector<std::string> words;
     const auto add = [&](std::u16string_view run) { words.push_back(searchForm(run)); };

@@ -1,11 +1,14 @@
 // The words of running text, by their stems.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "docimage/Image.hpp"
+#include "docimage/Lexicon.hpp"
 #include "foundation/core/export.hpp"
 
 struct sb_stemmer;
@@ -31,6 +34,10 @@ class VELTRA_HOST_API Stemmer {
     };
     std::unique_ptr<sb_stemmer, Delete> m_stemmer;
 };
+
+// Writes a lexicon of the stems of the words of another, whose numbers are its "texts".
+VELTRA_HOST_API void writeStems(const Lexicon& words, ImageWriter& writer,
+                                std::uint32_t firstSection);
 
 // The words of a text in its order, in search form: runs of letters and digits, with the apostrophe
 // and what follows it left out ("Python's" is python). Text without spaces between its words, such

@@ -32,7 +32,7 @@ constexpr std::size_t headerTexts = 4;
 
 // A product's pages; LookupImage has numbers of its own.
 std::uint32_t pagesSection(std::size_t product) {
-    constexpr std::uint32_t sectionsOfProduct = 20;
+    constexpr std::uint32_t sectionsOfProduct = 24;
     return 100 + static_cast<std::uint32_t>(product) * sectionsOfProduct;
 }
 

@@ -12,6 +12,7 @@
 #include "docimage/unitBytes.hpp"
 #include "property/DeprecationStatus.hpp"
 #include "reference/ask/Candidates.hpp"
+#include "reference/ask/MeaningReading.hpp"
 #include "reference/ask/NameReading.hpp"
 #include "reference/ask/WordReading.hpp"
 #include "reference/ask/hitData.hpp"
@@ -27,6 +28,8 @@ namespace {
 
 // Once so many names are found, looser rungs are not asked: nobody reads that far.
 constexpr std::size_t enough = 10;
+// As long as there are so few, guesses are added.
+constexpr std::size_t few = 5;
 
 // The folders of help that the library's preferred order has first.
 constexpr std::u16string_view preferredFolders[] = {u"veltra", u"pendrake"};
@@ -172,7 +175,7 @@ Answer Climb::climb() {
     readings.reserve(names.size());
     for (std::size_t call = 0; call < names.size(); ++call)
         readings.emplace_back(m_index, names[call], call, candidates);
-    WordReading reading(m_snapshot, words, candidates);
+    WordReading reading(m_index.questions(), words, candidates);
     if (namesCount) {
         for (auto& name : readings)
             name.findName();
@@ -190,10 +193,14 @@ Answer Climb::climb() {
                 reading.findParts();
         }
     }
-    if (!isEnough() && (place == Place::Anywhere || place == Place::Purposes))
-        reading.findWords(place == Place::Purposes);
-    if (candidates.size() == 0 && (place == Place::Anywhere || place == Place::Texts))
-        reading.findTexts(place == Place::Anywhere);
+    if (isEnough() || place == Place::Names)
+        return answer(candidates);
+    const bool isFound = candidates.size() > 0;
+    MeaningReading meaning(m_snapshot, reading.stems(), reading.change(), candidates);
+    if (place != Place::Texts)
+        meaning.findWords(place == Place::Purposes);
+    if (place == Place::Texts || (place == Place::Anywhere && !isFound && candidates.entries() < few))
+        meaning.findTexts(place == Place::Anywhere);
     return answer(candidates);
 }
 

@@ -1,7 +1,6 @@
 #include "reference/ask/passages.hpp"
 
 #include <algorithm>
-#include <functional>
 
 #include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
@@ -37,13 +36,23 @@ void PassageFinder::addWord(std::string_view word, std::size_t number, bool isSy
     (isSynonym ? found->second.synonyms : found->second.words) |= std::uint64_t{1} << number;
 }
 
-void PassageFinder::look(std::string_view text) {
+void PassageFinder::clear() noexcept {
+    m_looked = 0;
+    m_texts = {};
+    m_bestWeight = -1;
+}
+
+bool PassageFinder::look(std::string_view text) {
+    text = text.substr(0, longestText - m_looked);
+    m_looked += text.size();
     assignFormOfBytes(text, m_form);
     m_found.clear();
     std::size_t position = 0;
     docimage::forEachWord(m_form, [&](std::string_view word) {
-        if (const auto found = m_words.find(word); found != m_words.end())
+        if (const auto found = m_words.find(word); found != m_words.end()) {
             m_found.push_back({.position = position, .bits = found->second});
+            m_texts.all.add(found->second);
+        }
         ++position;
     });
     std::size_t end = 0;
@@ -56,14 +65,13 @@ void PassageFinder::look(std::string_view text) {
         if (end > before)
             takePassage(first, end);
     }
+    return m_looked == longestText;
 }
 
 void PassageFinder::takePassage(std::size_t first, std::size_t end) {
     WordBits bits;
-    for (std::size_t at = first; at < end; ++at) {
-        bits.words |= m_found[at].bits.words;
-        bits.synonyms |= m_found[at].bits.synonyms;
-    }
+    for (std::size_t at = first; at < end; ++at)
+        bits.add(m_found[at].bits);
     float weight = 0;
     for (std::size_t number = 0; number < m_weights.size(); ++number) {
         if ((bits.words >> number & 1U) != 0)
@@ -73,7 +81,7 @@ void PassageFinder::takePassage(std::size_t first, std::size_t end) {
     }
     if (weight > m_bestWeight) {
         m_bestWeight = weight;
-        m_best = bits;
+        m_texts.passage = bits;
     }
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -18,6 +19,10 @@ struct WordBits {
     std::uint64_t synonyms = 0;  // by another word of the same meaning
 
     [[nodiscard]] std::uint64_t any() const noexcept { return words | synonyms; }
+    void add(const WordBits& other) noexcept {
+        words |= other.words;
+        synonyms |= other.synonyms;
+    }
 };
 
 // Finds the passage of a text that has most of a question's words: words that stand far apart have
@@ -26,6 +31,13 @@ class PassageFinder {
   public:
     // What stands within so many words is one passage: two or three sentences.
     static constexpr std::size_t passageLength = 40;
+    // The bytes that are looked at. What a thing is for is said at the beginning.
+    static constexpr std::size_t longestText = 8192;
+
+    struct Texts {
+        WordBits all;
+        WordBits passage;  // the best one
+    };
 
     // `weights`: what each word of the question counts; must outlive the object.
     explicit PassageFinder(std::span<const float> weights) : m_weights(weights) {}
@@ -35,11 +47,12 @@ class PassageFinder {
     void addWord(std::string_view word, std::size_t number, bool isSynonym);
 
     // Forgets the texts that were looked at.
-    void clear() noexcept { m_best = {}, m_bestWeight = -1; }
-    // Looks at one more text; as bytes, see docimage/unitBytes.hpp.
-    void look(std::string_view text);
-    // The words of the best passage of all texts.
-    [[nodiscard]] WordBits best() const noexcept { return m_best; }
+    void clear() noexcept;
+    // Looks at one more text; as bytes, see docimage/unitBytes.hpp. Returns whether no more texts
+    // need to be shown.
+    bool look(std::string_view text);
+    // What all texts have.
+    [[nodiscard]] const Texts& found() const noexcept { return m_texts; }
 
   private:
     struct Found {
@@ -52,11 +65,12 @@ class PassageFinder {
     };
     void takePassage(std::size_t first, std::size_t end);
 
-    const std::span<const float> m_weights;
+    std::span<const float> m_weights;
     boost::unordered_flat_map<std::string, WordBits, Hash, std::equal_to<>> m_words;
     std::vector<Found> m_found;
     std::string m_form;
-    WordBits m_best;
+    std::size_t m_looked = 0;
+    Texts m_texts;
     float m_bestWeight = -1;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "docimage/Stemmer.hpp"
 #include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
 #include "foundation/core/NeverDestroyed.hpp"
@@ -163,6 +164,12 @@ bool ProductPages::hasProperties(std::size_t item) const {
     });
 }
 
+std::size_t ProductPages::sizeOfItem(std::size_t number) const {
+    requireItem(number);
+    return m_image != nullptr ? m_image->records()[number].size()
+                              : docimage::sizeOfRecord(*m_items[number]);
+}
+
 // Most items have no properties; all of them share one expansion.
 const ClassExpansion& ProductPages::expansion(std::size_t number) const {
     requireItem(number);
@@ -194,6 +201,19 @@ const Lexicon& ProductPages::words() const {
         m_words = Lexicon(*m_wordsImage, firstSection);
     });
     return m_words;
+}
+
+const Lexicon& ProductPages::wordStems() const {
+    if (m_image != nullptr)
+        return m_image->wordStems();
+    std::call_once(m_stemsMade, [this] {
+        docimage::ImageWriter writer;
+        constexpr std::uint32_t firstSection = 0;
+        docimage::writeStems(words(), writer, firstSection);
+        m_stemsImage = writer.finish();
+        m_wordStems = Lexicon(*m_stemsImage, firstSection);
+    });
+    return m_wordStems;
 }
 
 // Both are in the order of their texts.

@@ -63,6 +63,9 @@ class ProductPages {
     [[nodiscard]] property::RefItem item(std::size_t number) const;
     [[nodiscard]] std::uint32_t pageOfItem(std::size_t number) const;
 
+    // A measure of how much the item says: the bytes of its record in an image.
+    [[nodiscard]] std::size_t sizeOfItem(std::size_t number) const;
+
     // The item's properties; without any for an item that has none.
     [[nodiscard]] const ClassExpansion& expansion(std::size_t number) const;
 
@@ -71,6 +74,8 @@ class ProductPages {
 
     // The words of the texts that a search of all texts looks at, by item.
     [[nodiscard]] const docimage::Lexicon& words() const;
+    // The numbers of these words by their stems.
+    [[nodiscard]] const docimage::Lexicon& wordStems() const;
 
   private:
     [[nodiscard]] bool hasProperties(std::size_t item) const;
@@ -90,6 +95,9 @@ class ProductPages {
     mutable std::once_flag m_wordsMade;
     mutable std::shared_ptr<const docimage::Image> m_wordsImage;
     mutable docimage::Lexicon m_words;
+    mutable std::once_flag m_stemsMade;
+    mutable std::shared_ptr<const docimage::Image> m_stemsImage;
+    mutable docimage::Lexicon m_wordStems;
 };
 
 // A product's pages as its lookup records refer to them.
