@@ -24,10 +24,9 @@ struct Answer {
     std::vector<Hit> hits;
     // How many there are altogether.
     std::size_t total = 0;
-    // How many more there would be without the filters of the question.
+    // How many more the filters turned away, and, where there are no hits, the first of them.
     std::size_t filteredAway = 0;
-    // What else the user should know: sentences without a full stop.
-    std::vector<std::u16string> remarks;
+    std::vector<Hit> turnedAway;
 };
 
 }  // namespace reference::ask

@@ -1,6 +1,7 @@
 #include "reference/ask/Candidates.hpp"
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "docimage/Stemmer.hpp"
@@ -38,19 +39,28 @@ std::string productNames(const search::LookupIndex& index) {
 
 }  // namespace
 
-KeyFilter::KeyFilter(const search::LookupIndex& index, const Question& question)
-    : m_index(index), m_questions(index.questions()), m_question(question) {
-    for (const auto type : question.types()) {
+KeyFilter::KeyFilter(const search::LookupIndex& index, const Question& question,
+                     const AskOptions& options, std::function<bool(std::uint32_t key)> confirm)
+    : m_index(index),
+      m_questions(index.questions()),
+      m_wantedTypes(question.types()),
+      m_confirm(std::move(confirm)) {
+    std::ranges::copy(options.types, std::back_inserter(m_wantedTypes));
+    for (const auto type : m_wantedTypes) {
         m_types |= docimage::typeBit(type);
         m_hasOtherTypes = m_hasOtherTypes || docimage::typeBit(type) == KeyFacts::otherTypes;
     }
+    if (!question.products().empty() || !options.products.empty())
+        m_products.resize(index.products().size());
+    for (const auto& name : options.products)
+        if (const auto product = index.find(name))
+            m_products[*product] = true;
     for (const WantedProduct& wanted : question.products()) {
         const auto product = index.find(wanted.name);
         if (!product)
             throw QuestionError("No product \"" + fl::i18n::toUtf8(wanted.name) +
                                     "\" is installed; there is: " + productNames(index) + ".",
                                 wanted.position, wanted.length);
-        m_products.resize(index.products().size());
         m_products[*product] = true;
     }
     if (question.excluded().empty())
@@ -75,7 +85,9 @@ bool KeyFilter::admits(std::uint32_t key) const {
         if (!m_products[static_cast<std::size_t>(product)])
             return false;
     }
-    return m_types == 0 || ((m_questions.facts(key).types & m_types) != 0 && hasWantedType(key));
+    if (m_types != 0 && ((m_questions.facts(key).types & m_types) == 0 || !hasWantedType(key)))
+        return false;
+    return !m_confirm || m_confirm(key);
 }
 
 // Types above 30 share a bit, so that the records have to be looked at.
@@ -88,8 +100,7 @@ bool KeyFilter::hasWantedType(std::uint32_t key) const {
     const auto& lookup = m_index.lookup(product);
     const auto [begin, end] = lookup.recordsOfKey(key - first[product]);
     for (std::uint32_t record = begin; record < end; ++record)
-        if (std::ranges::find(m_question.types(), lookup.record(record).type) !=
-            m_question.types().end())
+        if (std::ranges::find(m_wantedTypes, lookup.record(record).type) != m_wantedTypes.end())
             return true;
     return false;
 }
@@ -109,6 +120,7 @@ bool Candidates::add(const Candidate& candidate) {
     const std::size_t entries = m_questions.facts(candidate.key).entries;
     if (!m_filter.admits(candidate.key)) {
         m_filteredAway += entries;
+        m_turnedAway.push_back(candidate);
         return false;
     }
     m_entries += entries;
@@ -144,8 +156,7 @@ std::string_view Candidates::textOf(std::uint32_t key) const {
 // 6. Fewer components, then a shorter name.
 // 7. The number of the name: products in the order of their names, names in the order of their
 //    texts. So the order is total, and what other products hold does not change it.
-Candidates::Order Candidates::orderOf(std::uint32_t number) const {
-    const Candidate& candidate = m_candidates[number];
+Candidates::Order Candidates::orderOf(const Candidate& candidate) const {
     const KeyFacts& facts = m_questions.facts(candidate.key);
     const std::uint64_t distance = std::min<std::uint32_t>(candidate.distance, (1U << 19U) - 1);
     const std::uint64_t call = std::min<std::uint8_t>(candidate.call, 15);
@@ -154,24 +165,36 @@ Candidates::Order Candidates::orderOf(std::uint32_t number) const {
                           distance << 33U | std::uint64_t{candidate.isOtherCase} << 32U | product,
             .byDocumentation = std::uint64_t{facts.kind} << 48U |
                                std::uint64_t{facts.depth} << 40U |
-                               std::uint64_t{facts.length} << 32U | candidate.key,
-            .candidate = number};
+                               std::uint64_t{facts.length} << 32U | candidate.key};
 }
 
-std::span<const Candidate> Candidates::first(std::size_t count) {
-    std::vector<Order> order;
-    order.reserve(m_candidates.size());
-    for (std::uint32_t number = 0; number < m_candidates.size(); ++number)
-        order.push_back(orderOf(number));
+bool Candidates::isTie(const Candidate& a, const Candidate& b) const {
+    // The library's own order of products comes after what is deprecated.
+    constexpr unsigned bitsOfLibrary = 4;
+    return orderOf(a).byQuestion >> bitsOfLibrary == orderOf(b).byQuestion >> bitsOfLibrary;
+}
+
+std::vector<Candidate> Candidates::first(std::size_t count) const {
+    return firstOf(m_candidates, count);
+}
+
+std::vector<Candidate> Candidates::firstTurnedAway(std::size_t count) const {
+    return firstOf(m_turnedAway, count);
+}
+
+std::vector<Candidate> Candidates::firstOf(const std::vector<Candidate>& candidates,
+                                           std::size_t count) const {
+    std::vector<std::pair<Order, std::size_t>> order;
+    order.reserve(candidates.size());
+    for (std::size_t at = 0; at < candidates.size(); ++at)
+        order.emplace_back(orderOf(candidates[at]), at);
     count = std::min(count, order.size());
-    std::ranges::partial_sort(
-        order, order.begin() + static_cast<std::ptrdiff_t>(count), {},
-        [](const Order& one) { return std::pair(one.byQuestion, one.byDocumentation); });
-    m_ordered.clear();
-    m_ordered.reserve(count);
+    std::ranges::partial_sort(order, order.begin() + static_cast<std::ptrdiff_t>(count));
+    std::vector<Candidate> first;
+    first.reserve(count);
     for (std::size_t at = 0; at < count; ++at)
-        m_ordered.push_back(m_candidates[order[at].candidate]);
-    return m_ordered;
+        first.push_back(candidates[order[at].second]);
+    return first;
 }
 
 }  // namespace reference::ask

@@ -1,9 +1,10 @@
 // The names that a question has found so far. Internal: no public header includes it.
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
-#include <span>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +12,7 @@
 #include "docimage/QuestionIndex.hpp"
 #include "reference/ask/Question.hpp"
 #include "reference/ask/Rung.hpp"
+#include "reference/ask/ask.hpp"
 #include "reference/search/LookupIndex.hpp"
 
 namespace reference::ask {
@@ -32,7 +34,9 @@ struct Candidate {
 class KeyFilter {
   public:
     // Throws QuestionError for a product that is not installed.
-    KeyFilter(const search::LookupIndex& index, const Question& question);
+    // `confirm`: asked last, about names that all else admits; may be empty.
+    KeyFilter(const search::LookupIndex& index, const Question& question,
+              const AskOptions& options, std::function<bool(std::uint32_t key)> confirm);
 
     [[nodiscard]] bool admits(std::uint32_t key) const;
 
@@ -41,11 +45,12 @@ class KeyFilter {
 
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
-    const Question& m_question;
+    std::vector<property::RefEntityType::Value> m_wantedTypes;  // empty: any
     std::uint32_t m_types = 0;
     bool m_hasOtherTypes = false;
     std::vector<bool> m_products;  // empty: any
     std::vector<bool> m_excluded;  // by key; empty: none
+    std::function<bool(std::uint32_t)> m_confirm;
 };
 
 // Collects names, each once: the rung that finds a name first keeps it. One thread.
@@ -71,8 +76,11 @@ class Candidates {
     [[nodiscard]] std::size_t entries() const noexcept { return m_entries; }
     [[nodiscard]] std::size_t filteredAway() const noexcept { return m_filteredAway; }
 
-    // The first `count` names in their order. Nothing may be added afterwards.
-    [[nodiscard]] std::span<const Candidate> first(std::size_t count);
+    // The first `count` names in their order, and the first that the filter has turned away.
+    [[nodiscard]] std::vector<Candidate> first(std::size_t count) const;
+    [[nodiscard]] std::vector<Candidate> firstTurnedAway(std::size_t count) const;
+    // Whether the question and the user see no difference between the two.
+    [[nodiscard]] bool isTie(const Candidate& a, const Candidate& b) const;
 
     // The product of a name, and its number there.
     [[nodiscard]] std::uint32_t productOf(std::uint32_t key) const;
@@ -84,9 +92,12 @@ class Candidates {
     struct Order {
         std::uint64_t byQuestion;
         std::uint64_t byDocumentation;
-        std::uint32_t candidate;
+
+        friend auto operator<=>(const Order&, const Order&) = default;
     };
-    [[nodiscard]] Order orderOf(std::uint32_t candidate) const;
+    [[nodiscard]] Order orderOf(const Candidate& candidate) const;
+    [[nodiscard]] std::vector<Candidate> firstOf(const std::vector<Candidate>& candidates,
+                                                 std::size_t count) const;
 
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
@@ -95,7 +106,7 @@ class Candidates {
     std::vector<bool> m_seen;
     std::vector<Candidate> m_candidates;
     std::vector<std::u16string> m_changes{std::u16string()};
-    std::vector<Candidate> m_ordered;
+    std::vector<Candidate> m_turnedAway;
     std::size_t m_entries = 0;
     std::size_t m_filteredAway = 0;
 };

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
+#include <iterator>
 #include <optional>
 #include <string>
 #include <utility>
@@ -9,6 +11,7 @@
 
 #include "docimage/Stemmer.hpp"
 #include "docimage/searchForm.hpp"
+#include "docimage/searchedTexts.hpp"
 #include "docimage/unitBytes.hpp"
 #include "property/DeprecationStatus.hpp"
 #include "reference/ask/Candidates.hpp"
@@ -30,6 +33,8 @@ namespace {
 constexpr std::size_t enough = 10;
 // As long as there are so few, guesses are added.
 constexpr std::size_t few = 5;
+// What the filters turned away is shown by so many examples.
+constexpr std::size_t mostTurnedAway = 5;
 
 // The folders of help that the library's preferred order has first.
 constexpr std::u16string_view preferredFolders[] = {u"veltra", u"pendrake"};
@@ -44,6 +49,19 @@ std::uint32_t rankOf(const LookupIndex::Product& product, bool isNamed,
         std::ranges::find(preferredFolders, product.header.getHelpFolder()) -
         std::begin(preferredFolders));
     return (isNamed ? 0U : 1U) << 24U | std::min(byUser, 0xFFFFFU) << 4U | byLibrary;
+}
+
+// The search form with each run of white space as one space.
+std::string inOneLine(std::u16string_view text) {
+    std::string line;
+    for (const char byte : docimage::searchForm(text)) {
+        const bool isSpace = byte == ' ' || (byte >= '\t' && byte <= '\r');
+        if (!isSpace)
+            line += byte;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    return line;
 }
 
 // The question as the ladder takes it: without what names a product and what says nothing.
@@ -81,7 +99,12 @@ class Climb {
     void findWholeText(Candidates& candidates) const;
     void takeTerms();
     [[nodiscard]] bool namesProduct(const Term& term);
-    [[nodiscard]] Answer answer(Candidates& candidates) const;
+    [[nodiscard]] std::vector<Candidate> chooseFirst(const Candidates& candidates) const;
+    [[nodiscard]] bool isConfirmed(std::uint32_t key) const;
+    [[nodiscard]] bool isDeprecated(const Candidates& candidates, const Candidate& candidate) const;
+    [[nodiscard]] std::vector<Hit> hitsOf(const Candidates& candidates,
+                                          const std::vector<Candidate>& chosen) const;
+    [[nodiscard]] Answer answer(const Candidates& candidates) const;
 
     const Snapshot& m_snapshot;
     const LookupIndex& m_index;
@@ -121,6 +144,10 @@ void Climb::takeTerms() {
             without.push_back(term);
     if (without.empty())
         without = m_question->terms();
+    // The words of a phrase find what may have it.
+    for (const auto& phrase : m_question->phrases())
+        for (const auto& word : docimage::wordsOf(phrase))
+            without.push_back({.components = {docimage::fromUnitBytes(word)}});
     for (const Term& term : without)
         if (!isStopWord(term))
             m_names.push_back(term);
@@ -146,8 +173,11 @@ void Climb::findWholeText(Candidates& candidates) const {
 }
 
 Answer Climb::climb() {
-    static const Question noFilter = Question::parse(u"x");
-    const KeyFilter filter(m_index, m_question != nullptr ? *m_question : noFilter);
+    std::function<bool(std::uint32_t)> confirm;
+    if (m_question != nullptr && (!m_question->phrases().empty() || m_question->wantsDeprecated()))
+        confirm = [this](std::uint32_t key) { return isConfirmed(key); };
+    const KeyFilter filter(m_index, m_question != nullptr ? *m_question : Question::parse(u"x"),
+                           m_options, std::move(confirm));
     if (m_question != nullptr)
         takeTerms();
     std::vector<std::uint32_t> ranks;
@@ -204,22 +234,79 @@ Answer Climb::climb() {
     return answer(candidates);
 }
 
-Answer Climb::answer(Candidates& candidates) const {
-    Answer answer;
-    answer.total = candidates.entries();
-    answer.filteredAway = candidates.filteredAway();
-    for (const Candidate& candidate : candidates.first(m_options.limit)) {
-        const std::uint32_t product = candidates.productOf(candidate.key);
-        for (auto& data : dataOf(m_snapshot, product, candidates.numberInProduct(candidate.key))) {
-            if (answer.hits.size() == m_options.limit)
-                return answer;
-            answer.hits.push_back(
-                {.name = docimage::fromUnitBytes(candidates.textOf(candidate.key)),
-                 .data = std::move(data),
-                 .rung = candidate.rung,
-                 .change = candidates.change(candidate.change)});
-        }
+// What only the pages of a name tell.
+bool Climb::isConfirmed(std::uint32_t key) const {
+    const auto& first = m_index.questions().firstKeys();
+    const auto product = static_cast<std::uint32_t>(
+        std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1);
+    const auto data = dataOf(m_snapshot, product, key - first[product]);
+    return std::ranges::any_of(data, [this](const api::ReferenceData& one) {
+        const property::RefItem& item = one.getRefItem();
+        if (const auto wanted = m_question->wantsDeprecated();
+            wanted && *wanted != (item.getDeprecationStatus() != DeprecationStatus::Current))
+            return false;
+        return std::ranges::all_of(m_question->phrases(), [&](const std::u16string& phrase) {
+            const std::string form = inOneLine(phrase);
+            return docimage::anySearchedText(item, [&form](const std::u16string& text) {
+                return inOneLine(text).find(form) != std::string::npos;
+            });
+        });
+    });
+}
+
+// Of those that the question does not tell apart, what is deprecated comes last, as everywhere in
+// the library's preferred order. Only pages say what is, so that no more are read than those from
+// which the first are chosen.
+std::vector<Candidate> Climb::chooseFirst(const Candidates& candidates) const {
+    constexpr std::size_t mostCompared = 64;
+    auto chosen = candidates.first(std::max(m_options.limit, mostCompared));
+    const std::size_t compared = std::min(chosen.size(), mostCompared);
+    for (std::size_t begin = 0; begin < compared && begin < m_options.limit;) {
+        std::size_t end = begin + 1;
+        while (end < compared && candidates.isTie(chosen[begin], chosen[end]))
+            ++end;
+        if (end - begin > 1)
+            std::ranges::stable_sort(
+                chosen.begin() + static_cast<std::ptrdiff_t>(begin),
+                chosen.begin() + static_cast<std::ptrdiff_t>(end), {},
+                [&](const Candidate& candidate) { return isDeprecated(candidates, candidate); });
+        begin = end;
     }
+    if (chosen.size() > m_options.limit)
+        chosen.resize(m_options.limit);
+    return chosen;
+}
+
+bool Climb::isDeprecated(const Candidates& candidates, const Candidate& candidate) const {
+    const auto data = dataOf(m_snapshot, candidates.productOf(candidate.key),
+                             candidates.numberInProduct(candidate.key));
+    return !data.empty() && std::ranges::all_of(data, [](const api::ReferenceData& one) {
+        return one.getRefItem().getDeprecationStatus() != DeprecationStatus::Current;
+    });
+}
+
+std::vector<Hit> Climb::hitsOf(const Candidates& candidates,
+                               const std::vector<Candidate>& chosen) const {
+    std::vector<Hit> hits;
+    for (const Candidate& candidate : chosen)
+        for (auto& data : dataOf(m_snapshot, candidates.productOf(candidate.key),
+                                 candidates.numberInProduct(candidate.key)))
+            hits.push_back({.name = docimage::fromUnitBytes(candidates.textOf(candidate.key)),
+                            .data = std::move(data),
+                            .rung = candidate.rung,
+                            .change = candidates.change(candidate.change)});
+    return hits;
+}
+
+Answer Climb::answer(const Candidates& candidates) const {
+    Answer answer{.hits = hitsOf(candidates, chooseFirst(candidates)),
+                  .total = candidates.entries(),
+                  .filteredAway = candidates.filteredAway()};
+    if (answer.hits.size() > m_options.limit)
+        answer.hits.erase(answer.hits.begin() + static_cast<std::ptrdiff_t>(m_options.limit),
+                          answer.hits.end());
+    if (answer.total == 0)
+        answer.turnedAway = hitsOf(candidates, candidates.firstTurnedAway(mostTurnedAway));
     return answer;
 }
 

@@ -58,7 +58,7 @@ constexpr float ofBest = 0.6F;
 // A word that so few names have is as rare as one that a single name has.
 constexpr float rare = 28;
 // Names and items that are looked at closely.
-constexpr std::size_t mostLikely = 32;
+constexpr std::size_t mostLikely = 16;
 
 constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 

@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "property/RefEntityType.hpp"
 #include "reference/api/export.hpp"
 #include "reference/ask/Answer.hpp"
 
@@ -22,6 +23,10 @@ struct AskOptions {
     // Short names of products whose hits go before equal ones of others, the most preferred first.
     // Products that are not installed are passed over.
     std::vector<std::u16string> preferredProducts;
+    // Filters besides those of the question; empty: any. A product that is not installed has
+    // nothing.
+    std::vector<property::RefEntityType::Value> types;
+    std::vector<std::u16string> products;
 };
 
 // Answers the question; its grammar is that of Question. Throws QuestionError where it cannot be

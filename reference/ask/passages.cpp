@@ -10,17 +10,20 @@ namespace {
 
 constexpr float synonymShare = 0.7F;
 
-// The search form of a text that is stored as bytes; one pass where it is ASCII, as most are.
-void assignFormOfBytes(std::string_view bytes, std::string& form) {
-    if (!std::ranges::all_of(bytes,
-                             [](char byte) { return static_cast<signed char>(byte) >= 0; })) {
-        form = docimage::searchForm(docimage::fromUnitBytes(bytes));
-        return;
-    }
-    form.assign(bytes);
-    for (char& byte : form)
-        if (byte >= 'A' && byte <= 'Z')
-            byte = static_cast<char>(byte + ('a' - 'A'));
+constexpr char folded(char byte) noexcept {
+    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
+}
+
+// The number of a word's first two bytes in search form.
+std::size_t beginningOf(std::string_view word) noexcept {
+    constexpr unsigned bits = 8;
+    const auto first = static_cast<unsigned char>(folded(word[0]));
+    const auto second = word.size() > 1 ? static_cast<unsigned char>(folded(word[1])) : 0U;
+    return std::size_t{first} << bits | second;
+}
+
+bool isAscii(std::string_view bytes) noexcept {
+    return std::ranges::all_of(bytes, [](char byte) { return static_cast<signed char>(byte) >= 0; });
 }
 
 }  // namespace
@@ -30,6 +33,9 @@ std::size_t PassageFinder::Hash::operator()(std::string_view word) const noexcep
 }
 
 void PassageFinder::addWord(std::string_view word, std::size_t number, bool isSynonym) {
+    if (word.empty())
+        return;
+    m_beginnings[beginningOf(word)] = true;
     auto found = m_words.find(word);
     if (found == m_words.end())
         found = m_words.emplace(std::string(word), WordBits()).first;
@@ -45,13 +51,12 @@ void PassageFinder::clear() noexcept {
 bool PassageFinder::look(std::string_view text) {
     text = text.substr(0, longestText - m_looked);
     m_looked += text.size();
-    assignFormOfBytes(text, m_form);
     m_found.clear();
     std::size_t position = 0;
-    docimage::forEachWord(m_form, [&](std::string_view word) {
-        if (const auto found = m_words.find(word); found != m_words.end()) {
-            m_found.push_back({.position = position, .bits = found->second});
-            m_texts.all.add(found->second);
+    docimage::forEachWord(text, [&](std::string_view word) {
+        if (const WordBits* const bits = bitsOf(word)) {
+            m_found.push_back({.position = position, .bits = *bits});
+            m_texts.all.add(*bits);
         }
         ++position;
     });
@@ -66,6 +71,22 @@ bool PassageFinder::look(std::string_view text) {
             takePassage(first, end);
     }
     return m_looked == longestText;
+}
+
+// Most words of a text begin like none that is looked for, and need not be folded.
+const WordBits* PassageFinder::bitsOf(std::string_view word) {
+    const bool isPlain = isAscii(word.substr(0, 2));
+    if (isPlain && !m_beginnings[beginningOf(word)])
+        return nullptr;
+    if (isPlain && isAscii(word)) {
+        m_form.assign(word);
+        for (char& byte : m_form)
+            byte = folded(byte);
+    } else {
+        m_form = docimage::searchForm(docimage::fromUnitBytes(word));
+    }
+    const auto found = m_words.find(std::string_view(m_form));
+    return found == m_words.end() ? nullptr : &found->second;
 }
 
 void PassageFinder::takePassage(std::size_t first, std::size_t end) {

@@ -1,6 +1,7 @@
 // Where in a text the words of a question stand together. Internal: no public header includes it.
 #pragma once
 
+#include <bitset>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -63,10 +64,12 @@ class PassageFinder {
         using is_transparent = void;
         [[nodiscard]] std::size_t operator()(std::string_view word) const noexcept;
     };
+    [[nodiscard]] const WordBits* bitsOf(std::string_view word);
     void takePassage(std::size_t first, std::size_t end);
 
     std::span<const float> m_weights;
     boost::unordered_flat_map<std::string, WordBits, Hash, std::equal_to<>> m_words;
+    std::bitset<1U << 16U> m_beginnings;  // two bytes that a word begins with
     std::vector<Found> m_found;
     std::string m_form;
     std::size_t m_looked = 0;

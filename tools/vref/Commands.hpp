@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -20,6 +21,8 @@ struct ShowOptions {
     DocumentationOptions documentation;
     // The name may be an href as well.
     QueryOptions query;
+    // Which of the entries that are found, counted from 1.
+    std::size_t nth = 1;
     bool json = false;
 };
 

@@ -2,8 +2,10 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
+#include <boost/algorithm/string/join.hpp>
 
 #include "vref/OptionTexts.hpp"
 #include "vref/Ordering.hpp"
@@ -45,12 +47,20 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
 }
 
 void addFindOptions(CLI::App& command, FindOptions& options) {
-    command.add_option("NAME", options.query.name, "The entity's qualified name");
+    command.add_option_function<std::vector<std::string>>(
+        "WORDS",
+        [&options](const std::vector<std::string>& words) {
+            options.query.name = boost::join(words, " ");
+        },
+        "A name, a part of one, words that say what it is for, or pasted code");
+    command.add_flag("--exact", options.exact,
+                     "The name as it stands, as the library's request has it: what --search, "
+                     "--ignore-case, --ignore-package and --order say holds then");
     command
         .add_option_function<std::string>(
             "--search",
             [&options](const std::string& name) { options.query.search = toSearch(name); },
-            "What the name is compared with: entity names (the default), classes, each with its "
+            "What the name is compared with: entity names, classes, each with its "
             "properties, parts of names and purposes, parts of all text, or the pages that "
             "entries are on")
         ->type_name("entity|class|purpose|text|page");
@@ -59,13 +69,21 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
         .add_option(
             "--order", options.order,
             "What to order by, one key or several divided by commas: " + Ordering::knownKeys() +
-                ". Without it: the very name first, then preferred, then depth")
+                ".")
         ->type_name("KEY[,KEY...]")
         ->allow_extra_args(false);
     command.add_flag("--explain", options.explain, "Tell which key put each entry before the next");
+    command
+        .add_option("--prefer", options.prefer,
+                    "Entries of this product before equal ones of others; may be repeated")
+        ->type_name("PRODUCT")
+        ->allow_extra_args(false);
     command.add_flag("--all", options.query.all,
-                     "Everything of the given types and products, whatever its name");
-    command.add_option("--limit", options.limit, "At most this many entries")
+                     "All that is found; without WORDS, everything of the given types and "
+                     "products");
+    command
+        .add_option("--limit", options.limit,
+                    "At most this many entries (ten, unless a request says how to match)")
         ->type_name("N")
         ->check(checkCount);
     command.add_flag("--long", options.hrefs, "Also show each entry's page");

@@ -1,15 +1,17 @@
 #include "vref/NamedEntries.hpp"
 
-#include <functional>
+#include <algorithm>
 #include <iostream>
 #include <span>
+#include <utility>
 
 #include "docparser/DocParserException.hpp"
 #include "property/RefEntityType.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "vref/DisplayText.hpp"
+#include "reference/ask/Rung.hpp"
 #include "vref/ExitStatus.hpp"
-#include "vref/Ordering.hpp"
+#include "vref/Finding.hpp"
 #include "vref/ResultList.hpp"
 #include "vref/Terminal.hpp"
 
@@ -66,49 +68,84 @@ std::vector<ReferenceData> propertiesOfPage(const ReferenceRequest& request) {
     return found;
 }
 
-std::vector<ReferenceData> firstReading(const ReferenceRequest& request) {
-    ReferenceRequest loose = request;
-    loose.setEntityPrecision(api::EntityPrecision::Ignore_Package);
-    ReferenceRequest loosest = loose;
-    loosest.setEntityCaseSensitivity(api::EntityCaseSensitivity::Insensitive);
-    const std::function<std::vector<ReferenceData>()> readings[] = {
-        [&] { return retrieve(Search::Entity, request); },
-        [&] { return entriesOfPage(request); },
-        [&] { return retrieve(Search::Entity, loose); },
-        [&] { return retrieve(Search::Entity, loosest); },
-        [&] { return propertiesOfPage(request); },
-    };
-    for (const auto& reading : readings)
-        if (auto found = reading(); !found.empty())
-            return found;
-    return {};
+// What the options of a request say, or a question finds.
+NamedEntries fromFinding(Finding finding) {
+    NamedEntries found;
+    found.alike = finding.results.size();
+    if (!finding.foundBy.empty()) {
+        const FoundBy& first = finding.foundBy.front();
+        found.alike = static_cast<std::size_t>(
+            std::ranges::count(finding.foundBy, first.rung, &FoundBy::rung));
+        const bool isName = first.rung == ask::toString(ask::Rung::Name) ||
+                            first.rung == ask::toString(ask::Rung::AnyCase) ||
+                            first.rung == ask::toString(ask::Rung::WithoutPackage);
+        if (!isName || !first.change.empty())
+            found.change = first.description;
+    }
+    found.entries = std::move(finding.results);
+    return found;
+}
+
+// What does not look at names.
+NamedEntries fromResults(std::vector<ReferenceData> results) {
+    NamedEntries found;
+    found.alike = results.size();
+    found.entries = std::move(results);
+    return found;
+}
+
+NamedEntries firstReading(const FindOptions& options, const Documentation& documentation) {
+    const ReferenceRequest request = toRequest(options.query, documentation);
+    NamedEntries asked = fromFinding(findEntries(options, documentation));
+    if (!asked.entries.empty() && asked.change.empty())
+        return asked;
+    if (auto page = entriesOfPage(request); !page.empty())
+        return fromResults(std::move(page));
+    if (!asked.entries.empty())
+        return asked;
+    return fromResults(propertiesOfPage(request));
 }
 
 }  // namespace
 
-std::vector<ReferenceData> entriesNamed(const QueryOptions& query,
-                                        const Documentation& documentation) {
-    ReferenceRequest request = toRequest(query, documentation);
-    request.setRefRequestComparator(
-        Ordering::forPerson(request.getEntityText(), request.getEntityCaseSensitivity())
-            .comparator());
-    auto found = firstReading(request);
-    if (found.empty() && documentation.unreadableFiles() > 0)
+NamedEntries entriesNamed(const QueryOptions& query, std::size_t nth,
+                          const Documentation& documentation) {
+    // So many are listed at most.
+    constexpr std::size_t mostAlike = 200;
+    FindOptions options{.query = query, .limit = std::max(nth, mostAlike)};
+    NamedEntries found = firstReading(options, documentation);
+    if (found.entries.empty() && documentation.unreadableFiles() > 0)
         throw UnusableError("What was found could not be read (see above).");
-    if (found.empty())
+    if (found.entries.empty()) {
         std::cerr << "vref: there is neither an entity nor a page called \""
                   << printable(query.name) << "\"\n";
+        return found;
+    }
+    if (nth > found.entries.size()) {
+        std::cerr << "vref: there are only " << found.entries.size() << " entries for \""
+                  << printable(query.name) << "\"\n";
+        return {};
+    }
+    found.entries.erase(found.entries.begin(),
+                        found.entries.begin() + static_cast<std::ptrdiff_t>(nth - 1));
+    found.alike = nth == 1 ? found.alike : 1;
     return found;
 }
 
-void tellOthers(const std::vector<ReferenceData>& results) {
-    if (results.size() < 2)
-        return;
+void tellOthers(const NamedEntries& found) {
     std::cout.flush();
-    std::cerr << "\nvref: " << results.size() - 1
-              << " more by this name; --product, --type or the page tell them apart:\n";
-    writeList(std::cerr, Terminal::ofStandardError(), std::span(results).subspan(1),
-              {.hrefs = true});
+    if (!found.change.empty())
+        std::cerr << "\nvref: " << printable(found.change) << '\n';
+    if (found.alike < 2)
+        return;
+    std::cerr << "\nvref: " << found.alike - 1
+              << " more like this; --nth, --product, --type or the page tell them apart:\n";
+    constexpr std::size_t mostListed = 20;
+    const std::size_t listed = std::min(found.alike - 1, mostListed);
+    writeList(std::cerr, Terminal::ofStandardError(),
+              std::span(found.entries).subspan(1, listed), {.hrefs = true});
+    if (listed < found.alike - 1)
+        std::cerr << "vref: and " << found.alike - 1 - listed << " more\n";
 }
 
 }  // namespace reference::tools

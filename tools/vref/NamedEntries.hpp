@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <string>
 #include <vector>
 
 #include "reference/api/ReferenceData.hpp"
@@ -8,16 +10,26 @@
 
 namespace reference::tools {
 
-// What the query's name means, by the narrowest reading that finds something: the exact name, a
-// page (an href, with or without the help folder before it), and then, for people who type from
-// memory, the name without its package, then also in any case, and the page of a property. Entries
-// that share a name are in the order in which "vref find" lists them. If nothing is found, a
-// message on the standard error stream says so. Throws what toRequest() throws, and UnusableError
-// if something that was found could not be read.
-[[nodiscard]] std::vector<api::ReferenceData> entriesNamed(const QueryOptions& query,
-                                                           const Documentation& documentation);
+// What a text means, by the narrowest reading that finds something: a name, a page (an href, with
+// or without the help folder before it), a question, and the page of a property. Where it is a
+// question, entries are in the order in which "vref find" lists them. With --ignore-case or
+// --ignore-package it is a request of the library instead.
+struct NamedEntries {
+    // From the wanted one on.
+    std::vector<api::ReferenceData> entries;
+    // How many of them were found in the same way as the first.
+    std::size_t alike = 0;
+    // What the question had to be taken for; empty for a name as it stands. UTF-8.
+    std::string change;
+};
 
-// Lists all results but the first on the standard error stream, and how to tell them apart.
-void tellOthers(const std::vector<api::ReferenceData>& results);
+// `nth` counts from 1. If there are fewer, nothing is returned, and a message on the standard error
+// stream says so. Throws what findEntries() throws.
+[[nodiscard]] NamedEntries entriesNamed(const QueryOptions& query, std::size_t nth,
+                                        const Documentation& documentation);
+
+// On the standard error stream: what the text was taken for, all entries that were found in the
+// same way but the first, and how to tell them apart.
+void tellOthers(const NamedEntries& found);
 
 }  // namespace reference::tools

@@ -28,7 +28,8 @@ std::string whyNoPlace(const api::ReferenceData& result, const Documentation& do
 
 ExitStatus openPage(const OpenOptions& options) {
     const Documentation documentation(options.documentation);
-    const auto found = entriesNamed(options.query, documentation);
+    const NamedEntries named = entriesNamed(options.query, 1, documentation);
+    const auto& found = named.entries;
     if (found.empty())
         return NothingFound;
     const auto place = documentation.placeOf(found.front());
@@ -42,7 +43,7 @@ ExitStatus openPage(const OpenOptions& options) {
         std::cout << address << '\n';
     if (opening == Opening::Failed)
         std::cerr << "vref: xdg-open could not open the page; its address is printed instead\n";
-    tellOthers(found);
+    tellOthers(named);
     return opening == Opening::Failed ? Incomplete : Success;
 }
 

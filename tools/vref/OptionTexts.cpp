@@ -63,7 +63,7 @@ bool isProductName(const std::string& text) {
 void requireCleanTexts(CLI::App& command) {
     for (CLI::Option* option : command.get_options())
         if (option->get_items_expected_max() > 0)
-            option->check(option->get_name() == "NAME" ? checkUtf8 : checkClean);
+            option->check(option->get_name() == "NAME" || option->get_name() == "WORDS" ? checkUtf8 : checkClean);
     for (CLI::App* below : command.get_subcommands({}))
         requireCleanTexts(*below);
 }
@@ -107,6 +107,14 @@ std::string checkCount(const std::string& text) {
         return {};
     return "\"" + printable(text) +
            "\" is no number of entries; it must be a whole number, such as 20.";
+}
+
+std::string checkPositive(const std::string& text) {
+    if (auto problem = checkCount(text); !problem.empty())
+        return problem;
+    return text.find_first_not_of('0') == std::string::npos
+               ? "Entries are counted from 1; there is no entry 0."
+               : std::string();
 }
 
 }  // namespace reference::tools

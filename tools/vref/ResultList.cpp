@@ -113,6 +113,9 @@ void writeList(std::ostream& out, const Terminal& terminal,
         std::string end = terminal.styled(Style::Warning, status) + purpose;
         if (!end.empty())
             end.insert(0, "  ");
+        if (!details.headings.empty() && !details.headings[at].empty())
+            out << terminal.styled(Style::Faint, withoutControls(details.headings[at] + ":"))
+                << '\n';
         out << terminal.styled(Style::Name, names) << middle << end << '\n';
         if (details.hrefs)
             out << "    " << terminal.styled(Style::Faint, row.href) << '\n';

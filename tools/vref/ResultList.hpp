@@ -3,6 +3,7 @@
 #include <iosfwd>
 #include <span>
 #include <string>
+#include <vector>
 
 #include "reference/api/ReferenceData.hpp"
 #include "vref/Terminal.hpp"
@@ -25,6 +26,8 @@ struct ListDetails {
     bool hrefs = false;
     // A line with a note on each result; empty, or one per result.
     std::span<const std::string> notes;
+    // A line before a result, where its text is not empty; none, or one per result.
+    std::vector<std::string> headings = {};
 };
 
 // Writes a line for each result: names, kind, product, whether it is deprecated or removed, and

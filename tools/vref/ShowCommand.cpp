@@ -13,7 +13,8 @@ namespace reference::tools {
 
 ExitStatus show(const ShowOptions& options) {
     const Documentation documentation(options.documentation);
-    const auto found = entriesNamed(options.query, documentation);
+    const NamedEntries named = entriesNamed(options.query, options.nth, documentation);
+    const auto& found = named.entries;
     if (found.empty())
         return NothingFound;
     if (options.json) {
@@ -24,7 +25,7 @@ ExitStatus show(const ShowOptions& options) {
                   {.address = place ? place->address() : std::string(),
                    .members = membersOf(found.front())});
     }
-    tellOthers(found);
+    tellOthers(named);
     return Success;
 }
 

@@ -127,7 +127,8 @@ std::optional<Command> commandIn(const std::string& line) {
 class Session {
   public:
     explicit Session(const WatchOptions& options)
-        : m_output(options.json ? WatchOutput::forProgram() : WatchOutput::forPerson()),
+        : m_isForProgram(options.json),
+          m_output(options.json ? WatchOutput::forProgram() : WatchOutput::forPerson()),
           m_documentation(options.documentation,
                           [this](const std::string& message) { m_output->warning(message); }) {
         vvm::Factory::makeLocalVVM();
@@ -179,12 +180,19 @@ class Session {
             if (const auto command = commandIn(request))
                 obey(*command);
             else
-                find(parseRequest(request));
+                find(parseLine(request));
         } catch (const HelpWanted&) {
             m_output->answerHelp(m_line, helpText());
         } catch (const std::exception& error) {
             m_output->answerError(m_line, error.what());
         }
+    }
+
+    // A program gets what version 1 of the protocol promises: the request of the library.
+    [[nodiscard]] FindOptions parseLine(const std::string& line) const {
+        FindOptions options = parseRequest(line);
+        options.exact = options.exact || m_isForProgram;
+        return options;
     }
 
     void find(const FindOptions& options) {
@@ -265,6 +273,7 @@ class Session {
         return loaded;
     }
 
+    const bool m_isForProgram;
     const std::unique_ptr<WatchOutput> m_output;
     Documentation m_documentation;
     ManifestWatch m_manifests;

@@ -85,8 +85,8 @@ class ProgramOutput final : public WatchOutput {
         for (const auto& message : finding.messages)
             messages.emplace_back(wellFormed(message));
         json::object value{{"line", line},
-                           {"total", finding.results.size()},
-                           {"results", toJson(finding.first(), finding.notes)},
+                           {"total", finding.total},
+                           {"results", toJson(finding)},
                            {"messages", std::move(messages)}};
         if (finding.lesson)
             value["suggestion"] = json::object{{"text", wellFormed(finding.lesson->text)},

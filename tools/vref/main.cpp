@@ -8,11 +8,13 @@
 #include <vector>
 
 #include <CLI/CLI.hpp>
+#include <boost/algorithm/string/join.hpp>
 
 #include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/FindCommandLine.hpp"
+#include "vref/Nearest.hpp"
 #include "vref/OptionTexts.hpp"
 #include "vref/StandardStreams.hpp"
 
@@ -71,14 +73,21 @@ class CommandLine {
     }
 
     int run(int argc, char** argv) {
-        const std::vector<std::string> arguments(argv + 1, argv + argc);
+        std::vector<std::string> arguments(argv + 1, argv + argc);
         // Not left to CLI11, which would run the commands that help is wanted for.
         if (!arguments.empty() && arguments.front() == "help" &&
             std::ranges::none_of(arguments, [](auto& word) { return word.starts_with('-'); }))
             return help(std::span(arguments).subspan(1));
+        // Words without a command are a question.
+        if (!arguments.empty() && commandNamed(m_app, arguments.front()) == nullptr &&
+            !isOwnOption(arguments.front())) {
+            m_find.isWithoutCommand = true;
+            arguments.insert(arguments.begin(), "find");
+        }
         requireKnownCommand(arguments);
         try {
-            m_app.parse(argc, argv);
+            // CLI11 takes them from the last to the first.
+            m_app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::ParseError& error) {
             if (error.get_exit_code() == 0)  // --help and --version
                 return m_app.exit(error);
@@ -90,6 +99,10 @@ class CommandLine {
     }
 
   private:
+    static bool isOwnOption(const std::string& argument) {
+        return argument == "--help" || argument == "-h" || argument == "--version";
+    }
+
     // CLI11 treats an unknown command, and everything after it, as unexpected arguments.
     void requireKnownCommand(const std::vector<std::string>& arguments) const {
         const CLI::App* app = &m_app;
@@ -148,17 +161,46 @@ class CommandLine {
     }
 
     void addFind() {
-        CLI::App* command =
-            m_app.add_subcommand("find", "Lists the entries that bear a name, or hold it");
+        CLI::App* command = m_app.add_subcommand(
+            "find", "Lists what a question finds; without a command, words are a question, too");
         addFindOptions(*command, m_find);
         addDocumentationOptions(*command, m_findWhere);
-        command->callback([this] { m_command = [this] { return find(m_find, m_findWhere); }; });
+        command->callback([this] { m_command = [this] { return findOrExplain(); }; });
+    }
+
+    // Where words without a command find nothing, the first of them may be a mistyped command.
+    ExitStatus findOrExplain() {
+        const ExitStatus status = find(m_find, m_findWhere);
+        if (status == NothingFound && m_find.isWithoutCommand) {
+            const std::string first = m_find.query.name.substr(0, m_find.query.name.find(' '));
+            std::vector<std::string> names;
+            for (const CLI::App* command : m_app.get_subcommands({}))
+                names.push_back(command->get_name());
+            if (const auto meant = nearest(first, names))
+                std::cerr << "vref: did you mean the command \"" << *meant << "\"?\n";
+        }
+        return status;
+    }
+
+    static void addWords(CLI::App& command, QueryOptions& query) {
+        command
+            .add_option_function<std::vector<std::string>>(
+                "WORDS",
+                [&query](const std::vector<std::string>& words) {
+                    query.name = boost::join(words, " ");
+                },
+                "What \"vref find\" takes, or a page's href")
+            ->required();
     }
 
     void addShow() {
         CLI::App* command = m_app.add_subcommand("show", "Shows one entry as a manual page");
-        command->add_option("NAME", m_show.query.name, "The entity's name, or a page's href")
-            ->required();
+        addWords(*command, m_show.query);
+        command
+            ->add_option("--nth", m_show.nth,
+                         "Not the first entry that is found but this one, counted from 1")
+            ->type_name("N")
+            ->check(checkPositive);
         addQueryOptions(*command, m_show.query);
         command->add_flag("--json", m_show.json, "Print the entry as a JSON array of one");
         addDocumentationOptions(*command, m_show.documentation);
@@ -168,8 +210,7 @@ class CommandLine {
     void addOpen() {
         CLI::App* command = m_app.add_subcommand(
             "open", "Opens the page of one entry in the browser, or prints its address");
-        command->add_option("NAME", m_open.query.name, "The entity's name, or a page's href")
-            ->required();
+        addWords(*command, m_open.query);
         addQueryOptions(*command, m_open.query);
         addDocumentationOptions(*command, m_open.documentation);
         command->callback([this] { m_command = [this] { return openPage(m_open); }; });
