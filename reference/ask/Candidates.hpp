@@ -35,8 +35,8 @@ class KeyFilter {
   public:
     // Throws QuestionError for a product that is not installed.
     // `confirm`: asked last, about names that all else admits; may be empty.
-    KeyFilter(const search::LookupIndex& index, const Question& question,
-              const AskOptions& options, std::function<bool(std::uint32_t key)> confirm);
+    KeyFilter(const search::LookupIndex& index, const Question& question, const AskOptions& options,
+              std::function<bool(std::uint32_t key)> confirm);
 
     [[nodiscard]] bool admits(std::uint32_t key) const;
 
@@ -73,6 +73,10 @@ class Candidates {
 
     // Names admitted, and their entries; entries that the filter has turned away.
     [[nodiscard]] std::size_t size() const noexcept { return m_candidates.size(); }
+    // Whether any name was found, admitted or not.
+    [[nodiscard]] bool isFound() const noexcept {
+        return !m_candidates.empty() || !m_turnedAway.empty();
+    }
     [[nodiscard]] std::size_t entries() const noexcept { return m_entries; }
     [[nodiscard]] std::size_t filteredAway() const noexcept { return m_filteredAway; }
 

@@ -5,7 +5,9 @@
 #include <functional>
 #include <iterator>
 #include <optional>
+#include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -103,7 +105,8 @@ class Climb {
     [[nodiscard]] bool isConfirmed(std::uint32_t key) const;
     [[nodiscard]] bool isDeprecated(const Candidates& candidates, const Candidate& candidate) const;
     [[nodiscard]] std::vector<Hit> hitsOf(const Candidates& candidates,
-                                          const std::vector<Candidate>& chosen) const;
+                                          const std::vector<Candidate>& chosen,
+                                          std::size_t count) const;
     [[nodiscard]] Answer answer(const Candidates& candidates) const;
 
     const Snapshot& m_snapshot;
@@ -216,20 +219,22 @@ Answer Climb::climb() {
         if (!isEnough())
             for (auto& name : readings)
                 name.findBeginning();
-        if (candidates.size() == 0) {
+        if (!candidates.isFound()) {
             for (auto& name : readings)
                 name.findSpelling();
-            if (candidates.size() == 0 && reading.correctSpelling())
+            if (!candidates.isFound() && reading.correctSpelling())
                 reading.findParts();
         }
     }
     if (isEnough() || place == Place::Names)
         return answer(candidates);
-    const bool isFound = candidates.size() > 0;
+    const bool isFound = candidates.isFound();
     MeaningReading meaning(m_snapshot, reading.stems(), reading.change(), candidates);
-    if (place != Place::Texts)
+    // A name that is found is not described by itself.
+    if (place != Place::Texts && (!isFound || m_names.size() > 1))
         meaning.findWords(place == Place::Purposes);
-    if (place == Place::Texts || (place == Place::Anywhere && !isFound && candidates.entries() < few))
+    if (place == Place::Texts ||
+        (place == Place::Anywhere && !isFound && candidates.entries() < few))
         meaning.findTexts(place == Place::Anywhere);
     return answer(candidates);
 }
@@ -259,7 +264,10 @@ bool Climb::isConfirmed(std::uint32_t key) const {
 // which the first are chosen.
 std::vector<Candidate> Climb::chooseFirst(const Candidates& candidates) const {
     constexpr std::size_t mostCompared = 64;
-    auto chosen = candidates.first(std::max(m_options.limit, mostCompared));
+    // Some names share their entry with others.
+    constexpr std::size_t namesOfEntry = 2;
+    const std::size_t wanted = std::min(m_options.limit, candidates.size()) * namesOfEntry;
+    auto chosen = candidates.first(std::max(wanted, mostCompared));
     const std::size_t compared = std::min(chosen.size(), mostCompared);
     for (std::size_t begin = 0; begin < compared && begin < m_options.limit;) {
         std::size_t end = begin + 1;
@@ -272,8 +280,6 @@ std::vector<Candidate> Climb::chooseFirst(const Candidates& candidates) const {
                 [&](const Candidate& candidate) { return isDeprecated(candidates, candidate); });
         begin = end;
     }
-    if (chosen.size() > m_options.limit)
-        chosen.resize(m_options.limit);
     return chosen;
 }
 
@@ -285,28 +291,37 @@ bool Climb::isDeprecated(const Candidates& candidates, const Candidate& candidat
     });
 }
 
-std::vector<Hit> Climb::hitsOf(const Candidates& candidates,
-                               const std::vector<Candidate>& chosen) const {
+std::vector<Hit> Climb::hitsOf(const Candidates& candidates, const std::vector<Candidate>& chosen,
+                               std::size_t count) const {
     std::vector<Hit> hits;
+    // An entry that is documented under two names is one hit.
+    std::set<std::tuple<std::u16string, std::u16string, std::u16string>> seen;
+    const auto isNew = [&seen](const api::ReferenceData& data) {
+        const property::RefItem& item = data.getRefItem();
+        const auto& entities = item.getRefEntities();
+        return seen
+            .emplace(data.getHeaderInfo().getShortName(), item.getHref(),
+                     entities.empty() ? std::u16string() : entities.front().getName())
+            .second;
+    };
     for (const Candidate& candidate : chosen)
         for (auto& data : dataOf(m_snapshot, candidates.productOf(candidate.key),
                                  candidates.numberInProduct(candidate.key)))
-            hits.push_back({.name = docimage::fromUnitBytes(candidates.textOf(candidate.key)),
-                            .data = std::move(data),
-                            .rung = candidate.rung,
-                            .change = candidates.change(candidate.change)});
+            if (hits.size() < count && isNew(data))
+                hits.push_back({.name = docimage::fromUnitBytes(candidates.textOf(candidate.key)),
+                                .data = std::move(data),
+                                .rung = candidate.rung,
+                                .change = candidates.change(candidate.change)});
     return hits;
 }
 
 Answer Climb::answer(const Candidates& candidates) const {
-    Answer answer{.hits = hitsOf(candidates, chooseFirst(candidates)),
+    Answer answer{.hits = hitsOf(candidates, chooseFirst(candidates), m_options.limit),
                   .total = candidates.entries(),
                   .filteredAway = candidates.filteredAway()};
-    if (answer.hits.size() > m_options.limit)
-        answer.hits.erase(answer.hits.begin() + static_cast<std::ptrdiff_t>(m_options.limit),
-                          answer.hits.end());
     if (answer.total == 0)
-        answer.turnedAway = hitsOf(candidates, candidates.firstTurnedAway(mostTurnedAway));
+        answer.turnedAway =
+            hitsOf(candidates, candidates.firstTurnedAway(mostTurnedAway), mostTurnedAway);
     return answer;
 }
 

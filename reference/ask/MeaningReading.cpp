@@ -65,10 +65,9 @@ constexpr std::uint32_t none = std::numeric_limits<std::uint32_t>::max();
 // Stems of words that most questions could have, whatever they ask for: found, they count a little;
 // missing, they do not matter.
 constexpr std::string_view weakStems[] = {
-    "allow",    "calcul", "class",  "code",    "comput",  "creat",   "exampl", "find",
-    "function", "get",    "given",  "give",    "librari", "make",    "method", "modul",
-    "new",      "object", "packag", "perform", "return",  "support", "take",   "use",
-    "valu",     "work"};
+    "allow",  "calcul",  "class",  "code",    "comput", "creat",  "exampl", "find", "function",
+    "get",    "given",   "give",   "librari", "make",   "method", "modul",  "new",  "object",
+    "packag", "perform", "return", "support", "take",   "use",    "valu",   "work"};
 
 bool isWeakStem(std::string_view stem) {
     return std::ranges::find(weakStems, stem) != std::end(weakStems) ||
@@ -130,23 +129,23 @@ void MeaningReading::forEachKeyWith(std::size_t number, Field field, const Visit
             [&](std::uint32_t found) { lexicon.forEachTextWith(found, visit); });
     };
     switch (field) {
-    case Field::Last:
-        for (const auto part : stem.parts)
-            visitAll(m_questions.lastParts(), part);
-        break;
-    case Field::Purpose:
-        visitAll(m_questions.purposes(), stem.text);
-        break;
-    case Field::Synonym:
-        for (const auto& synonym : stem.synonyms)
-            visitAll(m_questions.purposes(), synonym);
-        for (const auto part : stem.synonymParts)
-            visitAll(m_questions.lastParts(), part);
-        break;
-    case Field::Outer:
-        for (const auto part : stem.parts)
-            visitAll(m_questions.outerParts(), part);
-        break;
+        case Field::Last:
+            for (const auto part : stem.parts)
+                visitAll(m_questions.lastParts(), part);
+            break;
+        case Field::Purpose:
+            visitAll(m_questions.purposes(), stem.text);
+            break;
+        case Field::Synonym:
+            for (const auto& synonym : stem.synonyms)
+                visitAll(m_questions.purposes(), synonym);
+            for (const auto part : stem.synonymParts)
+                visitAll(m_questions.lastParts(), part);
+            break;
+        case Field::Outer:
+            for (const auto part : stem.parts)
+                visitAll(m_questions.outerParts(), part);
+            break;
     }
 }
 
@@ -295,8 +294,8 @@ float MeaningReading::nearnessOf(std::uint32_t key, const Places& places) const 
         typeBit(RefEntityType::Command);
     float nearness = found / all / (1 + share::forRest * rest);
     if ((facts.types & callable) == 0)
-        nearness *= facts.types == typeBit(RefEntityType::Package) ? share::forPackage
-                                                                   : share::forOther;
+        nearness *=
+            facts.types == typeBit(RefEntityType::Package) ? share::forPackage : share::forOther;
     return isPrivate(m_candidates.textOf(key)) ? nearness * share::forPrivate : nearness;
 }
 
@@ -347,10 +346,9 @@ const JoinedPages* MeaningReading::pagesOf(std::uint32_t product) const {
 template <typename Scored>
 void keepBest(std::vector<Scored>& scored, std::size_t count) {
     count = std::min(count, scored.size());
-    std::ranges::partial_sort(scored, scored.begin() + static_cast<std::ptrdiff_t>(count), {},
-                              [](const Scored& one) {
-                                  return std::tuple(-one.score, one.product, one.number);
-                              });
+    std::ranges::partial_sort(
+        scored, scored.begin() + static_cast<std::ptrdiff_t>(count), {},
+        [](const Scored& one) { return std::tuple(-one.score, one.product, one.number); });
     scored.resize(count);
 }
 
@@ -431,8 +429,7 @@ std::vector<MeaningReading::Scored> MeaningReading::likelyItems() {
         }
         for (std::uint32_t item = 0; item < scores.size(); ++item)
             if (scores[item] > worthReading * all)
-                items.push_back(
-                    {.score = scores[item] / all, .product = product, .number = item});
+                items.push_back({.score = scores[item] / all, .product = product, .number = item});
     }
     keepBest(items, mostLikely);
     return items;
@@ -528,8 +525,8 @@ void MeaningReading::findTexts(bool alsoMostWords) {
     const std::uint64_t required = requiredStems();
     std::vector<std::pair<float, std::uint32_t>> likely;
     for (std::size_t at = 0; at < keys.size(); ++at) {
-        const float nearness = nearnessOf(keys[at], places[at]) *
-                               (1 + share::forMention * prominenceOf(keys[at]));
+        const float nearness =
+            nearnessOf(keys[at], places[at]) * (1 + share::forMention * prominenceOf(keys[at]));
         if ((places[at].texts.passage.words & required) == required)
             add(keys[at], Rung::Text, nearness);
         else if (alsoMostWords && nearness > 0)

@@ -128,6 +128,9 @@ class QuestionParser {
             if (isString && isFollowedByMember(endOfString(m_text, m_at))) {
                 m_at = endOfString(m_text, m_at);
                 hasBrackets = true;
+            } else if (const std::size_t end = endOfTemplate(m_text, m_at);
+                       end > m_at && m_at > begin) {
+                m_at = end;
             } else if ((unit == u'(' || unit == u'[') && m_at > begin) {
                 hasBrackets = true;
                 m_at = endOfBracket(m_text, m_at);
@@ -326,7 +329,7 @@ class QuestionParser {
                 while (end < chunk.size() && isIdentifierUnit(chunk[end]))
                     ++end;
                 term.components.emplace_back(chunk.substr(at, end - at));
-                at = end;
+                at = endOfTemplate(chunk, end);
                 const std::size_t separator = separatorAt(chunk, at);
                 if (separator == 0)
                     break;

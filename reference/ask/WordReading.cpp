@@ -31,8 +31,7 @@ std::uint32_t slipsInSentence(std::size_t length) {
 
 WordReading::WordReading(const docimage::QuestionIndex& questions, std::span<const Term> terms,
                          Candidates& candidates)
-    : m_questions(questions),
-      m_candidates(candidates) {
+    : m_questions(questions), m_candidates(candidates) {
     for (const Term& term : terms)
         for (const auto& component : term.components)
             addWord(component);

@@ -17,12 +17,11 @@ namespace reference::ask {
     std::vector<std::uint32_t> keys;
     if (word.empty())
         return keys;
-    lexicon.forEachWordWith({.letters = word, .isStart = true, .isEnd = true},
-                            [&](std::uint32_t number) {
-                                keys.reserve(lexicon.weightOf(number));
-                                lexicon.forEachTextWith(
-                                    number, [&](std::uint32_t key) { keys.push_back(key); });
-                            });
+    lexicon.forEachWordWith(
+        {.letters = word, .isStart = true, .isEnd = true}, [&](std::uint32_t number) {
+            keys.reserve(lexicon.weightOf(number));
+            lexicon.forEachTextWith(number, [&](std::uint32_t key) { keys.push_back(key); });
+        });
     return keys;
 }
 

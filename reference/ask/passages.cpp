@@ -23,7 +23,8 @@ std::size_t beginningOf(std::string_view word) noexcept {
 }
 
 bool isAscii(std::string_view bytes) noexcept {
-    return std::ranges::all_of(bytes, [](char byte) { return static_cast<signed char>(byte) >= 0; });
+    return std::ranges::all_of(bytes,
+                               [](char byte) { return static_cast<signed char>(byte) >= 0; });
 }
 
 }  // namespace

@@ -78,6 +78,8 @@ class CodeReader {
             isCalled = false;
         };
         while (at < m_code.size()) {
+            if (!name.components.empty())
+                at = endOfTemplate(m_code, at);
             const std::size_t separator = separatorAt(m_code, at);
             if (separator > 0 || (name.components.empty() && isIdentifierUnit(m_code[at]))) {
                 at += separator;
@@ -133,6 +135,23 @@ std::size_t separatorAt(std::u16string_view text, std::size_t at) noexcept {
             isIdentifierUnit(text[at + separator.size()]))
             return separator.size();
     return 0;
+}
+
+std::size_t endOfTemplate(std::u16string_view text, std::size_t at) noexcept {
+    if (at >= text.size() || text[at] != u'<')
+        return at;
+    std::size_t open = 0;
+    for (std::size_t end = at; end < text.size(); ++end) {
+        if (text[end] == u'<')
+            ++open;
+        else if (text[end] == u'>' && --open == 0)
+            return separatorAt(text, end + 1) > 0 || text.substr(end + 1).starts_with(u'(')
+                       ? end + 1
+                       : at;
+        else if (text[end] == u'(' || text[end] == u';')
+            break;
+    }
+    return at;
 }
 
 std::size_t endOfString(std::u16string_view code, std::size_t at) noexcept {

@@ -16,6 +16,10 @@ namespace reference::ask {
 // "->", "#" or "/"; 0 where there is none.
 [[nodiscard]] std::size_t separatorAt(std::u16string_view text, std::size_t at) noexcept;
 
+// The end of the arguments of a template that begin at `at` and that a separator or a call follows:
+// the position after them; `at` where there are none.
+[[nodiscard]] std::size_t endOfTemplate(std::u16string_view text, std::size_t at) noexcept;
+
 // The end of the bracket, or of the string, that begins at `at`: the position after its closing
 // one, or the end of the text where it is not closed.
 [[nodiscard]] std::size_t endOfBracket(std::u16string_view code, std::size_t at) noexcept;

@@ -66,10 +66,9 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
         ->type_name("entity|class|purpose|text|page");
     addQueryOptions(command, options.query);
     command
-        .add_option(
-            "--order", options.order,
-            "What to order by, one key or several divided by commas: " + Ordering::knownKeys() +
-                ".")
+        .add_option("--order", options.order,
+                    "What to order by, one key or several divided by commas: " +
+                        Ordering::knownKeys() + ".")
         ->type_name("KEY[,KEY...]")
         ->allow_extra_args(false);
     command.add_flag("--explain", options.explain, "Tell which key put each entry before the next");

@@ -194,10 +194,10 @@ Finding findByQuestion(const FindOptions& options, const Documentation& document
     if (finding.total > 0 && answer.filteredAway > 0)
         finding.messages.push_back("the filters leave out " + std::to_string(answer.filteredAway) +
                                    " more");
+    if (finding.results.empty() && documentation.unreadableFiles() > unreadableBefore)
+        throw UnusableError("What was found could not be read (see above).");
     if (finding.total > 0)
         return finding;
-    if (documentation.unreadableFiles() > unreadableBefore)
-        throw UnusableError("What was found could not be read (see above).");
     finding.messages.push_back("nothing is found for \"" + options.query.name + "\"");
     if (!answer.turnedAway.empty())
         finding.messages.push_back(
@@ -215,10 +215,10 @@ std::vector<std::string> headingsOf(const Finding& finding, bool isExplained) {
     std::string before;
     for (std::size_t at = 0; at < headings.size(); ++at) {
         const FoundBy& by = finding.foundBy[at];
-        const bool isName = by.change.empty() && (by.rung == ask::toString(ask::Rung::Name) ||
-                                                  by.rung == ask::toString(ask::Rung::AnyCase) ||
-                                                  by.rung ==
-                                                      ask::toString(ask::Rung::WithoutPackage));
+        const bool isName =
+            by.change.empty() && (by.rung == ask::toString(ask::Rung::Name) ||
+                                  by.rung == ask::toString(ask::Rung::AnyCase) ||
+                                  by.rung == ask::toString(ask::Rung::WithoutPackage));
         const std::string heading = isName ? std::string() : by.description;
         if (heading != before)
             headings[at] = heading;

@@ -35,8 +35,8 @@ struct FindOptions {
     // Whether the options describe a request of the library, which has matching rules and an order
     // that are told; if not, the words are a question.
     [[nodiscard]] bool isRequest() const {
-        return exact || query.search != Search::Entity || query.ignoreCase ||
-               query.ignorePackage || !order.empty() || (query.all && query.name.empty());
+        return exact || query.search != Search::Entity || query.ignoreCase || query.ignorePackage ||
+               !order.empty() || (query.all && query.name.empty());
     }
 };
 
@@ -69,9 +69,9 @@ struct Finding {
     }
 };
 
-// Searches and orders as the options say, or asks the question. If nothing has the typed name, it is treated as pasted
-// code, and the name in it is searched for. Throws UnusableError for options that make no sense,
-// and when nothing was found because something could not be read.
+// Searches and orders as the options say, or asks the question. If nothing has the typed name, it
+// is treated as pasted code, and the name in it is searched for. Throws UnusableError for options
+// that make no sense, and when nothing was found because something could not be read.
 [[nodiscard]] Finding findEntries(const FindOptions& options, const Documentation& documentation);
 
 // The results that are shown, as a program reads them: whole items, and how a question led to them.

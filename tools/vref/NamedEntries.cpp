@@ -8,8 +8,8 @@
 #include "docparser/DocParserException.hpp"
 #include "property/RefEntityType.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
-#include "vref/DisplayText.hpp"
 #include "reference/ask/Rung.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/ExitStatus.hpp"
 #include "vref/Finding.hpp"
 #include "vref/ResultList.hpp"
@@ -32,10 +32,11 @@ bool isPage(const std::u16string& typed, const std::u16string& helpFolder,
 // The entries that are filed under the page that the request's text names.
 std::vector<ReferenceData> entriesOfPage(const ReferenceRequest& request) {
     std::vector<ReferenceData> found;
-    const auto lookup = ReferenceCacheManager::GetLookupCache();
     const auto everything = ReferenceCacheManager::GetProductsWithEntity(
         ReferenceRequest::createMatchAllTextRequest(request.getTypes(), request.getProducts()),
         ReferenceCacheManager::ReferenceSearch);
+    // Loaded by the search.
+    const auto lookup = ReferenceCacheManager::GetLookupCache();
     for (const auto& [product, matches] : everything) {
         const auto& helpFolder = lookup->at(product).getHeaderInfo().getHelpFolder();
         for (const auto& href : matches.hrefs) {
@@ -94,15 +95,26 @@ NamedEntries fromResults(std::vector<ReferenceData> results) {
     return found;
 }
 
+// A page is not what a question describes.
+bool looksLikePage(const std::string& text) {
+    return text.ends_with(".html") || text.ends_with(".htm") ||
+           text.find(".html#") != std::string::npos || text.find(".htm#") != std::string::npos;
+}
+
 NamedEntries firstReading(const FindOptions& options, const Documentation& documentation) {
     const ReferenceRequest request = toRequest(options.query, documentation);
-    NamedEntries asked = fromFinding(findEntries(options, documentation));
+    const bool isPage = looksLikePage(options.query.name);
+    NamedEntries asked;
+    if (!isPage)
+        asked = fromFinding(findEntries(options, documentation));
     if (!asked.entries.empty() && asked.change.empty())
         return asked;
     if (auto page = entriesOfPage(request); !page.empty())
         return fromResults(std::move(page));
-    if (!asked.entries.empty())
+    if (!isPage)
         return asked;
+    if (auto exact = retrieve(Search::Entity, request); !exact.empty())
+        return fromResults(std::move(exact));
     return fromResults(propertiesOfPage(request));
 }
 
@@ -142,8 +154,8 @@ void tellOthers(const NamedEntries& found) {
               << " more like this; --nth, --product, --type or the page tell them apart:\n";
     constexpr std::size_t mostListed = 20;
     const std::size_t listed = std::min(found.alike - 1, mostListed);
-    writeList(std::cerr, Terminal::ofStandardError(),
-              std::span(found.entries).subspan(1, listed), {.hrefs = true});
+    writeList(std::cerr, Terminal::ofStandardError(), std::span(found.entries).subspan(1, listed),
+              {.hrefs = true});
     if (listed < found.alike - 1)
         std::cerr << "vref: and " << found.alike - 1 - listed << " more\n";
 }

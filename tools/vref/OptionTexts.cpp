@@ -63,7 +63,9 @@ bool isProductName(const std::string& text) {
 void requireCleanTexts(CLI::App& command) {
     for (CLI::Option* option : command.get_options())
         if (option->get_items_expected_max() > 0)
-            option->check(option->get_name() == "NAME" || option->get_name() == "WORDS" ? checkUtf8 : checkClean);
+            option->check(option->get_name() == "NAME" || option->get_name() == "WORDS"
+                              ? checkUtf8
+                              : checkClean);
     for (CLI::App* below : command.get_subcommands({}))
         requireCleanTexts(*below);
 }

@@ -132,6 +132,9 @@ std::string toArguments(const QueryOptions& options) {
     std::string arguments;
     if (options.search != Search::Entity)
         arguments += std::string("--search ") + nameOf(options.search) + " ";
+    if (options.search == Search::Entity && !options.ignoreCase && !options.ignorePackage &&
+        !options.all)
+        arguments += "--exact ";
     if (options.ignoreCase)
         arguments += "--ignore-case ";
     if (options.ignorePackage)

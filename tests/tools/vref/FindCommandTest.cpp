@@ -32,7 +32,7 @@ std::vector<std::string> namesIn(const ToolRun& run) {
 }
 
 TEST(FindCommandTest, PrintsTheOrderedRecordsOfTheShippedSet) {
-    const ToolRun run = runTool({"find", "filter"});
+    const ToolRun run = runTool({"find", "--exact", "filter"});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.output, StartsWith("filter  function  brisk   "));
     EXPECT_THAT(run.output, HasSubstr("\nfilter  function  lumora  "));
@@ -41,7 +41,7 @@ TEST(FindCommandTest, PrintsTheOrderedRecordsOfTheShippedSet) {
 }
 
 TEST(FindCommandTest, JsonHasEveryMemberInAFixedOrder) {
-    const ToolRun run = runTool({"find", "filter", "--product", "qix", "--json"});
+    const ToolRun run = runTool({"find", "--exact", "filter", "--product", "qix", "--json"});
     ASSERT_EQ(run.status, 0);
     const auto elements = run.json();
     ASSERT_EQ(elements.size(), 1u);
@@ -73,7 +73,7 @@ TEST(FindCommandTest, OptionsNarrowAndWiden) {
         {{"--all", "--type", "interface", "--product", "caldera"}, {"caldera:caldera.Objective"}},
     };
     for (const auto& c : cases) {
-        std::vector<std::string> arguments = {"find", "--json"};
+        std::vector<std::string> arguments = {"find", "--exact", "--json"};
         arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
         const ToolRun run = runTool(arguments);
         ASSERT_EQ(run.status, 0) << ::testing::PrintToString(c.arguments) << run.messages;
@@ -119,12 +119,12 @@ TEST(FindCommandTest, ExplainTellsTheKeyThatPutEachBeforeTheNext) {
     EXPECT_THAT(run.output, HasSubstr("before the next by preferred, by type: function before "
                                       "class"));
     EXPECT_THAT(run.output, HasSubstr("the last"));
-    const auto elements = runTool({"find", "filter", "--explain", "--json"}).json();
+    const auto elements = runTool({"find", "--exact", "filter", "--explain", "--json"}).json();
     EXPECT_EQ(elements.at(0).at("note").as_string(), "tied with the next: as they were found");
 }
 
 TEST(FindCommandTest, PastedCallIsTakenForItsName) {
-    const ToolRun run = runTool({"find", "t := table(run: [1, 2], ", "--json"});
+    const ToolRun run = runTool({"find", "--exact", "t := table(run: [1, 2], ", "--json"});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(namesIn(run), ElementsAre("veltra:table"));
     EXPECT_THAT(run.messages, HasSubstr("for the name \"table\""));
@@ -146,18 +146,19 @@ TEST(FindCommandTest, NothingFoundTeachesTheNarrowestSearchThatFinds) {
          "--search purpose --ignore-case 'columns of equal'"},
     };
     for (const auto& c : cases) {
-        const ToolRun run = runTool({"find", c.name});
+        const ToolRun run = runTool({"find", "--exact", c.name});
         EXPECT_EQ(run.status, 1) << c.name;
         EXPECT_THAT(run.output, IsEmpty()) << c.name;
         EXPECT_THAT(run.messages, HasSubstr(c.step)) << c.name;
         EXPECT_THAT(run.messages, HasSubstr("vref find " + c.command)) << c.name;
     }
-    EXPECT_THAT(runTool({"find", "no.such.name"}).messages, ::testing::Not(HasSubstr("there is")));
-    EXPECT_EQ(runTool({"find", "FILTER", "--json"}).output, "[]\n");
+    EXPECT_THAT(runTool({"find", "--exact", "no.such.name"}).messages,
+                ::testing::Not(HasSubstr("there is")));
+    EXPECT_EQ(runTool({"find", "--exact", "FILTER", "--json"}).output, "[]\n");
 }
 
 TEST(FindCommandTest, LimitCutsAfterOrderingAndSaysHowManyMoreThereAre) {
-    const ToolRun run = runTool({"find", "filter", "--limit", "1", "--json"});
+    const ToolRun run = runTool({"find", "--exact", "filter", "--limit", "1", "--json"});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(namesIn(run), ElementsAre("brisk:filter"));
     EXPECT_THAT(run.messages, HasSubstr("2 more of 3"));
@@ -175,13 +176,18 @@ TEST(FindCommandTest, LanguageIsChosenByItsNameOrItsLocale) {
 }
 
 TEST(FindCommandTest, NothingFoundIsStatusOneWithALineAndEmptyJson) {
-    const ToolRun run = runTool({"find", "no.such.name"});
-    EXPECT_EQ(run.status, 1);
-    EXPECT_THAT(run.output, IsEmpty());
-    EXPECT_THAT(run.messages, HasSubstr("\"no.such.name\""));
-    const ToolRun json = runTool({"find", "no.such.name", "--json"});
-    EXPECT_EQ(json.status, 1);
-    EXPECT_EQ(json.output, "[]\n");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"find", "--exact", "no.such.name"}, {"find", "zzyzx.qqfoo"}}) {
+        const ToolRun run = runTool(arguments);
+        EXPECT_EQ(run.status, 1);
+        EXPECT_THAT(run.output, IsEmpty());
+        EXPECT_THAT(run.messages, HasSubstr("\"" + arguments.back() + "\""));
+        auto asJson = arguments;
+        asJson.emplace_back("--json");
+        const ToolRun json = runTool(asJson);
+        EXPECT_EQ(json.status, 1);
+        EXPECT_EQ(json.output, "[]\n");
+    }
 }
 
 TEST(FindCommandTest, WrongUseIsStatusTwoAndSaysWhatToDo) {
@@ -191,7 +197,7 @@ TEST(FindCommandTest, WrongUseIsStatusTwoAndSaysWhatToDo) {
     };
     const Case cases[] = {
         {{"find"}, "--all"},
-        {{"find", "x", "--all"}, "takes no name"},
+        {{"find", "--exact", "x", "--all"}, "takes no name"},
         {{"find", "x", "--type", "bogus"}, "function, class, package"},
         {{"find", "x", "--product", "bogus"}, "installed are: veltra, brisk"},
         {{"find", "x", "--product", "solvent"}, "not installed"},
@@ -200,7 +206,6 @@ TEST(FindCommandTest, WrongUseIsStatusTwoAndSaysWhatToDo) {
         {{"find", "x", "--limit", "many"}, "--limit"},
         {{"find", "x", "--bogus"}, "--bogus"},
         {{"find", "\xff"}, "UTF-8"},
-        {{"bogus"}, "bogus"},
         {{"import"}, "import sphinx"},
         {{}, "vref help"},
     };

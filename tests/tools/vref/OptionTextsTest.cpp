@@ -61,7 +61,7 @@ TEST(OptionTextsTest, TextThatIsNotCleanIsRefusedWithTheNameOfItsOption) {
         }
     }
     EXPECT_THAT(runTool({"validate", "\xff"}).messages, HasSubstr("ROOT: The text"));
-    EXPECT_THAT(runTool({"find", "\xff"}).messages, HasSubstr("NAME: The text"));
+    EXPECT_THAT(runTool({"find", "\xff"}).messages, HasSubstr("WORDS: The text"));
     EXPECT_THAT(runTool({"import", "sphinx", "\xff", "--product", "x", "--into", "y"}).messages,
                 HasSubstr("DIR: The text"));
 }

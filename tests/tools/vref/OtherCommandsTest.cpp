@@ -49,7 +49,7 @@ TEST(ShowCommandTest, NamesTheOthersWhenSeveralBearTheName) {
     const ToolRun run = runTool({"show", "filter"});
     EXPECT_EQ(run.status, 0);
     EXPECT_THAT(run.output, HasSubstr("Brisk"));
-    EXPECT_THAT(run.messages, HasSubstr("2 more by this name"));
+    EXPECT_THAT(run.messages, HasSubstr("2 more like this"));
     EXPECT_THAT(run.messages, HasSubstr("lumora"));
 }
 

@@ -23,19 +23,19 @@ TEST(TeachingTest, AnEntityOfAnotherTypeOrProductIsNamedWithTheSearchThatFindsIt
         {{"Table", "--type", "function"},
          "no function is called \"Table\"\n",
          "of another type there is: Table (class)\n",
-         "vref find Table\n"},
+         "vref find --exact Table\n"},
         {{"filter", "--product", "veltra"},
          "nothing is called \"filter\" in veltra\n",
          "in another product there is: filter (brisk), filter (lumora), filter (qix)\n",
-         "vref find filter\n"},
+         "vref find --exact filter\n"},
         {{"filter", "--type", "3", "--type", "class", "--product", "veltra"},
          "no method or class is called \"filter\" in veltra\n",
          "of another type in another product there is: filter (function, brisk), ",
-         "vref find filter\n"},
+         "vref find --exact filter\n"},
         {{"Table", "--type", "function", "--product", "veltra"},
          "no function is called \"Table\" in veltra\n",
          "of another type there is: Table (class)\n",
-         "vref find --product veltra Table\n"},
+         "vref find --exact --product veltra Table\n"},
         {{"TABLE", "--type", "function"},
          "no function is called \"TABLE\"\n",
          "in any case there is: table\n",
@@ -47,7 +47,7 @@ TEST(TeachingTest, AnEntityOfAnotherTypeOrProductIsNamedWithTheSearchThatFindsIt
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(::testing::PrintToString(c.arguments));
-        std::vector<std::string> arguments = {"find"};
+        std::vector<std::string> arguments = {"find", "--exact"};
         arguments.insert(arguments.end(), c.arguments.begin(), c.arguments.end());
         const ToolRun run = runTool(arguments);
         EXPECT_EQ(run.status, 1);

@@ -106,6 +106,8 @@ TEST(WatchCommandTest, AnswersWhatFindAnswers) {
     RunningSession session;
     for (const auto& arguments : requests) {
         std::vector<std::string> command{"find", "--json"};
+        if (arguments.front() != "--all")
+            command.emplace_back("--exact");
         command.insert(command.end(), arguments.begin(), arguments.end());
         const json::array expected = runTool(command).json();
         json::array asJson;
@@ -318,7 +320,7 @@ TEST_F(WatchedSetTest, AProductThatCannotBeReadIsAWarningAndTheOthersAnswer) {
 
 TEST(WatchCommandForPersonTest, EndsEachAnswerWithAnEmptyLineAndKeepsMessagesApart) {
     const TempFolder folder;
-    folder.write("input", "filter --limit 1\nTABLE\n:language ja\n--bogus\n");
+    folder.write("input", "--exact filter --limit 1\n--exact TABLE\n:language ja\n--bogus\n");
     const std::string path = folder.path().string();
     const std::string command =
         "cd '" + path + "' && " VELTRA_VREF " watch <input >output 2>messages";

@@ -1,0 +1,204 @@
+// What questions find, and how.
+#include <string>
+#include <vector>
+
+#include <gmock/gmock.h>
+
+#include "fl/i18n/utf.hpp"
+#include "reference/ask/QuestionError.hpp"
+#include "reference/ask/ask.hpp"
+#include "support/Items.hpp"
+#include "support/LibraryTest.hpp"
+
+namespace reference::tests {
+namespace {
+
+using ask::AskOptions;
+using property::RefEntityType;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+class AskTest : public LibraryTest {
+  protected:
+    AskTest() {
+        source().add(ProductBuilder(u"frames")
+                         .entity(u"frames.read_csv", RefEntityType::Function, u"read_csv.html",
+                                 u"Read a comma-separated file into a table.")
+                         .entity(u"frames.read_json", RefEntityType::Function, u"read_json.html",
+                                 u"Read a JSON document into a table.")
+                         .entity(u"frames.Table", RefEntityType::Class, u"Table.html",
+                                 u"Columns of equal length.")
+                         .entity(u"frames.Table.sort_rows", RefEntityType::Method,
+                                 u"sort_rows.html", u"Sort the rows by a column.")
+                         .entity(u"frames.Table.drop", RefEntityType::Method, u"drop.html",
+                                 u"Remove rows or columns.")
+                         .entity(u"frames.Table.group_by", RefEntityType::Method, u"group_by.html",
+                                 u"Divide the rows into groups with equal values.")
+                         .entity(u"frames.io.CsvReader", RefEntityType::Class, u"CsvReader.html",
+                                 u"Reads records one by one.")
+                         .build());
+        source().add(ProductBuilder(u"numbers")
+                         .entity(u"numbers.linalg.norm", RefEntityType::Function, u"norm.html",
+                                 u"The length of a vector.")
+                         .entity(u"numbers.gaussian_kernel", RefEntityType::Function,
+                                 u"gaussian.html", u"Weights of a bell curve.")
+                         .entity(u"numbers.mean", RefEntityType::Function, u"mean.html",
+                                 u"The average of values.")
+                         .entity(u"Mean", RefEntityType::Class, u"MeanClass.html", u"Keeps a mean.")
+                         .build());
+    }
+
+    // "name [rung] change" of each hit.
+    static std::vector<std::string> find(const std::u16string& question,
+                                         const AskOptions& options = {}) {
+        std::vector<std::string> hits;
+        for (const auto& hit : ask::ask(question, options).hits)
+            hits.push_back(fl::i18n::toUtf8(hit.name) + " [" + std::string(toString(hit.rung)) +
+                           "]" + (hit.change.empty() ? "" : " " + fl::i18n::toUtf8(hit.change)));
+        return hits;
+    }
+
+    static std::string first(const std::u16string& question, const AskOptions& options = {}) {
+        const auto hits = find(question, options);
+        return hits.empty() ? "nothing" : hits.front();
+    }
+};
+
+TEST_F(AskTest, EachRungFindsWhatItIsFor) {
+    struct Case {
+        const char16_t* question;
+        const char* first;
+    };
+    const Case cases[] = {
+        {u"frames.read_csv", "frames.read_csv [name]"},
+        {u"FRAMES.Read_CSV", "frames.read_csv [any-case]"},
+        {u"read_csv", "frames.read_csv [without-package]"},
+        {u"Table.drop", "frames.Table.drop [without-package]"},
+        {u"frames.sort_rows", "frames.Table.sort_rows [without-package]"},
+        {u"fr.read_csv(\"x.csv\")",
+         "frames.read_csv [other-package] without fr, which is not installed"},
+        {u"numbers.read_csv", "frames.read_csv [other-package] without numbers"},
+        {u"read csv", "frames.read_csv [parts]"},
+        {u"csv reader", "frames.io.CsvReader [parts]"},
+        {u"table groupby", "frames.Table.group_by [parts]"},
+        {u"ReadCsv", "frames.read_csv [parts]"},
+        {u"sort table rows", "frames.Table.sort_rows [parts]"},
+        {u"read_c", "frames.read_csv [beginning]"},
+        {u"gauss", "numbers.gaussian_kernel [beginning]"},
+        {u"frames.read_cvs", "frames.read_csv [spelling] spelling: read_csv"},
+        {u"guassian_kernl", "numbers.gaussian_kernel [spelling] spelling: gaussian_kernel"},
+        {u"baussian_kernel", "numbers.gaussian_kernel [spelling] spelling: gaussian_kernel"},
+        {u"guassian kernel", "numbers.gaussian_kernel [parts] spelling: gaussian"},
+        {u"how do I sort rows by column", "frames.Table.sort_rows [words]"},
+        {u"reading documents", "frames.read_json [words]"},
+        {u"delete rows", "frames.Table.drop [most-words]"},
+        {u"mean", "Mean [any-case]"},
+        {u"Mean", "Mean [name]"},
+        {u"numbers norm", "numbers.linalg.norm [without-package]"},
+    };
+    for (const auto& c : cases)
+        EXPECT_EQ(first(c.question), c.first) << fl::i18n::toUtf8(c.question);
+}
+
+TEST_F(AskTest, ShortWordsAreNotMisspelt) {
+    EXPECT_THAT(find(u"nrm"), IsEmpty());
+    EXPECT_EQ(first(u"nrom"), "numbers.linalg.norm [spelling] spelling: norm");
+}
+
+TEST_F(AskTest, FiltersTakeAwayAndSayHowMuch) {
+    EXPECT_THAT(find(u"read type:class"), ElementsAre(StartsWith("frames.io.CsvReader")));
+    const auto answer = ask::ask(u"frames.read_csv type:class");
+    EXPECT_THAT(answer.hits, IsEmpty());
+    EXPECT_EQ(answer.total, 0U);
+    EXPECT_GE(answer.filteredAway, 1U);
+    ASSERT_FALSE(answer.turnedAway.empty());
+    EXPECT_EQ(answer.turnedAway.front().name, u"frames.read_csv");
+
+    EXPECT_THAT(find(u"mean product:frames"), IsEmpty());
+    EXPECT_EQ(first(u"read", {.products = {u"frames"}}).substr(0, 7), "frames.");
+    EXPECT_THAT(find(u"read_csv", {.types = {RefEntityType::Method}}), IsEmpty());
+    EXPECT_THAT(find(u"read -json"), testing::Not(testing::Contains(HasSubstr("json"))));
+    EXPECT_THAT(find(u"table \"JSON  document\""), ElementsAre(StartsWith("frames.read_json")));
+    EXPECT_THAT(find(u"\"no such phrase\" read"), IsEmpty());
+    EXPECT_THAT(find(u"read in:purpose"), testing::Each(HasSubstr("[words]")));
+    EXPECT_THAT(find(u"columns in:name"), IsEmpty());
+    EXPECT_THAT(find(u"columns in:text"), testing::Each(HasSubstr("[text]")));
+}
+
+TEST_F(AskTest, AnUnknownProductIsAnError) {
+    try {
+        static_cast<void>(ask::ask(u"read product:framez"));
+        ADD_FAILURE();
+    } catch (const ask::QuestionError& error) {
+        EXPECT_EQ(error.position(), 13U);
+        EXPECT_EQ(error.length(), 6U);
+        EXPECT_THAT(error.what(), HasSubstr("frames, numbers"));
+    }
+}
+
+TEST_F(AskTest, ProductsThatAreNamedOrPreferredGoFirst) {
+    source().add(
+        ProductBuilder(u"also")
+            .entity(u"also.linalg.norm", RefEntityType::Function, u"m.html", u"Another average.")
+            .build());
+    EXPECT_EQ(first(u"norm"), "also.linalg.norm [without-package]");
+    EXPECT_EQ(first(u"norm", {.preferredProducts = {u"numbers"}}),
+              "numbers.linalg.norm [without-package]");
+    EXPECT_EQ(first(u"numbers norm", {.preferredProducts = {u"also"}}),
+              "numbers.linalg.norm [without-package]");
+    EXPECT_EQ(first(u"norm", {.preferredProducts = {u"none", u"numbers"}}),
+              "numbers.linalg.norm [without-package]");
+}
+
+TEST_F(AskTest, WhatIsDeprecatedComesAfterWhatIsNot) {
+    ProductBuilder product(u"old");
+    product.record(u"a.turn", RefEntityType::Function, u"a.html", u"Turns.");
+    product.record(u"b.turn", RefEntityType::Function, u"b.html", u"Turns.");
+    for (const auto* href : {u"a.html", u"b.html"}) {
+        const bool isOld = href[0] == u'a';
+        product.item(makeItem({.href = href,
+                               .entities = {{RefEntityType::Function, isOld ? u"a.turn" : u"b.turn",
+                                             property::FunctionType::Function}},
+                               .purpose = u"Turns.",
+                               .deprecationStatus = isOld ? property::DeprecationStatus::Deprecated
+                                                          : property::DeprecationStatus::Current}));
+    }
+    source().add(product.build());
+    EXPECT_THAT(find(u"turn"), ElementsAre("b.turn [without-package]", "a.turn [without-package]"));
+    EXPECT_THAT(find(u"turn is:deprecated"), ElementsAre("a.turn [without-package]"));
+    EXPECT_THAT(find(u"turn is:current"), ElementsAre("b.turn [without-package]"));
+}
+
+TEST_F(AskTest, ANameIsFoundEvenIfItIsNoQuestion) {
+    source().add(ProductBuilder(u"odd")
+                     .entity(u"type:", RefEntityType::Term, u"a.html")
+                     .entity(u"\"", RefEntityType::Operator, u"b.html")
+                     .entity(u"->", RefEntityType::Operator, u"c.html")
+                     .entity(u"-q", RefEntityType::Option, u"d.html")
+                     .entity(u"abstract base class", RefEntityType::Term, u"e.html")
+                     .build());
+    for (const char16_t* name : {u"type:", u"\"", u"->", u"-q", u"abstract base class"})
+        EXPECT_EQ(first(name), fl::i18n::toUtf8(name) + " [name]");
+    EXPECT_EQ(first(u"Abstract Base Class"), "abstract base class [any-case]");
+    EXPECT_THROW(static_cast<void>(ask::ask(u"is:")), ask::QuestionError);
+}
+
+TEST_F(AskTest, TheLimitCutsHitsAndNotTheirCount) {
+    const auto all = ask::ask(u"frames", {.limit = 100});
+    const auto few = ask::ask(u"frames", {.limit = 2});
+    EXPECT_EQ(few.total, all.total);
+    ASSERT_EQ(few.hits.size(), 2U);
+    EXPECT_EQ(few.hits[1].name, all.hits[1].name);
+    EXPECT_THAT(ask::ask(u"frames", {.limit = 0}).hits, IsEmpty());
+}
+
+TEST_F(AskTest, ADocumentationOfNothingAnswersNothing) {
+    const auto answer = ask::ask(u"zzyzx qqfoo");
+    EXPECT_THAT(answer.hits, IsEmpty());
+    EXPECT_EQ(answer.total, 0U);
+}
+
+}  // namespace
+}  // namespace reference::tests
