@@ -9,6 +9,7 @@
 #include "Interpreter.hpp"
 #include "errors.hpp"
 #include "foundation/core/except/MessageCatalog.hpp"
+#include "question.hpp"
 #include "registry.hpp"
 #include "values.hpp"
 
@@ -30,6 +31,7 @@ PYBIND11_MODULE(_veltra, module) {
     });
     module.def("construct", &HostObject::construct);
 
+    module.def("ask", &ask);
     module.def("package_names", &packageNames);
     module.def("class_names", &classNames);
     module.def("describe_class", &describeClass);

@@ -8,6 +8,8 @@ Every class that is registered with the host's object system can be imported fro
     for result in retriever.getReferenceData():
         print(result.RefItem.Purpose)
 
+ask("read csv") finds what a person means who types loosely.
+
 The documentation that is searched is chosen by the environment variable VELTRA_DOC_ROOT; without
 it, it is what is installed with the library.
 
@@ -17,12 +19,23 @@ use an object, one at a time; a search lets other threads run.
 """
 
 from . import _classes, _importer, _veltra
+from ._ask import Answer, Hit, QuestionError, ask
 from ._errors import Error, PropertyError
 
 Object = _classes.Object
 Enumeration = _classes.Enumeration
 
-__all__ = ["Enumeration", "Error", "Object", "PropertyError", "live_counts"]
+__all__ = [
+    "Answer",
+    "Enumeration",
+    "Error",
+    "Hit",
+    "Object",
+    "PropertyError",
+    "QuestionError",
+    "ask",
+    "live_counts",
+]
 
 
 def live_counts() -> tuple[int, int]:
