@@ -1,9 +1,8 @@
 #include "question.hpp"
 
 #include <optional>
-#include <utility>
-
 #include <pybind11/stl.h>
+#include <utility>
 
 #include "Interpreter.hpp"
 #include "property/RefEntityType.hpp"
@@ -25,9 +24,9 @@ py::list listOf(std::vector<Hit> hits) {
     py::list list;
     for (Hit& hit : hits) {
         const std::string_view rung = toString(hit.rung);
-        list.append(py::make_tuple(hit.name, py::str(rung.data(), rung.size()), hit.change,
-                                   toPython(zorb::wrap(std::move(hit.data)),
-                                            {.kind = zorb::Shape::Object})));
+        list.append(py::make_tuple(
+            hit.name, py::str(rung.data(), rung.size()), hit.change,
+            toPython(zorb::wrap(std::move(hit.data)), {.kind = zorb::Shape::Object})));
     }
     return list;
 }

@@ -52,6 +52,8 @@ constexpr float forOther = 0.6F;    // what cannot be called
 constexpr float forMention = 0.1F;  // each time that the name is mentioned tenfold
 // What has less than this of what the best has is noise.
 constexpr float ofBest = 0.6F;
+// What has less of the words, by their weight, is not likely to be meant.
+constexpr float least = 0.4F;
 
 }  // namespace share
 
@@ -299,6 +301,20 @@ float MeaningReading::nearnessOf(std::uint32_t key, const Places& places) const 
     return isPrivate(m_candidates.textOf(key)) ? nearness * share::forPrivate : nearness;
 }
 
+// The share of the words that a name has anywhere, by their weight.
+float MeaningReading::shareOf(std::uint32_t key, const Places& places) const {
+    const std::uint64_t any =
+        places.last | places.outer | places.purpose | places.synonym | places.texts.all.any();
+    const auto weights = weightsIn(m_candidates.productOf(key));
+    float all = 0;
+    float found = 0;
+    for (std::size_t stem = 0; stem < weights.size(); ++stem) {
+        all += weights[stem];
+        found += (any >> stem & 1U) != 0 ? weights[stem] : 0;
+    }
+    return all > 0 ? found / all : 0;
+}
+
 void MeaningReading::add(std::uint32_t key, Rung rung, float nearness) {
     constexpr float perUnit = 10000;
     constexpr float nearest = 3;
@@ -529,7 +545,7 @@ void MeaningReading::findTexts(bool alsoMostWords) {
             nearnessOf(keys[at], places[at]) * (1 + share::forMention * prominenceOf(keys[at]));
         if ((places[at].texts.passage.words & required) == required)
             add(keys[at], Rung::Text, nearness);
-        else if (alsoMostWords && nearness > 0)
+        else if (alsoMostWords && shareOf(keys[at], places[at]) >= share::least)
             likely.emplace_back(nearness, keys[at]);
     }
     if (likely.empty())

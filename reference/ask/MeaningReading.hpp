@@ -72,6 +72,7 @@ class MeaningReading {
     [[nodiscard]] std::span<const float> weightsIn(std::uint32_t product) const;
     [[nodiscard]] std::vector<Places> placesOf(const Keys& keys) const;
     [[nodiscard]] float nearnessOf(std::uint32_t key, const Places& places) const;
+    [[nodiscard]] float shareOf(std::uint32_t key, const Places& places) const;
     [[nodiscard]] float prominenceOf(std::uint32_t key) const;
     void add(std::uint32_t key, Rung rung, float nearness);
 

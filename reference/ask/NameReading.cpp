@@ -19,6 +19,7 @@ namespace {
 // What begins with a single letter is not worth a list.
 constexpr std::size_t shortestBeginning = 2;
 constexpr std::size_t shortestPartBeginning = 3;
+constexpr std::uint32_t admittedInPackage = 2;
 
 std::u16string joinedByDots(const std::vector<std::u16string>& components) {
     std::u16string text;
@@ -107,11 +108,10 @@ NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips)
     std::size_t left = components.size() - 1;
     Fit fit;
     for (std::size_t typed = m_forms.size() - 1; typed-- > 0;) {
+        const std::uint32_t allowed = std::min(slips, admittedSlips(m_forms[typed].size()));
         std::size_t at = left;
         while (at > 0 && components[at - 1] != m_forms[typed] &&
-               (slips == 0 ||
-                slipsBetween(components[at - 1], m_forms[typed],
-                             std::min(slips, admittedSlips(m_forms[typed].size()))) > slips))
+               slipsBetween(components[at - 1], m_forms[typed], allowed) > allowed)
             --at;
         if (at > 0) {
             left = at - 1;
@@ -168,8 +168,16 @@ void NameReading::findInOtherPackage() {
         if (docimage::lastComponent(form) != m_forms.back())
             continue;
         const Fit fit = fitPackage(key, 0);
+        const bool isMisspelt = fit.missing > 0 && fitPackage(key, admittedInPackage).missing == 0;
         const bool isOther = !name.ends_with(docimage::toUnitBytes(m_components.back()));
-        if (fit.missing == 0)
+        if (isMisspelt)
+            m_candidates.add(
+                {.key = key,
+                 .call = m_call,
+                 .rung = Rung::OtherPackage,
+                 .isOtherCase = isOther,
+                 .change = m_candidates.addChange(u"spelling: " + docimage::fromUnitBytes(name))});
+        else if (fit.missing == 0)
             m_candidates.add(
                 {.key = key, .call = m_call, .rung = Rung::WithoutPackage, .isOtherCase = isOther});
         else
