@@ -39,8 +39,9 @@ std::vector<Question> readQuestions(const std::string& path) {
     if (!file)
         throw std::runtime_error("There is no file " + path + ".");
     const std::string content{std::istreambuf_iterator<char>(file), {}};
+    const boost::json::value list = boost::json::parse(content);
     std::vector<Question> questions;
-    for (const auto& value : boost::json::parse(content).as_array())
+    for (const auto& value : list.as_array())
         questions.push_back(
             {.text = boost::json::value_to<std::string>(value.at("question")),
              .kind = boost::json::value_to<std::string>(value.at("kind")),
