@@ -138,6 +138,12 @@ bool isStopWord(const Term& term) {
            docimage::isStopWord(docimage::searchForm(term.components.front()));
 }
 
+Term withoutHints(Term term) {
+    term.components.erase(term.components.begin(),
+                          term.components.begin() + static_cast<std::ptrdiff_t>(term.hints));
+    return term;
+}
+
 // A question of nothing but a product's name, or but words that say nothing, keeps them.
 void Climb::takeTerms() {
     m_named.resize(m_index.products().size());
@@ -192,14 +198,12 @@ Answer Climb::climb() {
     if (m_question == nullptr)
         return answer(candidates);
 
-    std::vector<std::vector<std::u16string>> names;
-    for (const Term& call : m_question->calls())
-        names.push_back(call.components);
+    std::vector<Term> names = m_question->calls();
     if (names.empty() && m_names.size() == 1)
-        names.push_back(m_names.front().components);
+        names.push_back(m_names.front());
     std::vector<Term> words = m_words;
     if (words.empty() && !m_question->calls().empty())
-        words.push_back(m_question->calls().front());
+        words.push_back(withoutHints(m_question->calls().front()));
     const auto isEnough = [&] { return candidates.entries() >= enough; };
     const Place place = m_question->place();
     const bool namesCount = place == Place::Anywhere || place == Place::Names;

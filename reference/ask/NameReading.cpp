@@ -43,20 +43,21 @@ std::vector<std::string_view> componentsOf(std::string_view form) {
     }
 }
 
-NameReading::NameReading(const LookupIndex& index, const std::vector<std::u16string>& components,
-                         std::size_t call, Candidates& candidates)
+NameReading::NameReading(const LookupIndex& index, const Term& name, std::size_t call,
+                         Candidates& candidates)
     : m_index(index),
       m_questions(index.questions()),
-      m_components(components),
+      m_components(name.components),
+      m_hints(name.hints),
       m_candidates(candidates),
       m_call(static_cast<std::uint8_t>(std::min<std::size_t>(call, UINT8_MAX))),
-      m_text(joinedByDots(components)),
+      m_text(joinedByDots(m_components)),
       m_bytes(docimage::toUnitBytes(m_text)),
       m_form(docimage::searchForm(m_text)),
-      m_lastParts(docimage::joinedParts(components.back())),
+      m_lastParts(docimage::joinedParts(m_components.back())),
       m_hasCapitals(m_form != m_bytes) {
-    m_forms.reserve(components.size());
-    for (const auto& component : components)
+    m_forms.reserve(m_components.size());
+    for (const auto& component : m_components)
         m_forms.push_back(docimage::searchForm(component));
 }
 
@@ -121,6 +122,10 @@ NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips)
         const auto& product = m_index.products()[m_candidates.productOf(key)].name;
         if (typed == 0 && docimage::searchForm(product) == m_forms[0])
             continue;
+        if (typed < m_hints) {
+            ++fit.missingHints;
+            continue;
+        }
         ++fit.missing;
         fit.missingText =
             m_components[typed] + (fit.missingText.empty() ? u"" : u".") + fit.missingText;
@@ -139,7 +144,7 @@ bool NameReading::isInstalled(std::string_view package) const {
 }
 
 std::u16string NameReading::withoutPackage(const std::u16string& missing) const {
-    const bool isFirst = missing.starts_with(m_components.front());
+    const bool isFirst = m_hints == 0 && missing.starts_with(m_components.front());
     if (isFirst && !isInstalled(m_forms.front()))
         return u"without " + missing + u", which is not installed";
     return u"without " + missing;
@@ -178,8 +183,11 @@ void NameReading::findInOtherPackage() {
                  .isOtherCase = isOther,
                  .change = m_candidates.addChange(u"spelling: " + docimage::fromUnitBytes(name))});
         else if (fit.missing == 0)
-            m_candidates.add(
-                {.key = key, .call = m_call, .rung = Rung::WithoutPackage, .isOtherCase = isOther});
+            m_candidates.add({.key = key,
+                              .call = m_call,
+                              .rung = Rung::WithoutPackage,
+                              .isOtherCase = isOther,
+                              .distance = static_cast<std::uint32_t>(fit.missingHints)});
         else
             m_candidates.add({.key = key,
                               .call = m_call,

@@ -17,8 +17,8 @@ namespace reference::ask {
 class NameReading {
   public:
     // The arguments must outlive the object. `call` counts the names that code calls.
-    NameReading(const search::LookupIndex& index, const std::vector<std::u16string>& components,
-                std::size_t call, Candidates& candidates);
+    NameReading(const search::LookupIndex& index, const Term& name, std::size_t call,
+                Candidates& candidates);
 
     // The very name, in any case, and without its package.
     void findName();
@@ -34,6 +34,7 @@ class NameReading {
     struct Fit {
         std::size_t missing = 0;  // typed, and not in the name
         std::u16string missingText;
+        std::size_t missingHints = 0;
     };
     [[nodiscard]] Fit fitPackage(std::uint32_t key, std::uint32_t slips) const;
     [[nodiscard]] std::u16string withoutPackage(const std::u16string& missing) const;
@@ -46,6 +47,7 @@ class NameReading {
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
     const std::vector<std::u16string>& m_components;
+    const std::size_t m_hints;
     Candidates& m_candidates;
     std::uint8_t m_call;
     std::u16string m_text;

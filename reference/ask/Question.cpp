@@ -282,6 +282,8 @@ class QuestionParser {
         if (endsLikeError(chunk)) {
             m_at = m_text.size();
             m_question.m_terms.clear();
+            m_question.m_calls.clear();
+            m_question.m_phrases.clear();
         }
         addTerms(chunk, begin);
         if (m_question.m_terms.size() > Question::maxTerms)

@@ -17,6 +17,9 @@ enum class Place { Anywhere, Names, Purposes, Texts };
 // A name or a word of a question: "os.path" has the components os and path.
 struct Term {
     std::vector<std::u16string> components;
+    // So many of them, from the first on, are what code only makes likely: in
+    // "df.groupby(x).agg(f)", agg is called on what groupby returned.
+    std::size_t hints = 0;
     // Of the question's text, in UTF-16 units.
     std::size_t position = 0;
     std::size_t length = 0;

@@ -65,14 +65,22 @@ class CodeReader {
         bool isCalled = false;
         if (!type.empty())
             name.components.emplace_back(type);
+        std::u16string before;  // what the call before it was of
         const auto endName = [&](std::size_t end) {
             name.length = m_offset + end - name.position;
             if (!name.components.empty() && isOwnObject(name.components.front()))
                 name.components.erase(name.components.begin());
             // A literal or a variable alone names nothing that is documented.
             const bool isBare = isFirst && name.components.size() == 1 && !isCalled;
-            if (!name.components.empty() && !isBare)
+            const std::u16string last =
+                name.components.empty() ? std::u16string() : name.components.back();
+            if (!name.components.empty() && !isBare) {
+                name.hints = before.empty() ? 0 : 1;
+                if (!before.empty())
+                    name.components.insert(name.components.begin(), before);
                 chain.push_back(name);
+            }
+            before = isCalled ? last : std::u16string();
             name.components.clear();
             isFirst = false;
             isCalled = false;

@@ -79,6 +79,7 @@ TEST_F(AskTest, EachRungFindsWhatItIsFor) {
         {u"frames.sort_rows", "frames.Table.sort_rows [without-package]"},
         {u"fr.read_csv(\"x.csv\")",
          "frames.read_csv [other-package] without fr, which is not installed"},
+        {u"Table(rows).drop(1)", "frames.Table.drop [without-package]"},
         {u"numbers.read_csv", "frames.read_csv [other-package] without numbers"},
         {u"read csv", "frames.read_csv [parts]"},
         {u"csv reader", "frames.io.CsvReader [parts]"},

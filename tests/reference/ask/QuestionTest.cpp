@@ -1,4 +1,5 @@
 // What the parser makes of questions.
+#include <ostream>
 #include <string>
 
 #include <gmock/gmock.h>
@@ -21,8 +22,10 @@ std::string joined(const std::vector<ask::Term>& terms) {
     std::string text;
     for (const auto& term : terms) {
         text += text.empty() ? "" : " ";
-        for (std::size_t at = 0; at < term.components.size(); ++at)
-            text += (at > 0 ? "." : "") + fl::i18n::toUtf8(term.components[at]);
+        for (std::size_t at = 0; at < term.components.size(); ++at) {
+            const std::string component = fl::i18n::toUtf8(term.components[at]);
+            text += (at > 0 ? "." : "") + (at < term.hints ? "(" + component + ")" : component);
+        }
     }
     return text;
 }
@@ -57,6 +60,10 @@ struct Case {
     const char16_t* question;
     const char* expected;
 };
+
+void PrintTo(const Case& c, std::ostream* out) {
+    *out << fl::i18n::toUtf8(c.question);
+}
 
 class QuestionTest : public ::testing::TestWithParam<Case> {};
 
@@ -93,7 +100,7 @@ INSTANTIATE_TEST_SUITE_P(
         Case{u"pd.read_csv(\"x.csv\")", "calls pd.read_csv"},
         Case{u">>> os.path.join(", "calls os.path.join"},
         Case{u"In [12]: x = np.linalg.norm(a - b, ord=2)", "calls np.linalg.norm"},
-        Case{u"df.groupby('a').agg({'b': 'sum'})", "calls agg df.groupby"},
+        Case{u"df.groupby('a').agg({'b': 'sum'})", "calls (groupby).agg df.groupby"},
         Case{u"sorted(d.items(), key=f)", "calls sorted d.items"},
         Case{u"print(json.dumps(x))", "calls json.dumps print"}, Case{u"print(x)", "calls print"},
         Case{u"', '.join(names)", "calls str.join"}, Case{u"\"a b\".split()", "calls str.split"},
@@ -109,6 +116,10 @@ INSTANTIATE_TEST_SUITE_P(
         Case{u"x = read_csv", "read_csv"}, Case{u"a == b", "a b"},
         Case{u"requests.exceptions.HTTPError: 404 not found", "requests.exceptions.HTTPError"},
         Case{u"File \"/lib/socket.py\", line 8, in create", "calls socket.create"},
+        Case{u"Table(rows).sort(key).head", "calls (sort).head (Table).sort Table"},
+        Case{u"Traceback (most recent call last):\n  File \"a.py\", line 1, in <module>\n"
+             u"json.JSONDecodeError: Expecting",
+             "json.JSONDecodeError"},
         Case{u"how does groupby() work", "calls groupby; how does work"},
         Case{u"f(g(h(\"unclosed", "calls f g h"}));
 
