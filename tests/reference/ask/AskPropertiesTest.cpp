@@ -157,10 +157,13 @@ TEST_F(AskPropertiesTest, AnUnrelatedProductReordersNothing) {
     std::vector<std::vector<std::string>> before;
     for (const auto& question : asked)
         before.push_back(hitsFor(question));
-    source().add(ProductBuilder(u"beside")
-                     .entity(u"unlike.Qwertz", property::RefEntityType::Class, u"q.html",
-                             u"Zwölf Boxkämpfer jagen Viktor.")
-                     .build());
+    ProductBuilder beside(u"beside");
+    for (int number = 0; number < 500; ++number)
+        beside.entity(u"unlike.Qwertz" + std::u16string(1, static_cast<char16_t>(0x4E00 + number)),
+                      property::RefEntityType::Class,
+                      u"q.html#" + std::u16string(1, static_cast<char16_t>(0x4E00 + number)),
+                      u"Zwölf Boxkämpfer jagen Viktor.");
+    source().add(beside.build());
     ReferenceCacheManager::ClearAllCaches();
     for (std::size_t at = 0; at < asked.size(); ++at)
         EXPECT_EQ(without(hitsFor(asked[at]), "beside"), before[at]) << fl::i18n::toUtf8(asked[at]);

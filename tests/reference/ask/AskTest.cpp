@@ -1,5 +1,7 @@
 // What questions find, and how.
+#include <initializer_list>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -170,6 +172,106 @@ TEST_F(AskTest, WhatIsDeprecatedComesAfterWhatIsNot) {
     EXPECT_THAT(find(u"turn"), ElementsAre("b.turn [without-package]", "a.turn [without-package]"));
     EXPECT_THAT(find(u"turn is:deprecated"), ElementsAre("a.turn [without-package]"));
     EXPECT_THAT(find(u"turn is:current"), ElementsAre("b.turn [without-package]"));
+}
+
+// Names that differ in one respect alone, so that the key under test decides.
+TEST_F(AskTest, WithinARungEachKeyOfTheOrderDecides) {
+    const auto add =
+        [this](const char16_t* product,
+               std::initializer_list<std::pair<const char16_t*, RefEntityType::Value>> entities) {
+            ProductBuilder builder(product);
+            for (const auto& [name, type] : entities)
+                builder.entity(name, type, std::u16string(name) + u".html");
+            source().add(builder.build());
+        };
+    add(u"aa", {{u"a.Cased", RefEntityType::Function},
+                {u"a.kinds", RefEntityType::Class},
+                {u"a.b.deep", RefEntityType::Function},
+                {u"long_one.lengthy", RefEntityType::Function},
+                {u"a.sort_row", RefEntityType::Function},
+                {u"a.left_over_some", RefEntityType::Function},
+                {u"a.spread.part", RefEntityType::Function}});
+    add(u"bb", {{u"b.cased", RefEntityType::Function},
+                {u"b.kinds", RefEntityType::Function},
+                {u"quite.deep", RefEntityType::Function},
+                {u"b.lengthy", RefEntityType::Function},
+                {u"b.row_sort", RefEntityType::Function},
+                {u"b.left_over", RefEntityType::Function},
+                {u"b.very.deep.spread_part", RefEntityType::Function}});
+    struct Case {
+        const char16_t* question;
+        const char* first;
+        const char* second;
+    };
+    const Case cases[] = {
+        {u"cased", "b.cased", "a.Cased"},
+        {u"Cased", "a.Cased", "b.cased"},
+        {u"kinds", "b.kinds", "a.kinds"},
+        {u"deep", "quite.deep", "a.b.deep"},
+        {u"lengthy", "b.lengthy", "long_one.lengthy"},
+        {u"row sort", "b.row_sort", "a.sort_row"},
+        {u"sort row", "a.sort_row", "b.row_sort"},
+        {u"left over", "b.left_over", "a.left_over_some"},
+        {u"spread part", "b.very.deep.spread_part", "a.spread.part"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(fl::i18n::toUtf8(c.question));
+        EXPECT_THAT(find(c.question, {.limit = 2}),
+                    ElementsAre(StartsWith(std::string(c.first) + " "),
+                                StartsWith(std::string(c.second) + " ")));
+    }
+}
+
+TEST_F(AskTest, WordsOfPackagesAloneAreNoParts) {
+    source().add(ProductBuilder(u"deep")
+                     .entity(u"outer.inner.leaf", RefEntityType::Function, u"leaf.html")
+                     .build());
+    EXPECT_THAT(find(u"outer inner in:name"), IsEmpty());
+    EXPECT_THAT(find(u"outer leaf in:name"), ElementsAre("outer.inner.leaf [parts]"));
+}
+
+TEST_F(AskTest, WordsOfATextCountWhereTheyStandTogether) {
+    std::u16string far = u"An otter swims.";
+    for (int word = 0; word < 100; ++word)
+        far += u" filler";
+    far += u" The walrus sleeps.";
+    ProductBuilder product(u"zoo");
+    for (const auto& [name, description] :
+         {std::pair<std::u16string, std::u16string>{u"zoo.far", far},
+          {u"zoo.near", u"An otter swims while the walrus sleeps."}}) {
+        const std::u16string href = name + u".html";
+        product.record(name, RefEntityType::Function, href);
+        product.item(makeItem(
+            {.href = href,
+             .entities = {{RefEntityType::Function, name, property::FunctionType::Function}},
+             .description = description}));
+    }
+    source().add(product.build());
+    EXPECT_THAT(find(u"walrus otter in:text"), ElementsAre("zoo.near [text]"));
+    EXPECT_EQ(first(u"walruses and otters"), "zoo.near [text]");
+}
+
+TEST_F(AskTest, APropertyOfAClassIsAHitOfItsOwn) {
+    source().add(ProductBuilder(u"shapes")
+                     .classWith(u"geo.Shape", u"geo", u"Shape.html", {{u"Size", {u"Breadth"}}})
+                     .build());
+    const auto answer = ask::ask(u"breadth");
+    ASSERT_EQ(answer.hits.size(), 1U);
+    EXPECT_EQ(answer.hits.front().name, u"geo.Shape.Breadth");
+    EXPECT_EQ(answer.hits.front().data.getRefItem().getPurpose(), u"purpose of Breadth");
+}
+
+TEST_F(AskTest, AnEntryWithTwoNamesIsOneHit) {
+    ProductBuilder product(u"twice");
+    for (const char16_t* name : {u"inner._impl.twin", u"inner.twin"})
+        product.record(name, RefEntityType::Function, u"twin.html");
+    product.item(makeItem(
+        {.href = u"twin.html",
+         .entities = {
+             {RefEntityType::Function, u"inner.twin", property::FunctionType::Function},
+             {RefEntityType::Function, u"inner._impl.twin", property::FunctionType::Function}}}));
+    source().add(product.build());
+    EXPECT_THAT(find(u"twin"), ElementsAre("inner.twin [without-package]"));
 }
 
 TEST_F(AskTest, ANameIsFoundEvenIfItIsNoQuestion) {
