@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 #include <utility>
 
 #include "docimage/Stemmer.hpp"
@@ -46,10 +47,8 @@ KeyFilter::KeyFilter(const search::LookupIndex& index, const Question& question,
       m_wantedTypes(question.types()),
       m_confirm(std::move(confirm)) {
     std::ranges::copy(options.types, std::back_inserter(m_wantedTypes));
-    for (const auto type : m_wantedTypes) {
+    for (const auto type : m_wantedTypes)
         m_types |= docimage::typeBit(type);
-        m_hasOtherTypes = m_hasOtherTypes || docimage::typeBit(type) == KeyFacts::otherTypes;
-    }
     if (!question.products().empty() || !options.products.empty())
         m_products.resize(index.products().size());
     for (const auto& name : options.products)
@@ -85,24 +84,25 @@ bool KeyFilter::admits(std::uint32_t key) const {
         if (!m_products[static_cast<std::size_t>(product)])
             return false;
     }
-    if (m_types != 0 && ((m_questions.facts(key).types & m_types) == 0 || !hasWantedType(key)))
+    // Types above 30 share a bit, so that the records have the last word.
+    if (m_types != 0 && ((m_questions.facts(key).types & m_types) == 0 || entriesOf(key) == 0))
         return false;
     return !m_confirm || m_confirm(key);
 }
 
-// Types above 30 share a bit, so that the records have to be looked at.
-bool KeyFilter::hasWantedType(std::uint32_t key) const {
-    if (!m_hasOtherTypes || (m_questions.facts(key).types & m_types) != KeyFacts::otherTypes)
-        return true;
+std::size_t KeyFilter::entriesOf(std::uint32_t key) const {
+    if (m_wantedTypes.empty())
+        return m_questions.facts(key).entries;
     const auto& first = m_questions.firstKeys();
     const auto product = static_cast<std::uint32_t>(
         std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1);
     const auto& lookup = m_index.lookup(product);
     const auto [begin, end] = lookup.recordsOfKey(key - first[product]);
+    std::set<std::uint32_t> hrefs;
     for (std::uint32_t record = begin; record < end; ++record)
         if (std::ranges::find(m_wantedTypes, lookup.record(record).type) != m_wantedTypes.end())
-            return true;
-    return false;
+            hrefs.insert(lookup.record(record).href);
+    return hrefs.size();
 }
 
 Candidates::Candidates(const search::LookupIndex& index, const KeyFilter& filter,
@@ -117,13 +117,12 @@ bool Candidates::add(const Candidate& candidate) {
     if (m_seen.at(candidate.key))
         return false;
     m_seen[candidate.key] = true;
-    const std::size_t entries = m_questions.facts(candidate.key).entries;
     if (!m_filter.admits(candidate.key)) {
-        m_filteredAway += entries;
+        m_filteredAway += m_questions.facts(candidate.key).entries;
         m_turnedAway.push_back(candidate);
         return false;
     }
-    m_entries += entries;
+    m_entries += m_filter.entriesOf(candidate.key);
     m_candidates.push_back(candidate);
     return true;
 }

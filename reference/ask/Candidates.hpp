@@ -39,15 +39,18 @@ class KeyFilter {
               std::function<bool(std::uint32_t key)> confirm);
 
     [[nodiscard]] bool admits(std::uint32_t key) const;
+    // The pages that document the key, as an entity of a wanted type.
+    [[nodiscard]] std::size_t entriesOf(std::uint32_t key) const;
+    // Empty: any.
+    [[nodiscard]] const std::vector<property::RefEntityType::Value>& types() const noexcept {
+        return m_wantedTypes;
+    }
 
   private:
-    [[nodiscard]] bool hasWantedType(std::uint32_t key) const;
-
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
     std::vector<property::RefEntityType::Value> m_wantedTypes;  // empty: any
     std::uint32_t m_types = 0;
-    bool m_hasOtherTypes = false;
     std::vector<bool> m_products;  // empty: any
     std::vector<bool> m_excluded;  // by key; empty: none
     std::function<bool(std::uint32_t)> m_confirm;

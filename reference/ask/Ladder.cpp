@@ -68,6 +68,8 @@ std::string inOneLine(std::u16string_view text) {
 
 // The question as the ladder takes it: without what names a product and what says nothing.
 class Climb {
+    using Types = std::vector<property::RefEntityType::Value>;
+
   public:
     Climb(const Snapshot& snapshot, std::u16string_view text, const Question* question,
           const AskOptions& options)
@@ -105,8 +107,8 @@ class Climb {
     [[nodiscard]] bool isConfirmed(std::uint32_t key) const;
     [[nodiscard]] bool isDeprecated(const Candidates& candidates, const Candidate& candidate) const;
     [[nodiscard]] std::vector<Hit> hitsOf(const Candidates& candidates,
-                                          const std::vector<Candidate>& chosen,
-                                          std::size_t count) const;
+                                          const std::vector<Candidate>& chosen, std::size_t count,
+                                          const Types& types) const;
     [[nodiscard]] Answer answer(const Candidates& candidates) const;
 
     const Snapshot& m_snapshot;
@@ -114,6 +116,7 @@ class Climb {
     const std::u16string_view m_text;
     const Question* const m_question;
     const AskOptions& m_options;
+    Types m_types;              // those that are wanted; empty: any
     std::vector<bool> m_named;  // products
     std::vector<Term> m_words;  // without products' names
     std::vector<Term> m_names;  // and without those that say nothing
@@ -187,6 +190,7 @@ Answer Climb::climb() {
         confirm = [this](std::uint32_t key) { return isConfirmed(key); };
     const KeyFilter filter(m_index, m_question != nullptr ? *m_question : Question::parse(u"x"),
                            m_options, std::move(confirm));
+    m_types = filter.types();
     if (m_question != nullptr)
         takeTerms();
     std::vector<std::uint32_t> ranks;
@@ -248,7 +252,7 @@ bool Climb::isConfirmed(std::uint32_t key) const {
     const auto& first = m_index.questions().firstKeys();
     const auto product = static_cast<std::uint32_t>(
         std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1);
-    const auto data = dataOf(m_snapshot, product, key - first[product]);
+    const auto data = dataOf(m_snapshot, product, key - first[product], m_types);
     return std::ranges::any_of(data, [this](const api::ReferenceData& one) {
         const property::RefItem& item = one.getRefItem();
         if (const auto wanted = m_question->wantsDeprecated();
@@ -289,14 +293,14 @@ std::vector<Candidate> Climb::chooseFirst(const Candidates& candidates) const {
 
 bool Climb::isDeprecated(const Candidates& candidates, const Candidate& candidate) const {
     const auto data = dataOf(m_snapshot, candidates.productOf(candidate.key),
-                             candidates.numberInProduct(candidate.key));
+                             candidates.numberInProduct(candidate.key), m_types);
     return !data.empty() && std::ranges::all_of(data, [](const api::ReferenceData& one) {
         return one.getRefItem().getDeprecationStatus() != DeprecationStatus::Current;
     });
 }
 
 std::vector<Hit> Climb::hitsOf(const Candidates& candidates, const std::vector<Candidate>& chosen,
-                               std::size_t count) const {
+                               std::size_t count, const Types& types) const {
     std::vector<Hit> hits;
     // An entry that is documented under two names is one hit.
     std::set<std::tuple<std::u16string, std::u16string, std::u16string>> seen;
@@ -310,7 +314,7 @@ std::vector<Hit> Climb::hitsOf(const Candidates& candidates, const std::vector<C
     };
     for (const Candidate& candidate : chosen)
         for (auto& data : dataOf(m_snapshot, candidates.productOf(candidate.key),
-                                 candidates.numberInProduct(candidate.key)))
+                                 candidates.numberInProduct(candidate.key), types))
             if (hits.size() < count && isNew(data))
                 hits.push_back({.name = docimage::fromUnitBytes(candidates.textOf(candidate.key)),
                                 .data = std::move(data),
@@ -320,12 +324,12 @@ std::vector<Hit> Climb::hitsOf(const Candidates& candidates, const std::vector<C
 }
 
 Answer Climb::answer(const Candidates& candidates) const {
-    Answer answer{.hits = hitsOf(candidates, chooseFirst(candidates), m_options.limit),
+    Answer answer{.hits = hitsOf(candidates, chooseFirst(candidates), m_options.limit, m_types),
                   .total = candidates.entries(),
                   .filteredAway = candidates.filteredAway()};
     if (answer.total == 0)
         answer.turnedAway =
-            hitsOf(candidates, candidates.firstTurnedAway(mostTurnedAway), mostTurnedAway);
+            hitsOf(candidates, candidates.firstTurnedAway(mostTurnedAway), mostTurnedAway, {});
     return answer;
 }
 

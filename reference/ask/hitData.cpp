@@ -7,6 +7,7 @@
 
 #include "docimage/unitBytes.hpp"
 #include "docparser/DocParserException.hpp"
+#include "reference/api/comparator/PreferredOrderComparator.hpp"
 #include "reference/search/ProductPages.hpp"
 
 namespace reference::ask {
@@ -37,7 +38,8 @@ api::ReferenceData itemOf(const ProductPages& pages, std::uint32_t page,
 }  // namespace
 
 std::vector<api::ReferenceData> dataOf(const search::Snapshot& snapshot, std::uint32_t product,
-                                       std::uint32_t key) {
+                                       std::uint32_t key,
+                                       std::span<const property::RefEntityType::Value> types) {
     std::vector<api::ReferenceData> data;
     const auto& lookup = snapshot.index()->lookup(product);
     try {
@@ -48,6 +50,9 @@ std::vector<api::ReferenceData> dataOf(const search::Snapshot& snapshot, std::ui
         const auto [first, last] = lookup.recordsOfKey(key);
         boost::container::small_vector<std::uint32_t, 4> seen;
         for (std::uint32_t record = first; record < last; ++record) {
+            if (!types.empty() &&
+                std::ranges::find(types, lookup.record(record).type) == types.end())
+                continue;
             const std::uint32_t page = joined->pageOfHref(lookup.record(record).href);
             if (page == JoinedPages::none || std::ranges::find(seen, page) != seen.end())
                 continue;
@@ -56,6 +61,7 @@ std::vector<api::ReferenceData> dataOf(const search::Snapshot& snapshot, std::ui
             if (begin < end)
                 data.push_back(itemOf(joined->pages(), page, name));
         }
+        std::ranges::stable_sort(data, api::comparator::PreferredOrderComparator());
     } catch (const docparser::DocParserException&) {
         data.clear();
     }

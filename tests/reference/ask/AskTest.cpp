@@ -261,6 +261,21 @@ TEST_F(AskTest, APropertyOfAClassIsAHitOfItsOwn) {
     EXPECT_EQ(answer.hits.front().data.getRefItem().getPurpose(), u"purpose of Breadth");
 }
 
+TEST_F(AskTest, TheEntriesOfOneNameAreInThePreferredOrderAndOfTheWantedType) {
+    source().add(ProductBuilder(u"same")
+                     .entity(u"duo", RefEntityType::Tool, u"a.html", u"A tool.")
+                     .entity(u"duo", RefEntityType::Class, u"b.html", u"A class.")
+                     .build());
+    const auto both = ask::ask(u"duo");
+    ASSERT_EQ(both.hits.size(), 2U);
+    EXPECT_EQ(both.hits[0].data.getRefItem().getPurpose(), u"A class.");
+    EXPECT_EQ(both.hits[1].data.getRefItem().getPurpose(), u"A tool.");
+    const auto tool = ask::ask(u"duo type:tool");
+    ASSERT_EQ(tool.hits.size(), 1U);
+    EXPECT_EQ(tool.total, 1U);
+    EXPECT_EQ(tool.hits[0].data.getRefItem().getPurpose(), u"A tool.");
+}
+
 TEST_F(AskTest, AnEntryWithTwoNamesIsOneHit) {
     ProductBuilder product(u"twice");
     for (const char16_t* name : {u"inner._impl.twin", u"inner.twin"})
