@@ -14,7 +14,6 @@ namespace reference::ask {
 
 using docimage::KeyFacts;
 using docimage::Lexicon;
-using docimage::QuestionIndex;
 
 namespace {
 
@@ -183,12 +182,15 @@ std::vector<Candidate> Candidates::firstTurnedAway(std::size_t count) const {
 
 std::vector<Candidate> Candidates::firstOf(const std::vector<Candidate>& candidates,
                                            std::size_t count) const {
-    std::vector<std::pair<Order, std::size_t>> order;
+    using Numbered = std::pair<Order, std::size_t>;
+    std::vector<Numbered> order;
     order.reserve(candidates.size());
     for (std::size_t at = 0; at < candidates.size(); ++at)
         order.emplace_back(orderOf(candidates[at]), at);
     count = std::min(count, order.size());
-    std::ranges::partial_sort(order, order.begin() + static_cast<std::ptrdiff_t>(count));
+    std::ranges::partial_sort(
+        order, order.begin() + static_cast<std::ptrdiff_t>(count),
+        [](const Order& x, const Order& y) { return x < y; }, &Numbered::first);
     std::vector<Candidate> first;
     first.reserve(count);
     for (std::size_t at = 0; at < count; ++at)

@@ -1,7 +1,6 @@
 // The names that a question has found so far. Internal: no public header includes it.
 #pragma once
 
-#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -100,7 +99,10 @@ class Candidates {
         std::uint64_t byQuestion;
         std::uint64_t byDocumentation;
 
-        friend auto operator<=>(const Order&, const Order&) = default;
+        friend bool operator<(const Order& a, const Order& b) {
+            return a.byQuestion != b.byQuestion ? a.byQuestion < b.byQuestion
+                                                : a.byDocumentation < b.byDocumentation;
+        }
     };
     [[nodiscard]] Order orderOf(const Candidate& candidate) const;
     [[nodiscard]] std::vector<Candidate> firstOf(const std::vector<Candidate>& candidates,

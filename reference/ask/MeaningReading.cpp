@@ -25,7 +25,6 @@ using docimage::Lexicon;
 using docimage::typeBit;
 using property::RefEntityType;
 using search::JoinedPages;
-using search::LookupIndex;
 
 namespace {
 
@@ -254,8 +253,9 @@ float MeaningReading::nearnessOf(std::uint32_t key, const Places& places) const 
         1 + share::forLength * std::log2(1 + static_cast<float>(places.size) / usualSize);
     float all = 0;
     float found = 0;
-    for (std::size_t stem = 0; stem < weights.size(); ++stem) {
-        const auto has = [bit = bitOf(stem)](std::uint64_t bits) { return (bits & bit) != 0; };
+    std::uint64_t bit = 1;
+    for (const float weight : weights) {
+        const auto has = [bit](std::uint64_t bits) { return (bits & bit) != 0; };
         const auto& [text, passage] = places.texts;
         float counts = 0;
         if (has(places.last))
@@ -276,8 +276,9 @@ float MeaningReading::nearnessOf(std::uint32_t key, const Places& places) const 
             counts = share::text * share::textSynonym / length;
         if (has(places.last & places.purpose))
             counts += share::twice;
-        all += weights[stem];
-        found += weights[stem] * counts;
+        all += weight;
+        found += weight * counts;
+        bit <<= 1U;
     }
     if (all == 0)
         return 0;

@@ -131,11 +131,7 @@ class QuestionParser {
             } else if (const std::size_t end = endOfTemplate(m_text, m_at);
                        end > m_at && m_at > begin) {
                 m_at = end;
-            } else if ((unit == u'(' || unit == u'[') && m_at > begin) {
-                hasBrackets = true;
-                m_at = endOfBracket(m_text, m_at);
-            } else if ((unit == u'[' || unit == u'{') &&
-                       isFollowedByMember(endOfBracket(m_text, m_at))) {
+            } else if (isCallOrLiteral(m_at, m_at > begin)) {
                 hasBrackets = true;
                 m_at = endOfBracket(m_text, m_at);
             } else {
@@ -143,6 +139,15 @@ class QuestionParser {
             }
         }
         addChunk(begin, m_at, hasBrackets);
+    }
+
+    // Whether a bracket holds the arguments of what stands before it, or is a list or a dictionary
+    // that a member is called on.
+    [[nodiscard]] bool isCallOrLiteral(std::size_t at, bool isAfterName) const {
+        const char16_t unit = m_text[at];
+        if (isAfterName && (unit == u'(' || unit == u'['))
+            return true;
+        return (unit == u'[' || unit == u'{') && isFollowedByMember(endOfBracket(m_text, at));
     }
 
     [[nodiscard]] bool isFollowedByMember(std::size_t at) const {
