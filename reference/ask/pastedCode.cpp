@@ -80,7 +80,9 @@ class CodeReader {
                     name.components.insert(name.components.begin(), before);
                 chain.push_back(name);
             }
-            before = isCalled ? last : std::u16string();
+            // A subscript of a result is taken for something like it.
+            if (isCalled || !last.empty())
+                before = isCalled ? last : std::u16string();
             name.components.clear();
             isFirst = false;
             isCalled = false;
