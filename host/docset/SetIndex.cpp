@@ -95,6 +95,7 @@ std::optional<ImageWriter> indexOf(const files::Folder& root,
     headers.writeTo(*writer, IndexHeaders);
     JoinedNames::write(lookups, *writer, IndexNames);
     std::vector<const LookupImage*> products;
+    products.reserve(lookups.size());
     for (const auto& lookup : lookups)
         products.push_back(lookup.get());
     QuestionIndex::write(products, *writer, IndexQuestions);
