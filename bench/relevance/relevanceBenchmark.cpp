@@ -51,8 +51,10 @@ std::vector<Question> readQuestions(const std::string& path) {
 
 // The names that are found, first to last: "pandas:pandas.read_csv".
 std::vector<std::string> ask(const Question& question) {
+    const auto answer = reference::ask::ask(fl::i18n::toUtf16(question.text));
     std::vector<std::string> found;
-    for (const auto& hit : reference::ask::ask(fl::i18n::toUtf16(question.text)).hits)
+    found.reserve(answer.hits.size());
+    for (const auto& hit : answer.hits)
         found.push_back(fl::i18n::toUtf8(hit.data.getHeaderInfo().getShortName()) + ":" +
                         fl::i18n::toUtf8(hit.name));
     return found;

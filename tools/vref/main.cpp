@@ -173,8 +173,10 @@ class CommandLine {
         const ExitStatus status = find(m_find, m_findWhere);
         if (status == NothingFound && m_find.isWithoutCommand) {
             const std::string first = m_find.query.name.substr(0, m_find.query.name.find(' '));
+            const auto commands = m_app.get_subcommands({});
             std::vector<std::string> names;
-            for (const CLI::App* command : m_app.get_subcommands({}))
+            names.reserve(commands.size());
+            for (const CLI::App* command : commands)
                 names.push_back(command->get_name());
             if (const auto meant = nearest(first, names))
                 std::cerr << "vref: did you mean the command \"" << *meant << "\"?\n";
