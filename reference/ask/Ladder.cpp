@@ -324,9 +324,13 @@ std::vector<Hit> Climb::hitsOf(const Candidates& candidates, const std::vector<C
 }
 
 Answer Climb::answer(const Candidates& candidates) const {
-    Answer answer{.hits = hitsOf(candidates, chooseFirst(candidates), m_options.limit, m_types),
+    const auto chosen = chooseFirst(candidates);
+    Answer answer{.hits = hitsOf(candidates, chosen, m_options.limit, m_types),
                   .total = candidates.entries(),
                   .filteredAway = candidates.filteredAway()};
+    // Names that share an entry are counted one by one, unless all of them have been looked at.
+    if (answer.hits.size() < m_options.limit && chosen.size() == candidates.size())
+        answer.total = answer.hits.size();
     if (answer.total == 0)
         answer.turnedAway =
             hitsOf(candidates, candidates.firstTurnedAway(mostTurnedAway), mostTurnedAway, {});

@@ -287,6 +287,7 @@ TEST_F(AskTest, AnEntryWithTwoNamesIsOneHit) {
              {RefEntityType::Function, u"inner._impl.twin", property::FunctionType::Function}}}));
     source().add(product.build());
     EXPECT_THAT(find(u"twin"), ElementsAre("inner.twin [without-package]"));
+    EXPECT_EQ(ask::ask(u"twin").total, 1U);
 }
 
 TEST_F(AskTest, ANameIsFoundEvenIfItIsNoQuestion) {
