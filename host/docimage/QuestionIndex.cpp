@@ -174,6 +174,13 @@ QuestionIndex::QuestionIndex(std::shared_ptr<const Image> image, std::uint32_t f
 
 QuestionIndex::~QuestionIndex() = default;
 
+std::uint32_t QuestionIndex::productOf(std::uint32_t key) const {
+    if (key >= keyCount())
+        throw DamagedImage("An image refers to a name that it does not have.");
+    return static_cast<std::uint32_t>(std::ranges::upper_bound(m_firstKeys, key) -
+                                      m_firstKeys.begin() - 1);
+}
+
 void QuestionIndex::write(std::span<const LookupImage* const> products, ImageWriter& writer,
                           std::uint32_t firstSection) {
     QuestionIndexBuilder builder;

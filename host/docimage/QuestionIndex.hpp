@@ -2,6 +2,7 @@
 // their purposes by the stems of their words.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -58,6 +59,9 @@ class VELTRA_HOST_API QuestionIndex {
         return m_firstKeys;
     }
     [[nodiscard]] std::size_t keyCount() const noexcept { return m_facts.size(); }
+    // The number of the product that a key belongs to. Lexicons give keys that have not been
+    // checked; this throws DamagedImage for one that there is not.
+    [[nodiscard]] std::uint32_t productOf(std::uint32_t key) const;
     [[nodiscard]] const KeyFacts& facts(std::uint32_t key) const { return m_facts[key]; }
     [[nodiscard]] std::span<const KeyFacts> allFacts() const {
         return m_facts.range(0, m_facts.size());

@@ -9,6 +9,7 @@
 #include "docimage/nameParts.hpp"
 #include "fl/i18n/utf.hpp"
 #include "reference/ask/QuestionError.hpp"
+#include "reference/ask/keyLists.hpp"
 
 namespace reference::ask {
 
@@ -16,15 +17,6 @@ using docimage::KeyFacts;
 using docimage::Lexicon;
 
 namespace {
-
-// Calls `visit` for each key that has the word.
-template <typename Visit>
-void forEachKeyWith(const Lexicon& lexicon, std::string_view word, Visit visit) {
-    if (word.empty())
-        return;
-    lexicon.forEachWordWith({.letters = word, .isStart = true, .isEnd = true},
-                            [&](std::uint32_t number) { lexicon.forEachTextWith(number, visit); });
-}
 
 std::string productNames(const search::LookupIndex& index) {
     constexpr std::size_t mostNames = 20;
@@ -39,21 +31,22 @@ std::string productNames(const search::LookupIndex& index) {
 
 }  // namespace
 
-KeyFilter::KeyFilter(const search::LookupIndex& index, const Question& question,
+KeyFilter::KeyFilter(const search::LookupIndex& index, const Question* question,
                      const AskOptions& options, std::function<bool(std::uint32_t key)> confirm)
-    : m_index(index),
-      m_questions(index.questions()),
-      m_wantedTypes(question.types()),
-      m_confirm(std::move(confirm)) {
+    : m_index(index), m_questions(index.questions()), m_confirm(std::move(confirm)) {
+    if (question != nullptr)
+        m_wantedTypes = question->types();
     std::ranges::copy(options.types, std::back_inserter(m_wantedTypes));
     for (const auto type : m_wantedTypes)
         m_types |= docimage::typeBit(type);
-    if (!question.products().empty() || !options.products.empty())
+    if (!options.products.empty() || (question != nullptr && !question->products().empty()))
         m_products.resize(index.products().size());
     for (const auto& name : options.products)
         if (const auto product = index.find(name))
             m_products[*product] = true;
-    for (const WantedProduct& wanted : question.products()) {
+    if (question == nullptr)
+        return;
+    for (const WantedProduct& wanted : question->products()) {
         const auto product = index.find(wanted.name);
         if (!product)
             throw QuestionError("No product \"" + fl::i18n::toUtf8(wanted.name) +
@@ -61,28 +54,27 @@ KeyFilter::KeyFilter(const search::LookupIndex& index, const Question& question,
                                 wanted.position, wanted.length);
         m_products[*product] = true;
     }
-    if (question.excluded().empty())
+    if (question->excluded().empty())
         return;
     m_excluded.resize(m_questions.keyCount());
-    const auto exclude = [this](std::uint32_t key) { m_excluded.at(key) = true; };
+    const auto exclude = [this](const Lexicon& lexicon, std::string_view word) {
+        for (const std::uint32_t key : keysOf(lexicon, word))
+            m_excluded.at(key) = true;
+    };
     docimage::Stemmer stemmer;
-    for (const auto& word : question.excluded()) {
+    for (const auto& word : question->excluded()) {
         const std::string form = docimage::joinedParts(word);
-        forEachKeyWith(m_questions.lastParts(), form, exclude);
-        forEachKeyWith(m_questions.outerParts(), form, exclude);
-        forEachKeyWith(m_questions.purposes(), stemmer.stem(form), exclude);
+        exclude(m_questions.lastParts(), form);
+        exclude(m_questions.outerParts(), form);
+        exclude(m_questions.purposes(), stemmer.stem(form));
     }
 }
 
 bool KeyFilter::admits(std::uint32_t key) const {
     if (!m_excluded.empty() && m_excluded[key])
         return false;
-    if (!m_products.empty()) {
-        const auto& first = m_questions.firstKeys();
-        const auto product = std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1;
-        if (!m_products[static_cast<std::size_t>(product)])
-            return false;
-    }
+    if (!m_products.empty() && !m_products[m_questions.productOf(key)])
+        return false;
     // Types above 30 share a bit, so that the records have the last word.
     if (m_types != 0 && ((m_questions.facts(key).types & m_types) == 0 || entriesOf(key) == 0))
         return false;
@@ -92,11 +84,9 @@ bool KeyFilter::admits(std::uint32_t key) const {
 std::size_t KeyFilter::entriesOf(std::uint32_t key) const {
     if (m_wantedTypes.empty())
         return m_questions.facts(key).entries;
-    const auto& first = m_questions.firstKeys();
-    const auto product = static_cast<std::uint32_t>(
-        std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1);
+    const std::uint32_t product = m_questions.productOf(key);
     const auto& lookup = m_index.lookup(product);
-    const auto [begin, end] = lookup.recordsOfKey(key - first[product]);
+    const auto [begin, end] = lookup.recordsOfKey(key - m_questions.firstKeys()[product]);
     std::set<std::uint32_t> hrefs;
     for (std::uint32_t record = begin; record < end; ++record)
         if (std::ranges::find(m_wantedTypes, lookup.record(record).type) != m_wantedTypes.end())
@@ -113,7 +103,7 @@ Candidates::Candidates(const search::LookupIndex& index, const KeyFilter& filter
       m_seen(m_questions.keyCount()) {}
 
 bool Candidates::add(const Candidate& candidate) {
-    if (m_seen.at(candidate.key))
+    if (has(candidate.key))
         return false;
     m_seen[candidate.key] = true;
     if (!m_filter.admits(candidate.key)) {
@@ -132,9 +122,7 @@ std::uint32_t Candidates::addChange(std::u16string change) {
 }
 
 std::uint32_t Candidates::productOf(std::uint32_t key) const {
-    const auto& first = m_questions.firstKeys();
-    return static_cast<std::uint32_t>(std::upper_bound(first.begin(), first.end(), key) -
-                                      first.begin() - 1);
+    return m_questions.productOf(key);
 }
 
 std::uint32_t Candidates::numberInProduct(std::uint32_t key) const {

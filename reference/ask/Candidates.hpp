@@ -33,8 +33,9 @@ struct Candidate {
 class KeyFilter {
   public:
     // Throws QuestionError for a product that is not installed.
-    // `confirm`: asked last, about names that all else admits; may be empty.
-    KeyFilter(const search::LookupIndex& index, const Question& question, const AskOptions& options,
+    // `question`: null for a text that is none. `confirm`: asked last, about names that all else
+    // admits; may be empty.
+    KeyFilter(const search::LookupIndex& index, const Question* question, const AskOptions& options,
               std::function<bool(std::uint32_t key)> confirm);
 
     [[nodiscard]] bool admits(std::uint32_t key) const;
@@ -65,7 +66,12 @@ class Candidates {
 
     // Returns whether the name is new and admitted.
     bool add(const Candidate& candidate);
-    [[nodiscard]] bool has(std::uint32_t key) const { return m_seen[key]; }
+    // Throws DamagedImage for a key that there is not.
+    [[nodiscard]] bool has(std::uint32_t key) const {
+        if (key >= m_seen.size())
+            throw docimage::DamagedImage("An image refers to a name that it does not have.");
+        return m_seen[key];
+    }
 
     // A number for a change in the question, for the candidates that it led to.
     [[nodiscard]] std::uint32_t addChange(std::u16string change);

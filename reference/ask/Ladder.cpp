@@ -188,8 +188,7 @@ Answer Climb::climb() {
     std::function<bool(std::uint32_t)> confirm;
     if (m_question != nullptr && (!m_question->phrases().empty() || m_question->wantsDeprecated()))
         confirm = [this](std::uint32_t key) { return isConfirmed(key); };
-    const KeyFilter filter(m_index, m_question != nullptr ? *m_question : Question::parse(u"x"),
-                           m_options, std::move(confirm));
+    const KeyFilter filter(m_index, m_question, m_options, std::move(confirm));
     m_types = filter.types();
     if (m_question != nullptr)
         takeTerms();
@@ -249,10 +248,9 @@ Answer Climb::climb() {
 
 // What only the pages of a name tell.
 bool Climb::isConfirmed(std::uint32_t key) const {
-    const auto& first = m_index.questions().firstKeys();
-    const auto product = static_cast<std::uint32_t>(
-        std::upper_bound(first.begin(), first.end(), key) - first.begin() - 1);
-    const auto data = dataOf(m_snapshot, product, key - first[product], m_types);
+    const docimage::QuestionIndex& questions = m_index.questions();
+    const std::uint32_t product = questions.productOf(key);
+    const auto data = dataOf(m_snapshot, product, key - questions.firstKeys()[product], m_types);
     return std::ranges::any_of(data, [this](const api::ReferenceData& one) {
         const property::RefItem& item = one.getRefItem();
         if (const auto wanted = m_question->wantsDeprecated();

@@ -125,9 +125,15 @@ std::vector<std::string_view> MeaningReading::partsOf(std::string_view stem) con
 void MeaningReading::forEachKeyWith(std::size_t number, Field field, const VisitKey& visit) const {
     const Stem& stem = m_stems[number];
     const auto visitAll = [&](const Lexicon& lexicon, std::string_view word) {
-        lexicon.forEachWordWith(
-            {.letters = word, .isStart = true, .isEnd = true},
-            [&](std::uint32_t found) { lexicon.forEachTextWith(found, visit); });
+        lexicon.forEachWordWith({.letters = word, .isStart = true, .isEnd = true},
+                                [&](std::uint32_t found) {
+                                    lexicon.forEachTextWith(found, [&](std::uint32_t key) {
+                                        if (key >= m_questions.keyCount())
+                                            throw docimage::DamagedImage(
+                                                "An image refers to a name that it does not have.");
+                                        visit(key);
+                                    });
+                                });
     };
     switch (field) {
         case Field::Last:
