@@ -314,10 +314,10 @@ std::string_view Completer::keyText(std::uint32_t key) const {
 
 auto Completer::orderOf(const Found& found) const {
     const KeyFacts& facts = m_questions.facts(found.key);
-    return std::tuple(found.isOtherCase, found.isHidden, found.isInOtherPackage,
-                      m_ranks[m_questions.productOf(found.key)], !found.isName,
-                      found.isName ? facts.kind : std::uint16_t{0}, found.part.size(), found.part,
-                      found.key);
+    return std::tuple(found.isOtherCase, found.isHidden, found.part.size() != m_typed.part.size(),
+                      found.isInOtherPackage, m_ranks[m_questions.productOf(found.key)],
+                      !found.isName, found.isName ? facts.kind : std::uint16_t{0},
+                      found.part.size(), found.part, found.key);
 }
 
 // Each text once: a name, or what names go on from.

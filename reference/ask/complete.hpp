@@ -37,7 +37,8 @@ struct CompleteOptions {
 };
 
 // The completions of the beginning of a name, each text once, the best first: those in the case
-// that was typed; names that do not begin with an underscore, unless one was typed; what stands in
+// that was typed; names that do not begin with an underscore, unless one was typed; what was
+// typed in full; what stands in
 // the package that was typed before what stands in one that ends like it; preferred products; names
 // before parts of names; then as the library prefers kinds of entities; shorter ones; and the order
 // of the texts. Of a beginning that thousands of names share, not all are looked at.

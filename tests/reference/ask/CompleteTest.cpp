@@ -96,6 +96,15 @@ TEST_F(CompleteTest, WhatBeginsWithAnUnderscoreComesLastUnlessItIsTyped) {
     EXPECT_THAT(complete(u"Table._"), ElementsAre("Table._group"));
 }
 
+TEST_F(CompleteTest, WhatIsTypedInFullGoesFirst) {
+    source().add(ProductBuilder(u"full")
+                     .record(u"in", RefEntityType::Topic, u"in.html")
+                     .record(u"into", RefEntityType::Function, u"into.html")
+                     .build());
+    EXPECT_THAT(complete(u"i"), ElementsAre("into", "in"));
+    EXPECT_THAT(complete(u"in"), ElementsAre("in", "into"));
+}
+
 TEST_F(CompleteTest, OtherLanguagesDotsStay) {
     addFrames();
     EXPECT_THAT(complete(u"frames::Table::d"), ElementsAre("frames::Table::drop"));
