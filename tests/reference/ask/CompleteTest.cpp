@@ -132,7 +132,8 @@ TEST_F(CompleteTest, ProductsAreChosenAndPreferred) {
     EXPECT_THAT(complete(u"read", {.products = {u"frames"}}), ElementsAre("read_csv", "Reader"));
     EXPECT_THAT(complete(u"Table.gr", {.products = {u"alpha"}}), ElementsAre("Table.group_of"));
     EXPECT_THAT(complete(u"read", {.products = {u"missing"}}), IsEmpty());
-    EXPECT_THAT(complete(u"read", {.preferredProducts = {u"frames"}}),
+    EXPECT_THAT(complete(u"rea"), ElementsAre("read", "read_csv", "Reader"));
+    EXPECT_THAT(complete(u"rea", {.preferredProducts = {u"frames"}}),
                 ElementsAre("read_csv", "read", "Reader"));
     EXPECT_THAT(complete(u"read", {.limit = 1}), ElementsAre("read"));
     EXPECT_THAT(complete(u"read", {.limit = 0}), IsEmpty());
