@@ -4,27 +4,19 @@
 
 #include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
+#include "reference/ask/asciiBytes.hpp"
 
 namespace reference::ask {
 namespace {
 
 constexpr float synonymShare = 0.7F;
 
-constexpr char folded(char byte) noexcept {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-}
-
 // The number of a word's first two bytes in search form.
 std::size_t beginningOf(std::string_view word) noexcept {
     constexpr unsigned bits = 8;
-    const auto first = static_cast<unsigned char>(folded(word[0]));
-    const auto second = word.size() > 1 ? static_cast<unsigned char>(folded(word[1])) : 0U;
+    const auto first = static_cast<unsigned char>(lowerByte(word[0]));
+    const auto second = word.size() > 1 ? static_cast<unsigned char>(lowerByte(word[1])) : 0U;
     return std::size_t{first} << bits | second;
-}
-
-bool isAscii(std::string_view bytes) noexcept {
-    return std::ranges::all_of(bytes,
-                               [](char byte) { return static_cast<signed char>(byte) >= 0; });
 }
 
 }  // namespace
@@ -82,7 +74,7 @@ const WordBits* PassageFinder::bitsOf(std::string_view word) {
     if (isPlain && isAscii(word)) {
         m_form.assign(word);
         for (char& byte : m_form)
-            byte = folded(byte);
+            byte = lowerByte(byte);
     } else {
         m_form = docimage::searchForm(docimage::fromUnitBytes(word));
     }
