@@ -12,6 +12,7 @@
 #include "docimage/unitBytes.hpp"
 #include "reference/api/cache_manager/referenceStore.hpp"
 #include "reference/ask/Question.hpp"
+#include "reference/ask/asciiBytes.hpp"
 #include "reference/ask/productRank.hpp"
 #include "reference/search/LookupIndex.hpp"
 
@@ -29,18 +30,6 @@ namespace {
 constexpr std::size_t mostFound = 4096;
 // The keys under one last name that are looked at: nearly all are written alike.
 constexpr std::size_t mostAlike = 16;
-
-bool isAscii(std::string_view bytes) {
-    return std::ranges::none_of(bytes, [](char byte) { return (byte & 0x80) != 0; });
-}
-
-char asciiLower(char byte) {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-}
-
-char asciiUpper(char byte) {
-    return byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - ('a' - 'A')) : byte;
-}
 
 // What was typed: "DataFrame.gr" is the package "DataFrame" and the beginning "gr" of the part
 // after it.
@@ -231,8 +220,8 @@ void Completer::addParts(const Package& package, bool isInOtherPackage) {
         addPartsFrom(package.product, bytes, before, isInOtherPackage);
         return;
     }
-    const char lower = asciiLower(m_typed.part.front());
-    const char upper = asciiUpper(m_typed.part.front());
+    const char lower = lowerByte(m_typed.part.front());
+    const char upper = upperByte(m_typed.part.front());
     addPartsFrom(package.product, bytes + lower, before, isInOtherPackage);
     if (upper != lower)
         addPartsFrom(package.product, bytes + upper, before, isInOtherPackage);
@@ -303,8 +292,8 @@ bool Completer::isBegun(std::string_view part) const {
     if (!isAscii(part) || !isAscii(m_typed.part))
         return docimage::searchForm(docimage::fromUnitBytes(part)).starts_with(m_typed.partForm);
     return part.size() >= m_typed.part.size() &&
-           std::ranges::equal(part.substr(0, m_typed.part.size()), m_typed.part, {}, asciiLower,
-                              asciiLower);
+           std::ranges::equal(part.substr(0, m_typed.part.size()), m_typed.part, {}, lowerByte,
+                              lowerByte);
 }
 
 std::string_view Completer::keyText(std::uint32_t key) const {

@@ -24,12 +24,12 @@ namespace json = boost::json;
 using ask::Completion;
 using property::RefEntityType;
 
-std::string typeOf(const Completion& completion) {
+std::string typeText(const Completion& completion) {
     return completion.isName ? RefEntityType::enumToString(completion.type) : std::string();
 }
 
 // In one line, without tabs.
-std::string purposeOf(const Completion& completion) {
+std::string purposeText(const Completion& completion) {
     std::string text = shown(completion.purpose);
     std::ranges::replace_if(
         text, [](char unit) { return unit == '\n' || unit == '\t'; }, ' ');
@@ -42,7 +42,7 @@ void writeJson(std::ostream& out, const std::vector<Completion>& completions) {
         json::object object{{"text", fl::i18n::toUtf8(completion.text)}};
         if (completion.isName) {
             object["name"] = fl::i18n::toUtf8(completion.name);
-            object["type"] = typeOf(completion);
+            object["type"] = typeText(completion);
             object["purpose"] = fl::i18n::toUtf8(completion.purpose);
         }
         array.push_back(std::move(object));
@@ -56,15 +56,16 @@ void writeTable(std::ostream& out, const Terminal& terminal,
     using enum Table::Align;
     Table table({{"NAME", Left}, {"TYPE", Left}, {"PURPOSE", Left}});
     for (const Completion& completion : completions)
-        table.add(
-            {{shown(completion.text), Style::Name}, {typeOf(completion)}, {purposeOf(completion)}});
+        table.add({{shown(completion.text), Style::Name},
+                   {typeText(completion)},
+                   {purposeText(completion)}});
     table.write(out, terminal);
 }
 
 void writeLines(std::ostream& out, const std::vector<Completion>& completions) {
     for (const Completion& completion : completions)
-        out << shown(completion.text) << '\t' << typeOf(completion) << '\t' << purposeOf(completion)
-            << '\n';
+        out << shown(completion.text) << '\t' << typeText(completion) << '\t'
+            << purposeText(completion) << '\n';
 }
 
 }  // namespace
