@@ -38,7 +38,7 @@ std::vector<std::string> knownFields() {
 }
 
 // The type of the entity that bears the name, or of the first.
-std::string typeOf(const FoundHit& hit) {
+std::string entityTypeOf(const FoundHit& hit) {
     const auto& entities = hit.data.getRefItem().getRefEntities();
     if (entities.empty())
         return {};
@@ -135,7 +135,7 @@ json::object toJson(const FoundHit& hit, const HitFields& fields,
     const auto& item = hit.data.getRefItem();
     HitWriter writer(fields);
     writer.add("name", fl::i18n::toUtf8(hit.name));
-    writer.add("type", typeOf(hit));
+    writer.add("type", entityTypeOf(hit));
     writer.add("product", fl::i18n::toUtf8(header.getShortName()));
     writer.add(purpose, fl::i18n::toUtf8(item.getPurpose()));
     writer.add("helpFolder", fl::i18n::toUtf8(header.getHelpFolder()));

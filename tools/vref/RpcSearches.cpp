@@ -54,7 +54,7 @@ std::vector<RefEntityType::Value> typesOf(const std::vector<NamedText>& texts) {
     return types;
 }
 
-std::vector<std::u16string> namesOf(const std::vector<NamedText>& texts) {
+std::vector<std::u16string> plainUtf16(const std::vector<NamedText>& texts) {
     std::vector<std::u16string> names;
     names.reserve(texts.size());
     for (const NamedText& text : texts)
@@ -62,7 +62,7 @@ std::vector<std::u16string> namesOf(const std::vector<NamedText>& texts) {
     return names;
 }
 
-std::vector<std::string> plain(std::vector<NamedText> texts) {
+std::vector<std::string> plainTexts(std::vector<NamedText> texts) {
     std::vector<std::string> all;
     all.reserve(texts.size());
     for (NamedText& text : texts)
@@ -92,9 +92,9 @@ struct Asked {
 
 Asked askedFor(RpcParameters& parameters) {
     Asked asked{.products = parameters.texts("products")};
-    asked.options = {.preferredProducts = namesOf(parameters.texts("prefer")),
+    asked.options = {.preferredProducts = plainUtf16(parameters.texts("prefer")),
                      .types = typesOf(parameters.texts("types")),
-                     .products = namesOf(asked.products)};
+                     .products = plainUtf16(asked.products)};
     return asked;
 }
 
@@ -154,12 +154,12 @@ Wanted wantedBy(RpcParameters& parameters) {
     wanted.query.search = searchOf(parameters.text("search"));
     const auto types = parameters.texts("type");
     static_cast<void>(typesOf(types));
-    wanted.query.types = plain(types);
+    wanted.query.types = plainTexts(types);
     wanted.products = parameters.texts("product");
-    wanted.query.products = plain(wanted.products);
+    wanted.query.products = plainTexts(wanted.products);
     wanted.query.ignoreCase = parameters.flag("ignore-case");
     wanted.query.ignorePackage = parameters.flag("ignore-package");
-    wanted.order = plain(parameters.texts("order"));
+    wanted.order = plainTexts(parameters.texts("order"));
     wanted.explain = parameters.flag("explain");
     wanted.limit = parameters.count("limit", usualHits, 0, maxHits);
     wanted.fields = HitFields::parse(parameters, wanted.fields);
@@ -224,8 +224,8 @@ json::value shownResult(std::size_t total, const FoundHit* hit, const Shown& wan
 json::value showPage(const Shown& wanted, const Documentation& documentation) {
     requireInstalled(wanted.asked.products, documentation);
     const auto found = entriesOfPage({.name = wanted.href,
-                                      .types = plain(wanted.types),
-                                      .products = plain(wanted.asked.products)},
+                                      .types = plainTexts(wanted.types),
+                                      .products = plainTexts(wanted.asked.products)},
                                      documentation);
     if (wanted.nth > found.size())
         return shownResult(found.size(), nullptr, wanted, documentation);
@@ -307,8 +307,8 @@ RpcCall prepareComplete(RpcParameters& parameters, const Documentation& document
     if (parameters.any("prefix") == nullptr)
         throw RpcError::wrongParameter("prefix", "is missing", "a text, which may be empty");
     auto products = parameters.texts("products");
-    ask::CompleteOptions options{.products = namesOf(products),
-                                 .preferredProducts = namesOf(parameters.texts("prefer"))};
+    ask::CompleteOptions options{.products = plainUtf16(products),
+                                 .preferredProducts = plainUtf16(parameters.texts("prefer"))};
     options.limit = parameters.count("limit", options.limit, 0, maxHits);
     return {Lane::Quick,
             [prefix, options = std::move(options), products = std::move(products),

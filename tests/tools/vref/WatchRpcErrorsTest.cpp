@@ -143,7 +143,7 @@ TEST(WatchRpcErrorsTest, AnyBytesAreAnsweredInJson) {
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);
     const std::string sound =
-        R"({"jsonrpc":"2.0","id":7,"method":"find","params":{"name":"filter","type":["class"]}})";
+        R"({"jsonrpc":"2.0","id":"a","method":"find","params":{"name":"filter","type":["class"]}})";
     const std::string alphabet("\"\\{}[]:,0e-.x \x80\xff\xe3\x81\x82\t", 20);
     RunningSession session;
     EXPECT_TRUE(session.call("products").contains("result"));

@@ -9,10 +9,12 @@
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
+#include <boost/json/parse.hpp>
 #include <boost/json/serialize.hpp>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ProtocolPage.hpp"
 #include "RunningSession.hpp"
 #include "RunningTool.hpp"
 #include "docset/publish.hpp"
@@ -67,6 +69,24 @@ TEST(WatchRpcTest, InitializeSaysWhatThereIs) {
         const auto* const error = answer.if_contains("error");
         EXPECT_TRUE(error == nullptr || error->at("code") != -32601) << method;
     }
+}
+
+TEST(WatchRpcTest, TheExampleOfTheDocumentationHolds) {
+    const std::string heading = "## An example of version 2";
+    const auto sent = exampleAfter(heading, "Sent, each line after the answer to the one before:");
+    const auto received = exampleAfter(heading, "Received:");
+    ASSERT_FALSE(sent.empty());
+    RunningSession session;
+    std::vector<std::string> lines{session.readLine()};
+    for (const auto& line : sent) {
+        session.send(line + "\n");
+        do
+            lines.push_back(session.readLine());
+        while (!lines.back().starts_with("[") &&
+               !json::parse(lines.back()).as_object().contains("id"));
+    }
+    EXPECT_EQ(lines, received);
+    EXPECT_EQ(session.end(), 0);
 }
 
 TEST(WatchRpcTest, AskFindsWhatIsMeant) {
