@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <limits>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -25,7 +27,9 @@ enum QuestionSection : std::uint32_t {
     QuestionOuterParts = 18,
     QuestionPurposes = 26,
     QuestionPartStems = 34,
-    QuestionPartWords = 42,  // 2 sections
+    QuestionPartWords = 42,   // 2 sections
+    QuestionAliases = 44,     // 2 sections
+    QuestionAliasNames = 46,  // 2 sections
 };
 
 // A longer run of letters is no part that anybody types.
@@ -49,6 +53,9 @@ class QuestionIndexBuilder {
     void add(const LookupImage& lookup) {
         for (std::size_t key = 0; key < lookup.keyCount(); ++key)
             addKey(lookup, key);
+        for (const auto& [alias, names] : lookup.aliases())
+            for (const auto& [name, count] : names)
+                m_aliases[toUnitBytes(alias)][toUnitBytes(name)] += count;
     }
 
     void writeTo(ImageWriter& writer, std::uint32_t firstSection) {
@@ -65,6 +72,7 @@ class QuestionIndexBuilder {
         }
         stems.writeTo(writer, firstSection + QuestionPartStems, Trigrams::None);
         words.writeTo(writer, firstSection + QuestionPartWords);
+        writeAliases(writer, firstSection);
     }
 
   private:
@@ -142,6 +150,21 @@ class QuestionIndexBuilder {
         return toByte(count);
     }
 
+    void writeAliases(ImageWriter& writer, std::uint32_t firstSection) const {
+        TextTableBuilder aliases;
+        TextTableBuilder names;
+        for (const auto& [alias, counts] : m_aliases) {
+            std::vector<std::pair<std::string, std::uint64_t>> order(counts.begin(), counts.end());
+            std::ranges::stable_sort(order, std::greater(), &decltype(order)::value_type::second);
+            for (const auto& [name, count] : order) {
+                aliases.add(alias);
+                names.add(name);
+            }
+        }
+        aliases.writeTo(writer, firstSection + QuestionAliases);
+        names.writeTo(writer, firstSection + QuestionAliasNames);
+    }
+
     Stemmer m_stemmer;
     std::vector<KeyFacts> m_facts;
     LexiconBuilder m_lastNames;
@@ -149,6 +172,8 @@ class QuestionIndexBuilder {
     LexiconBuilder m_outerParts;
     LexiconBuilder m_purposes;
     std::set<std::string, std::less<>> m_partWords;
+    // How often a name is seen under an alias, in all products.
+    std::map<std::string, std::map<std::string, std::uint64_t>> m_aliases;
     std::u16string m_text;
     std::set<std::uint32_t> m_hrefs;
 };
@@ -163,7 +188,9 @@ QuestionIndex::QuestionIndex(std::shared_ptr<const Image> image, std::uint32_t f
       m_outerParts(*m_image, firstSection + QuestionOuterParts),
       m_purposes(*m_image, firstSection + QuestionPurposes),
       m_partStems(*m_image, firstSection + QuestionPartStems),
-      m_partWords(*m_image, firstSection + QuestionPartWords) {
+      m_partWords(*m_image, firstSection + QuestionPartWords),
+      m_aliases(*m_image, firstSection + QuestionAliases),
+      m_aliasNames(*m_image, firstSection + QuestionAliasNames) {
     const ImageArray<std::uint32_t> stored(*m_image, firstSection + QuestionFirstKeys);
     const auto numbers = stored.range(0, stored.size());
     if (numbers.empty() || numbers.front() != 0 || !std::ranges::is_sorted(numbers) ||
@@ -179,6 +206,14 @@ std::uint32_t QuestionIndex::productOf(std::uint32_t key) const {
         throw DamagedImage("An image refers to a name that it does not have.");
     return static_cast<std::uint32_t>(std::ranges::upper_bound(m_firstKeys, key) -
                                       m_firstKeys.begin() - 1);
+}
+
+std::vector<std::string_view> QuestionIndex::namesOfAlias(std::string_view alias) const {
+    std::vector<std::string_view> names;
+    for (std::size_t at = m_aliases.lowerBound(alias);
+         at < m_aliases.size() && m_aliases[at] == alias; ++at)
+        names.push_back(m_aliasNames[at]);
+    return names;
 }
 
 void QuestionIndex::write(std::span<const LookupImage* const> products, ImageWriter& writer,

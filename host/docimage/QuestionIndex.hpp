@@ -1,5 +1,5 @@
-// What loosely put questions are answered from: the names of several products by their parts, and
-// their purposes by the stems of their words.
+// What loosely put questions are answered from: the names of several products by their parts, their
+// purposes by the stems of their words, and what their examples call modules.
 #pragma once
 
 #include <cstddef>
@@ -78,6 +78,10 @@ class VELTRA_HOST_API QuestionIndex {
     [[nodiscard]] const Lexicon& partStems() const noexcept { return m_partStems; }
     [[nodiscard]] const TextTable& partWords() const noexcept { return m_partWords; }
 
+    // The full names (as bytes) that an alias stands for in the examples of all products; those
+    // that are seen more often go first, then those whose text does.
+    [[nodiscard]] std::vector<std::string_view> namesOfAlias(std::string_view alias) const;
+
   private:
     const std::shared_ptr<const Image> m_image;
     std::vector<std::uint32_t> m_firstKeys;
@@ -88,6 +92,8 @@ class VELTRA_HOST_API QuestionIndex {
     Lexicon m_purposes;
     Lexicon m_partStems;
     TextTable m_partWords;
+    TextTable m_aliases;  // sorted, once for each name
+    TextTable m_aliasNames;
 };
 
 }  // namespace reference::docimage
