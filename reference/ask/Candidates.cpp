@@ -10,6 +10,7 @@
 #include "fl/i18n/utf.hpp"
 #include "reference/ask/QuestionError.hpp"
 #include "reference/ask/keyLists.hpp"
+#include "reference/ask/productRank.hpp"
 
 namespace reference::ask {
 
@@ -156,8 +157,7 @@ Candidates::Order Candidates::orderOf(const Candidate& candidate) const {
 
 bool Candidates::isTie(const Candidate& a, const Candidate& b) const {
     // The library's own order of products comes after what is deprecated.
-    constexpr unsigned bitsOfLibrary = 4;
-    return orderOf(a).byQuestion >> bitsOfLibrary == orderOf(b).byQuestion >> bitsOfLibrary;
+    return orderOf(a).byQuestion >> libraryRankBits == orderOf(b).byQuestion >> libraryRankBits;
 }
 
 std::vector<Candidate> Candidates::first(std::size_t count) const {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <iterator>
 #include <optional>
 #include <set>
 #include <string>
@@ -22,6 +21,7 @@
 #include "reference/ask/WordReading.hpp"
 #include "reference/ask/hitData.hpp"
 #include "reference/ask/keyLists.hpp"
+#include "reference/ask/productRank.hpp"
 
 namespace reference::ask {
 
@@ -41,21 +41,6 @@ constexpr std::size_t few = 5;
 constexpr std::size_t shortestAlias = 2;
 // What the filters turned away is shown by so many examples.
 constexpr std::size_t mostTurnedAway = 5;
-
-// The folders of help that the library's preferred order has first.
-constexpr std::u16string_view preferredFolders[] = {u"veltra", u"pendrake"};
-
-// Where the bits of a product's rank lie: what the question names, what the user prefers, what the
-// library prefers.
-std::uint32_t rankOf(const LookupIndex::Product& product, bool isNamed,
-                     const std::vector<std::u16string>& preferred) {
-    const auto byUser =
-        static_cast<std::uint32_t>(std::ranges::find(preferred, product.name) - preferred.begin());
-    const auto byLibrary = static_cast<std::uint32_t>(
-        std::ranges::find(preferredFolders, product.header.getHelpFolder()) -
-        std::begin(preferredFolders));
-    return (isNamed ? 0U : 1U) << 24U | std::min(byUser, 0xFFFFFU) << 4U | byLibrary;
-}
 
 // The search form with each run of white space as one space.
 std::string inOneLine(std::u16string_view text) {
@@ -249,8 +234,8 @@ Answer Climb::climb() {
         takeTerms();
     std::vector<std::uint32_t> ranks;
     for (std::size_t at = 0; at < m_index.products().size(); ++at)
-        ranks.push_back(rankOf(m_index.products()[at], !m_named.empty() && m_named[at],
-                               m_options.preferredProducts));
+        ranks.push_back(productRank(m_index.products()[at], !m_named.empty() && m_named[at],
+                                    m_options.preferredProducts));
     Candidates candidates(m_index, filter, std::move(ranks));
     findWholeText(candidates);
     if (m_question == nullptr)

@@ -1,30 +1,37 @@
 #include "reference/ask/passages.hpp"
 
 #include <algorithm>
+#include <array>
 
 #include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
+#include "reference/ask/asciiBytes.hpp"
 
 namespace reference::ask {
 namespace {
 
 constexpr float synonymShare = 0.7F;
 
-constexpr char folded(char byte) noexcept {
-    return byte >= 'A' && byte <= 'Z' ? static_cast<char>(byte + ('a' - 'A')) : byte;
-}
-
-// The number of a word's first two bytes in search form.
+// What three bytes have in common with the same letters in the other case: their lowest five bits.
+// What is missing counts as nothing.
 std::size_t beginningOf(std::string_view word) noexcept {
-    constexpr unsigned bits = 8;
-    const auto first = static_cast<unsigned char>(folded(word[0]));
-    const auto second = word.size() > 1 ? static_cast<unsigned char>(folded(word[1])) : 0U;
-    return std::size_t{first} << bits | second;
+    constexpr unsigned bits = 5;
+    constexpr unsigned mask = (1U << bits) - 1;
+    std::size_t number = 0;
+    for (std::size_t at = 0; at < 3 && at < word.size(); ++at)
+        number |= std::size_t{static_cast<unsigned char>(word[at]) & mask} << (bits * at);
+    return number;
 }
 
-bool isAscii(std::string_view bytes) noexcept {
-    return std::ranges::all_of(bytes,
-                               [](char byte) { return static_cast<signed char>(byte) >= 0; });
+constexpr auto wordBytes = [] {
+    std::array<bool, 256> is{};
+    for (unsigned byte = 0; byte < is.size(); ++byte)
+        is[byte] = docimage::isWordByte(static_cast<char>(byte));
+    return is;
+}();
+
+bool isInWord(char byte) noexcept {
+    return wordBytes[static_cast<unsigned char>(byte)];
 }
 
 }  // namespace
@@ -54,13 +61,21 @@ bool PassageFinder::look(std::string_view text) {
     m_looked += text.size();
     m_found.clear();
     std::size_t position = 0;
-    docimage::forEachWord(text, [&](std::string_view word) {
+    for (std::size_t at = 0; at < text.size();) {
+        if (!isInWord(text[at])) {
+            ++at;
+            continue;
+        }
+        const std::size_t begin = at;
+        while (++at < text.size() && isInWord(text[at])) {
+        }
+        const std::string_view word = text.substr(begin, at - begin);
         if (const WordBits* const bits = bitsOf(word)) {
             m_found.push_back({.position = position, .bits = *bits});
             m_texts.all.add(*bits);
         }
         ++position;
-    });
+    }
     std::size_t end = 0;
     for (std::size_t first = 0; first < m_found.size() && end < m_found.size(); ++first) {
         const std::size_t before = end;
@@ -74,15 +89,15 @@ bool PassageFinder::look(std::string_view text) {
     return m_looked == longestText;
 }
 
-// Most words of a text begin like none that is looked for, and need not be folded.
+// Most words of a text begin like none that is looked for, and need not be folded. What begins with
+// other letters than those of ASCII may be folded to anything.
 const WordBits* PassageFinder::bitsOf(std::string_view word) {
-    const bool isPlain = isAscii(word.substr(0, 2));
-    if (isPlain && !m_beginnings[beginningOf(word)])
+    if (!m_beginnings[beginningOf(word)] && isAscii(word.substr(0, 3)))
         return nullptr;
-    if (isPlain && isAscii(word)) {
+    if (isAscii(word)) {
         m_form.assign(word);
         for (char& byte : m_form)
-            byte = folded(byte);
+            byte = lowerByte(byte);
     } else {
         m_form = docimage::searchForm(docimage::fromUnitBytes(word));
     }

@@ -69,7 +69,7 @@ class PassageFinder {
 
     std::span<const float> m_weights;
     boost::unordered_flat_map<std::string, WordBits, Hash, std::equal_to<>> m_words;
-    std::bitset<1U << 16U> m_beginnings;  // two bytes that a word begins with
+    std::bitset<1U << 15U> m_beginnings;  // of the words, see beginningOf()
     std::vector<Found> m_found;
     std::string m_form;
     std::size_t m_looked = 0;

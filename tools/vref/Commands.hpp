@@ -38,6 +38,19 @@ struct OpenOptions {
 // Opens the page of one entry in the browser; without a browser, prints the page's address.
 ExitStatus openPage(const OpenOptions& options);
 
+struct CompleteCommandOptions {
+    DocumentationOptions documentation;
+    std::string beginning;
+    std::vector<std::string> products;
+    std::vector<std::string> prefer;
+    std::size_t limit = 20;
+    bool json = false;
+};
+
+// Prints what names go on from a beginning: at a terminal as a table, else a line each, of the
+// text, the type and the purpose with tabs between them.
+ExitStatus complete(const CompleteCommandOptions& options);
+
 struct ProductsOptions {
     DocumentationOptions documentation;
     bool json = false;

@@ -62,6 +62,7 @@ class CommandLine {
         addFind();
         addShow();
         addOpen();
+        addComplete();
         addProducts();
         addImport();
         addValidate();
@@ -218,6 +219,29 @@ class CommandLine {
         command->callback([this] { m_command = [this] { return openPage(m_open); }; });
     }
 
+    void addComplete() {
+        CLI::App* command = m_app.add_subcommand(
+            "complete", "Lists names that go on from what is typed, for shells and editors");
+        command->add_option("BEGINNING", m_complete.beginning,
+                            "The beginning of a name, such as Data or DataFrame.gr");
+        command
+            ->add_option("--product", m_complete.products,
+                         "Only this product, by its short name; may be repeated")
+            ->type_name("PRODUCT")
+            ->allow_extra_args(false);
+        command
+            ->add_option("--prefer", m_complete.prefer,
+                         "Names of this product before equal ones of others; may be repeated")
+            ->type_name("PRODUCT")
+            ->allow_extra_args(false);
+        command->add_option("--limit", m_complete.limit, "At most this many (20)")
+            ->type_name("N")
+            ->check(checkCount);
+        command->add_flag("--json", m_complete.json, "Print the list as a JSON array");
+        addDocumentationOptions(*command, m_complete.documentation);
+        command->callback([this] { m_command = [this] { return complete(m_complete); }; });
+    }
+
     void addProducts() {
         CLI::App* command = m_app.add_subcommand("products", "Lists the products");
         command->add_flag("--json", m_products.json, "Print the list as a JSON array");
@@ -306,6 +330,7 @@ class CommandLine {
     DocumentationOptions m_findWhere;
     ShowOptions m_show;
     OpenOptions m_open;
+    CompleteCommandOptions m_complete;
     ProductsOptions m_products;
     ImportSphinxOptions m_import;
     WarmOptions m_warm;

@@ -52,7 +52,7 @@ TEST(HelpTest, AnUnknownCommandIsNamedWithTheNearestOne) {
     const Case cases[] = {
         {{"help", "fnid"}, "There is no command \"fnid\"; did you mean \"find\"?"},
         {{"help", "lookup"},
-         "There is no command \"lookup\"; there is: find, show, open, products, "},
+         "There is no command \"lookup\"; there is: find, show, open, complete, products, "},
         {{"help", "a\033[31m\xff"}, "There is no command \"a[31m?\""},
         {{"find", "x", "--limt", "3"}, "expected: --limt; did you mean \"--limit\"?"},
         {{"products", "y", "z"}, "The following arguments were not expected: y z\n"},

@@ -1,0 +1,370 @@
+#include "reference/ask/complete.hpp"
+
+#include <algorithm>
+#include <cstdint>
+#include <tuple>
+#include <utility>
+
+#include "docimage/QuestionIndex.hpp"
+#include "docimage/componentForms.hpp"
+#include "docimage/nameParts.hpp"
+#include "docimage/searchForm.hpp"
+#include "docimage/unitBytes.hpp"
+#include "reference/api/cache_manager/referenceStore.hpp"
+#include "reference/ask/Question.hpp"
+#include "reference/ask/asciiBytes.hpp"
+#include "reference/ask/productRank.hpp"
+#include "reference/search/LookupIndex.hpp"
+
+namespace reference::ask {
+
+using docimage::KeyFacts;
+using docimage::LookupImage;
+using docimage::NameKind;
+using search::LookupIndex;
+
+namespace {
+
+// Of the beginnings that thousands of names share, so many are looked at: more take longer than
+// between two keystrokes, and a person reads the first few.
+constexpr std::size_t mostFound = 4096;
+// The keys under one last name that are looked at: nearly all are written alike.
+constexpr std::size_t mostAlike = 16;
+
+// What was typed: "DataFrame.gr" is the package "DataFrame" and the beginning "gr" of the part
+// after it.
+struct Typed {
+    // As it was typed, with the dot or what stands for it.
+    std::u16string_view head;
+    // With dots, as bytes and in the search form; empty for a part alone.
+    std::string package;
+    std::string packageForm;
+    std::string part;
+    std::string partForm;
+
+    explicit Typed(std::u16string_view text);
+};
+
+Typed::Typed(std::u16string_view text) {
+    std::u16string dotted;
+    std::size_t begin = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const std::u16string_view rest = text.substr(at);
+        const bool isPair = rest.starts_with(u"::") || rest.starts_with(u"->");
+        if (isPair || text[at] == u'.' || text[at] == u'/' || text[at] == u'#') {
+            at += isPair ? 1 : 0;
+            begin = at + 1;
+            dotted += u'.';
+        } else {
+            dotted += text[at];
+        }
+    }
+    head = text.substr(0, begin);
+    const std::u16string_view last = text.substr(begin);
+    dotted.resize(dotted.size() - last.size());
+    if (!dotted.empty())
+        dotted.pop_back();
+    package = docimage::toUnitBytes(dotted);
+    packageForm = docimage::searchForm(dotted);
+    part = docimage::toUnitBytes(last);
+    partForm = docimage::searchForm(last);
+}
+
+// The number of the first key that does not go before `bytes`, from `from` on: near it, mostly.
+std::size_t lowerBoundFrom(const LookupImage& lookup, std::size_t from, std::string_view bytes) {
+    std::size_t step = 1;
+    std::size_t low = from;
+    while (low + step < lookup.keyCount() && lookup.key(low + step) < bytes) {
+        low += step;
+        step *= 2;
+    }
+    std::size_t high = std::min(low + step, lookup.keyCount());
+    while (low < high) {
+        const std::size_t middle = low + (high - low) / 2;
+        if (lookup.key(middle) < bytes)
+            low = middle + 1;
+        else
+            high = middle;
+    }
+    return low;
+}
+
+class Completer {
+  public:
+    Completer(const LookupIndex& index, const Typed& typed, const CompleteOptions& options)
+        : m_index(index), m_questions(index.questions()), m_typed(typed), m_limit(options.limit) {
+        for (const auto& product : index.products()) {
+            m_isWanted.push_back(options.products.empty() ||
+                                 std::ranges::find(options.products, product.name) !=
+                                     options.products.end());
+            m_ranks.push_back(productRank(product, false, options.preferredProducts));
+        }
+    }
+
+    std::vector<Completion> complete();
+
+  private:
+    // A part that goes on from what was typed. Views are those of the images.
+    struct Found {
+        std::string_view part;
+        std::uint32_t key;  // the name, or the first that goes on from the part
+        bool isName;
+        bool isOtherCase;
+        bool isHidden;
+        bool isInOtherPackage;
+    };
+    // A package by one of its documented names.
+    struct Package {
+        std::uint32_t product;
+        std::string_view name;
+
+        friend auto operator<=>(const Package&, const Package&) = default;
+    };
+
+    void addPackages();
+    void addPackagesOf(NameKind kind, std::string_view form, bool isWhole);
+    void addParts(const Package& package, bool isInOtherPackage);
+    void addPartsFrom(std::uint32_t product, const std::string& bytes, std::size_t before,
+                      bool isInOtherPackage);
+    void addLastNames();
+    void add(std::string_view part, std::uint32_t key, bool isName, bool isInOtherPackage);
+    [[nodiscard]] bool isBegun(std::string_view part) const;
+    [[nodiscard]] std::string_view keyText(std::uint32_t key) const;
+    [[nodiscard]] auto orderOf(const Found& found) const;
+    [[nodiscard]] std::vector<Found> best();
+    [[nodiscard]] Completion completionOf(const Found& found) const;
+
+    const LookupIndex& m_index;
+    const docimage::QuestionIndex& m_questions;
+    const Typed& m_typed;
+    const std::size_t m_limit;
+    std::vector<bool> m_isWanted;        // by product
+    std::vector<std::uint32_t> m_ranks;  // by product
+    std::vector<Package> m_packages;
+    std::vector<Found> m_found;
+};
+
+std::vector<Completion> Completer::complete() {
+    if (m_typed.head.empty()) {
+        for (std::uint32_t product = 0; product < m_isWanted.size(); ++product)
+            addParts({.product = product, .name = {}}, false);
+        if (!m_typed.part.empty())
+            addLastNames();
+    } else if (!m_typed.package.empty()) {
+        addPackages();
+    }
+    std::vector<Completion> completions;
+    for (const Found& found : best())
+        completions.push_back(completionOf(found));
+    return completions;
+}
+
+// The packages that were typed, by their whole names and by the ends of them.
+void Completer::addPackages() {
+    for (std::uint32_t product = 0; product < m_isWanted.size(); ++product)
+        m_packages.push_back({.product = product, .name = m_typed.package});
+    addPackagesOf(NameKind::ClassWhole, m_typed.packageForm, true);
+    addPackagesOf(NameKind::KeyWhole, m_typed.packageForm, true);
+    std::ranges::sort(m_packages);
+    m_packages.erase(std::unique(m_packages.begin(), m_packages.end()), m_packages.end());
+    for (const Package& package : m_packages)
+        addParts(package, false);
+
+    m_packages.clear();
+    if (docimage::hasTwoComponents(m_typed.packageForm))
+        addPackagesOf(NameKind::ClassLastTwo, docimage::lastTwoComponents(m_typed.packageForm),
+                      false);
+    else
+        addPackagesOf(NameKind::ClassLast, m_typed.packageForm, false);
+    std::ranges::sort(m_packages);
+    m_packages.erase(std::unique(m_packages.begin(), m_packages.end()), m_packages.end());
+    for (const Package& package : m_packages)
+        addParts(package, true);
+}
+
+void Completer::addPackagesOf(NameKind kind, std::string_view form, bool isWhole) {
+    LookupIndex::Proposals proposals;
+    m_index.proposeOfAll(kind, docimage::nameHash(form), proposals);
+    Package last{.product = 0, .name = {}};
+    for (const auto& proposal : proposals) {
+        std::string_view name = m_index.lookup(proposal.product).key(proposal.number);
+        // Names of one class mostly stand side by side.
+        if (!last.name.empty() && last.product == proposal.product &&
+            name.size() > last.name.size() && name[last.name.size()] == '.' &&
+            name.starts_with(last.name))
+            continue;
+        if (kind != NameKind::KeyWhole)
+            name = name.substr(0, std::min(name.rfind('.'), name.size()));
+        const std::string nameForm = docimage::searchForm(docimage::fromUnitBytes(name));
+        const std::size_t before =
+            nameForm.size() - std::min(nameForm.size(), m_typed.packageForm.size());
+        const bool isSame = nameForm.ends_with(m_typed.packageForm) &&
+                            (isWhole ? before == 0 : before > 0 && nameForm[before - 1] == '.');
+        if (!isSame)
+            continue;
+        last = {.product = proposal.product, .name = name};
+        m_packages.push_back(last);
+    }
+}
+
+// Keys lie in the order of their bytes, so that those that go on alike lie side by side; a first
+// letter in the other case lies elsewhere.
+void Completer::addParts(const Package& package, bool isInOtherPackage) {
+    if (!m_isWanted[package.product])
+        return;
+    std::string bytes(package.name);
+    if (!bytes.empty())
+        bytes += '.';
+    const std::size_t before = bytes.size();
+    if (m_typed.part.empty() || !isAscii(m_typed.part.substr(0, 1))) {
+        addPartsFrom(package.product, bytes, before, isInOtherPackage);
+        return;
+    }
+    const char lower = lowerByte(m_typed.part.front());
+    const char upper = upperByte(m_typed.part.front());
+    addPartsFrom(package.product, bytes + lower, before, isInOtherPackage);
+    if (upper != lower)
+        addPartsFrom(package.product, bytes + upper, before, isInOtherPackage);
+}
+
+void Completer::addPartsFrom(std::uint32_t product, const std::string& bytes, std::size_t before,
+                             bool isInOtherPackage) {
+    const LookupImage& lookup = m_index.lookup(product);
+    std::string next;
+    for (std::size_t at = lowerBoundFrom(lookup, 0, bytes);
+         at < lookup.keyCount() && m_found.size() < mostFound;) {
+        const std::string_view key = lookup.key(at);
+        if (!key.starts_with(bytes))
+            return;
+        // A dot at the end is a part of the name, as in the operator "..".
+        std::size_t end = std::min(key.find('.', before), key.size());
+        if (end + 1 == key.size())
+            end = key.size();
+        const std::string_view part = key.substr(before, end - before);
+        if (!part.empty() && isBegun(part))
+            add(part, m_questions.firstKeys()[product] + static_cast<std::uint32_t>(at),
+                end == key.size(), isInOtherPackage);
+        if (end == key.size()) {
+            ++at;
+            continue;
+        }
+        // All that go on from this part, too.
+        constexpr char afterDot = '.' + 1;
+        next.assign(key.substr(0, end));
+        next += afterDot;
+        at = lowerBoundFrom(lookup, at, next);
+    }
+}
+
+void Completer::addLastNames() {
+    const std::string letters = docimage::joinedParts(docimage::fromUnitBytes(m_typed.part));
+    const docimage::Lexicon& names = m_questions.lastNames();
+    names.forEachWordWith({.letters = letters, .isStart = true}, [&](std::uint32_t word) {
+        if (m_found.size() >= mostFound)
+            return;
+        std::size_t seen = 0;
+        std::string_view last;
+        names.forEachTextWith(word, [&](std::uint32_t key) {
+            if (seen == mostAlike || !m_isWanted[m_questions.productOf(key)])
+                return;
+            ++seen;
+            const std::string_view name = docimage::lastComponent(keyText(key));
+            if (name == last || name.empty() || !isBegun(name))
+                return;
+            last = name;
+            add(name, key, true, true);
+        });
+    });
+}
+
+void Completer::add(std::string_view part, std::uint32_t key, bool isName, bool isInOtherPackage) {
+    m_found.push_back({.part = part,
+                       .key = key,
+                       .isName = isName,
+                       .isOtherCase = !part.starts_with(m_typed.part),
+                       .isHidden = part.front() == '_' && !m_typed.part.starts_with('_'),
+                       .isInOtherPackage = isInOtherPackage});
+}
+
+bool Completer::isBegun(std::string_view part) const {
+    if (part.starts_with(m_typed.part))
+        return true;
+    if (!isAscii(part) || !isAscii(m_typed.part))
+        return docimage::searchForm(docimage::fromUnitBytes(part)).starts_with(m_typed.partForm);
+    return part.size() >= m_typed.part.size() &&
+           std::ranges::equal(part.substr(0, m_typed.part.size()), m_typed.part, {}, lowerByte,
+                              lowerByte);
+}
+
+std::string_view Completer::keyText(std::uint32_t key) const {
+    const std::uint32_t product = m_questions.productOf(key);
+    return m_index.lookup(product).key(key - m_questions.firstKeys()[product]);
+}
+
+auto Completer::orderOf(const Found& found) const {
+    const KeyFacts& facts = m_questions.facts(found.key);
+    return std::tuple(found.isOtherCase, found.isHidden, found.part.size() != m_typed.part.size(),
+                      found.isInOtherPackage, m_ranks[m_questions.productOf(found.key)],
+                      !found.isName, found.isName ? facts.kind : std::uint16_t{0},
+                      found.part.size(), found.part, found.key);
+}
+
+// Each text once: a name, or what names go on from.
+std::vector<Completer::Found> Completer::best() {
+    const auto before = [this](const Found& a, const Found& b) { return orderOf(a) < orderOf(b); };
+    std::vector<Found> chosen;
+    // Mostly a few more than are wanted do.
+    for (std::size_t sorted = 0; chosen.size() < m_limit && sorted < m_found.size();) {
+        const std::size_t end = std::min(m_found.size(), sorted + 2 * m_limit + 8);
+        const auto begin = m_found.begin() + static_cast<std::ptrdiff_t>(sorted);
+        std::ranges::partial_sort(begin, m_found.begin() + static_cast<std::ptrdiff_t>(end),
+                                  m_found.end(), before);
+        for (; sorted < end && chosen.size() < m_limit; ++sorted) {
+            const Found& found = m_found[sorted];
+            if (std::ranges::find(chosen, found.part, &Found::part) == chosen.end())
+                chosen.push_back(found);
+        }
+    }
+    return chosen;
+}
+
+Completion Completer::completionOf(const Found& found) const {
+    Completion completion{
+        .text = std::u16string(m_typed.head) + docimage::fromUnitBytes(found.part),
+        .isName = found.isName};
+    if (!found.isName) {
+        completion.text += u'.';
+        return completion;
+    }
+    const std::uint32_t product = m_questions.productOf(found.key);
+    const LookupImage& lookup = m_index.lookup(product);
+    const std::uint32_t number = found.key - m_questions.firstKeys()[product];
+    completion.name = docimage::fromUnitBytes(lookup.key(number));
+    const auto [begin, end] = lookup.recordsOfKey(number);
+    std::uint32_t first = begin;
+    for (std::uint32_t at = begin; at < end; ++at)
+        if (lookup.record(at).type < lookup.record(first).type)
+            first = at;
+    if (begin < end) {
+        completion.type = static_cast<property::RefEntityType::Value>(lookup.record(first).type);
+        completion.purpose = docimage::fromUnitBytes(lookup.purpose(first));
+    }
+    return completion;
+}
+
+}  // namespace
+
+std::vector<Completion> complete(std::u16string_view beginning, const CompleteOptions& options) {
+    while (!beginning.empty() && (beginning.front() == u' ' || beginning.front() == u'\t'))
+        beginning.remove_prefix(1);
+    if (beginning.size() > Question::maxLength)
+        return {};
+    const Typed typed(beginning);
+    return cache_manager::referenceStore().answer([&](const search::Snapshot& snapshot) {
+        if (snapshot.index() == nullptr)
+            return std::vector<Completion>();
+        return Completer(*snapshot.index(), typed, options).complete();
+    });
+}
+
+}  // namespace reference::ask
