@@ -30,6 +30,7 @@ enum QuestionSection : std::uint32_t {
     QuestionPartWords = 42,   // 2 sections
     QuestionAliases = 44,     // 2 sections
     QuestionAliasNames = 46,  // 2 sections
+    QuestionPartsByEnds = 48,
 };
 
 // A longer run of letters is no part that anybody types.
@@ -60,18 +61,22 @@ class QuestionIndexBuilder {
 
     void writeTo(ImageWriter& writer, std::uint32_t firstSection) {
         writer.addArray(firstSection + QuestionFacts, m_facts);
-        m_lastNames.writeTo(writer, firstSection + QuestionLastNames, Trigrams::None);
-        m_lastParts.writeTo(writer, firstSection + QuestionLastParts, Trigrams::None);
-        m_outerParts.writeTo(writer, firstSection + QuestionOuterParts, Trigrams::None);
-        m_purposes.writeTo(writer, firstSection + QuestionPurposes, Trigrams::None);
+        m_lastNames.writeTo(writer, firstSection + QuestionLastNames, FoundBy::Ends);
+        m_lastParts.writeTo(writer, firstSection + QuestionLastParts, FoundBy::Ends);
+        m_outerParts.writeTo(writer, firstSection + QuestionOuterParts, FoundBy::Ends);
+        m_purposes.writeTo(writer, firstSection + QuestionPurposes, FoundBy::Ends);
         LexiconBuilder stems;
         TextTableBuilder words;
+        std::vector<std::string_view> parts;
+        parts.reserve(m_partWords.size());
         for (const auto& word : m_partWords) {
             const auto number = toOffset(words.add(word));
+            parts.push_back(word);
             stems.addWord(m_stemmer.stem(word), number);
         }
-        stems.writeTo(writer, firstSection + QuestionPartStems, Trigrams::None);
+        stems.writeTo(writer, firstSection + QuestionPartStems, FoundBy::Ends);
         words.writeTo(writer, firstSection + QuestionPartWords);
+        writer.addArray(firstSection + QuestionPartsByEnds, orderByEnds(parts));
         writeAliases(writer, firstSection);
     }
 
@@ -189,6 +194,7 @@ QuestionIndex::QuestionIndex(std::shared_ptr<const Image> image, std::uint32_t f
       m_purposes(*m_image, firstSection + QuestionPurposes),
       m_partStems(*m_image, firstSection + QuestionPartStems),
       m_partWords(*m_image, firstSection + QuestionPartWords),
+      m_partsByEnds(*m_image, firstSection + QuestionPartsByEnds),
       m_aliases(*m_image, firstSection + QuestionAliases),
       m_aliasNames(*m_image, firstSection + QuestionAliasNames) {
     const ImageArray<std::uint32_t> stored(*m_image, firstSection + QuestionFirstKeys);

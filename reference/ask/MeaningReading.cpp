@@ -69,6 +69,8 @@ float MeaningReading::nearnessOf(std::uint32_t key, const StemKeys::Places& plac
             counts = share::outer;
         else if (has(places.synonym))
             counts = share::synonym;
+        else if (has(places.compound))
+            counts = share::compound;
         else if (has(passage.words))
             counts = share::passage / length;
         else if (has(passage.synonyms))
@@ -133,7 +135,8 @@ void MeaningReading::findWords(bool isPurposeWanted) {
 void MeaningReading::findTexts(bool alsoMostWords) {
     if (m_stems.stems().empty())
         return;
-    constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::outer};
+    constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::compound,
+                                 share::outer};
     const auto isFound = [this](std::uint32_t key) { return m_candidates.has(key); };
     std::vector<std::uint32_t> keys;
     for (const auto& name : m_stems.likeliest(mostLikely, shares, isFound))

@@ -8,6 +8,7 @@ namespace reference::ask::share {
 inline constexpr float last = 1.0F;
 inline constexpr float purpose = 0.95F;
 inline constexpr float synonym = 1.0F;
+inline constexpr float compound = 0.8F;
 inline constexpr float outer = 0.8F;
 inline constexpr float passage = 0.8F;
 inline constexpr float text = 0.35F;
