@@ -7,12 +7,12 @@
 #include "docset/ContainedFile.hpp"
 #include "docset/Formats.hpp"
 #include "docset/JsonDocument.hpp"
+#include "docset/besideJson.hpp"
 #include "fl/i18n/utf.hpp"
 
 namespace reference::docset {
 namespace {
 
-constexpr std::string_view jsonEnding = ".json";
 constexpr std::string_view aliasesEnding = ".aliases.json";
 
 bool isIdentifierStart(char c) noexcept {
@@ -49,9 +49,7 @@ void readNames(const JsonNode& node, std::map<std::u16string, std::uint32_t>& na
 }  // namespace
 
 std::string aliasFileName(std::string_view lookupFile) {
-    if (lookupFile.ends_with(jsonEnding))
-        lookupFile.remove_suffix(jsonEnding.size());
-    return std::string(lookupFile) + std::string(aliasesEnding);
+    return besideJson(lookupFile, aliasesEnding);
 }
 
 bool isIdentifier(std::string_view text) noexcept {

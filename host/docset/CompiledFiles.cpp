@@ -8,6 +8,7 @@
 #include "docimage/unitBytes.hpp"
 #include "docset/AliasFile.hpp"
 #include "docset/ContainedFile.hpp"
+#include "docset/besideJson.hpp"
 #include "files/MappedFile.hpp"
 
 namespace reference::docset {
@@ -24,7 +25,6 @@ using docimage::PageImage;
 using docimage::TextTable;
 using docimage::TextTableBuilder;
 
-constexpr std::string_view jsonEnding = ".json";
 constexpr std::string_view imageEnding = ".image";
 
 // The sections of an image: the headers of its products, the file of aliases that it is of, then
@@ -150,9 +150,7 @@ ProductHeader headerAt(const TextTable& texts, std::size_t product) {
 }
 
 std::string imageFileName(std::string_view jsonFile) {
-    if (jsonFile.ends_with(jsonEnding))
-        jsonFile.remove_suffix(jsonEnding.size());
-    return std::string(jsonFile) + std::string(imageEnding);
+    return besideJson(jsonFile, imageEnding);
 }
 
 std::optional<CompiledLookup> openCompiledLookup(const files::Folder& root,

@@ -18,7 +18,7 @@ using property::RefEntityType;
 namespace {
 
 // Names and items that are looked at closely.
-constexpr std::size_t mostLikely = 16;
+const std::size_t mostLikely = static_cast<std::size_t>(share::pool);
 
 // A component that begins with one underscore is not for others to use.
 bool isPrivate(std::string_view name) noexcept {
@@ -135,8 +135,8 @@ void MeaningReading::findWords(bool isPurposeWanted) {
 void MeaningReading::findTexts(bool alsoMostWords) {
     if (m_stems.stems().empty())
         return;
-    constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::compound,
-                                 share::outer};
+    const FieldShares shares{share::last, share::purpose, share::synonym, share::compound,
+                             share::outer};
     const auto isFound = [this](std::uint32_t key) { return m_candidates.has(key); };
     std::vector<std::uint32_t> keys;
     for (const auto& name : m_stems.likeliest(mostLikely, shares, isFound))
