@@ -9,6 +9,7 @@
 #include "docimage/Lexicon.hpp"
 #include "reference/ask/Likeliest.hpp"
 #include "reference/ask/keyLists.hpp"
+#include "reference/ask/shares.hpp"
 #include "reference/ask/thesaurus.hpp"
 
 namespace reference::ask {
@@ -16,9 +17,6 @@ namespace reference::ask {
 using docimage::Lexicon;
 
 namespace {
-
-// A word that so few names have is as rare as one that a single name has.
-constexpr float rare = 28;
 
 // Stems of words that most questions could have, whatever they ask for.
 constexpr std::string_view weakStems[] = {
@@ -83,9 +81,8 @@ class NameBlock {
 
 }  // namespace
 
-StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string> stems,
-                   float weakShare)
-    : m_index(index), m_questions(index.questions()), m_weakShare(weakShare) {
+StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string> stems)
+    : m_index(index), m_questions(index.questions()) {
     for (const auto& text : stems.first(std::min(stems.size(), most))) {
         Stem stem{.text = text, .isWeak = isWeakStem(text)};
         const auto synonyms = synonymsOf(text);
@@ -269,9 +266,9 @@ void StemKeys::weigh() {
         const auto names = static_cast<float>(first[product + 1] - first[product]);
         for (std::size_t stem = 0; stem < m_stems.size(); ++stem) {
             float& weight = m_weights[product * m_stems.size() + stem];
-            weight = std::log(1 + names / (rare + weight));
+            weight = std::log(1 + names / (share::rare + weight));
             if (m_stems[stem].isWeak)
-                weight *= m_weakShare;
+                weight *= share::weak;
         }
     }
 }

@@ -53,9 +53,8 @@ class StemKeys {
         }
     };
 
-    // `weakShare`: what a weak word counts of what another as rare would. The index must outlive
-    // the object.
-    StemKeys(const search::LookupIndex& index, std::span<const std::string> stems, float weakShare);
+    // The index must outlive the object.
+    StemKeys(const search::LookupIndex& index, std::span<const std::string> stems);
 
     [[nodiscard]] const std::vector<Stem>& stems() const noexcept { return m_stems; }
     // The stems that must be found, by their bits: the others are weak, unless all are.
@@ -95,7 +94,6 @@ class StemKeys {
 
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
-    const float m_weakShare;
     docimage::Stemmer m_stemmer;
     std::vector<Stem> m_stems;
     std::uint64_t m_required = 0;
