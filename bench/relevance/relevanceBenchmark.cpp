@@ -20,6 +20,7 @@
 
 #include <CLI/CLI.hpp>
 
+#include "relevance/DevDocsSearcher.hpp"
 #include "relevance/Entities.hpp"
 #include "relevance/FtsSearcher.hpp"
 #include "relevance/LibrarySearcher.hpp"
@@ -62,6 +63,7 @@ Searchers makeSearchers(const std::vector<Entity>& entities) {
     Searchers searchers;
     searchers.push_back(std::make_unique<LibrarySearcher>());
     searchers.push_back(std::make_unique<FtsSearcher>(entities));
+    searchers.push_back(std::make_unique<DevDocsSearcher>(entities));
     return searchers;
 }
 
