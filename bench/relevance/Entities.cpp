@@ -1,7 +1,6 @@
 #include "relevance/Entities.hpp"
 
 #include <algorithm>
-#include <limits>
 #include <unordered_map>
 
 #include "corpus/Corpus.hpp"
@@ -9,6 +8,21 @@
 #include "fl/i18n/utf.hpp"
 
 namespace reference::bench {
+namespace {
+
+// The same for names of the same entry: what is documented at one place, under the same last
+// component and with the same purpose.
+std::string entryKey(const Corpus& corpus, std::uint32_t record) {
+    std::string key(corpus.productOfRecord(record));
+    const std::string_view searched = corpus.recordTexts[record];
+    for (const std::string_view text :
+         {corpus.hrefOfRecord(record), lastComponent(corpus.keys[record]),
+          searched.substr(searched.find(textSeparator))})
+        key.append(1, textSeparator).append(text);
+    return key;
+}
+
+}  // namespace
 
 std::vector<Entity> readEntities(const std::filesystem::path& root) {
     const Corpus corpus = readCorpus(root);
@@ -18,22 +32,23 @@ std::vector<Entity> readEntities(const std::filesystem::path& root) {
 
     std::vector<Entity> entities;
     entities.reserve(corpus.keys.size());
-    constexpr auto none = std::numeric_limits<std::uint32_t>::max();
+    std::unordered_map<std::string, std::uint32_t> entries;
     auto link = corpus.recordResults.begin();
     for (std::uint32_t record = 0; record < corpus.keys.size(); ++record) {
         const std::string name(corpus.keys[record]);
         std::string label = std::string(corpus.productOfRecord(record)) + ":" + name;
         // The records of a name are neighbours.
         if (entities.empty() || entities.back().label != label)
-            entities.push_back({.label = std::move(label), .name = name, .entry = none});
+            entities.push_back(
+                {.label = std::move(label),
+                 .name = name,
+                 .entry = entries.try_emplace(entryKey(corpus, record), record).first->second});
         Entity& entity = entities.back();
         const std::string_view searched = corpus.recordTexts[record];
         entity.purpose += searched.substr(searched.find(textSeparator) + 1);
         entity.purpose += textSeparator;
         for (; link != corpus.recordResults.end() && link->first == record; ++link) {
             const std::uint32_t result = link->second;
-            if (entity.entry == none)
-                entity.entry = result;
             const auto item = itemOfResult.find(result);
             entity.text += item == itemOfResult.end() ? corpus.resultTexts[result]
                                                       : corpus.itemTexts[item->second];
@@ -41,7 +56,7 @@ std::vector<Entity> readEntities(const std::filesystem::path& root) {
         }
     }
     // What has no page is not found by the library either.
-    std::erase_if(entities, [](const Entity& entity) { return entity.entry == none; });
+    std::erase_if(entities, [](const Entity& entity) { return entity.text.empty(); });
     return entities;
 }
 
