@@ -6,10 +6,11 @@
 
 namespace reference::tools {
 
-ExitStatus find(const FindOptions& options, const DocumentationOptions& where) {
-    const Documentation documentation(where);
+ExitStatus find(const FindOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     const Finding finding = findEntries(options, documentation);
-    writeResults(std::cout, Terminal::ofStandardOutput(), options, finding);
+    writeResults(std::cout, Terminal::ofStandardOutput(configuration.colours.value), options,
+                 finding);
     std::cout.flush();
     for (const auto& message : finding.messages)
         std::cerr << "vref: " << message << '\n';

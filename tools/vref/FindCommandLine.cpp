@@ -40,6 +40,11 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
                     "Only this product, by its short name; may be repeated")
         ->type_name("PRODUCT")
         ->allow_extra_args(false);
+    command
+        .add_option("--prefer", options.prefer,
+                    "Entries of this product before equal ones of others; may be repeated")
+        ->type_name("PRODUCT")
+        ->allow_extra_args(false);
     command.add_flag("-i,--ignore-case", options.ignoreCase, "Upper and lower case are the same");
     command.add_flag("--ignore-package", options.ignorePackage,
                      "The name may lack its qualification: gaussian_kde for "
@@ -72,11 +77,6 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
         ->type_name("KEY[,KEY...]")
         ->allow_extra_args(false);
     command.add_flag("--explain", options.explain, "Tell which key put each entry before the next");
-    command
-        .add_option("--prefer", options.prefer,
-                    "Entries of this product before equal ones of others; may be repeated")
-        ->type_name("PRODUCT")
-        ->allow_extra_args(false);
     command.add_flag("--all", options.query.all,
                      "All that is found; without WORDS, everything of the given types and "
                      "products");

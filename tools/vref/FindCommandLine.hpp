@@ -6,7 +6,7 @@
 
 namespace reference::tools {
 
-// Adds to a command the options that restrict a search: --type, --product, --ignore-case,
+// Adds to a command the options of every search: --type, --product, --prefer, --ignore-case,
 // --ignore-package. What is parsed goes into `options`, which must outlive the command.
 void addQueryOptions(CLI::App& command, QueryOptions& options);
 

@@ -23,8 +23,6 @@ struct FindOptions {
     // Keys of the order (see Ordering::parse); if empty, Ordering::forPerson applies.
     std::vector<std::string> order;
     std::optional<std::size_t> limit;
-    // Products whose hits go first.
-    std::vector<std::string> prefer;
     bool json = false;
     bool hrefs = false;
     bool explain = false;

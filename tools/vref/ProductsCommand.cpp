@@ -87,15 +87,15 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<P
 
 }  // namespace
 
-ExitStatus products(const ProductsOptions& options) {
-    const Documentation documentation(options.documentation);
+ExitStatus products(const ProductsOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     ReferenceCacheManager::PopulateLookupCaches();
     std::vector<ProductRow> rows;
     std::ranges::transform(documentation.products(), std::back_inserter(rows), toProductRow);
     if (options.json)
         writeJson(std::cout, rows);
     else
-        writeTable(std::cout, Terminal::ofStandardOutput(), rows);
+        writeTable(std::cout, Terminal::ofStandardOutput(configuration.colours.value), rows);
     if (!rows.empty())
         return Success;
     std::cerr << "vref: the documentation set holds no products\n";

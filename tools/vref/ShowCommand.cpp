@@ -11,8 +11,8 @@
 
 namespace reference::tools {
 
-ExitStatus show(const ShowOptions& options) {
-    const Documentation documentation(options.documentation);
+ExitStatus show(const ShowOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     const NamedEntries named = entriesNamed(options.query, options.nth, documentation);
     const auto& found = named.entries;
     if (found.empty())
@@ -21,11 +21,11 @@ ExitStatus show(const ShowOptions& options) {
         writeJson(std::cout, std::span(found).first(1), {});
     } else {
         const auto place = documentation.placeOf(found.front());
-        writePage(std::cout, Terminal::ofStandardOutput(), found.front(),
+        writePage(std::cout, Terminal::ofStandardOutput(configuration.colours.value), found.front(),
                   {.address = place ? place->address() : std::string(),
                    .members = membersOf(found.front())});
     }
-    tellOthers(named);
+    tellOthers(named, configuration.colours.value);
     return Success;
 }
 

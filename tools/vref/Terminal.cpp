@@ -1,22 +1,30 @@
 #include "vref/Terminal.hpp"
 
-#include <cstdlib>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include "vref/Environment.hpp"
 
 namespace reference::tools {
 namespace {
 
 constexpr std::size_t usualWidth = 80;
 
-bool isSetAndNotEmpty(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
+bool isDumb() {
+    const std::string name = environmentText("TERM");
+    return name.empty() || name == "dumb";
 }
 
-bool isDumb() {
-    const char* name = std::getenv("TERM");
-    return name == nullptr || std::string_view(name) == "dumb";
+bool showsColours(bool isTerminal, Colours colours) {
+    switch (colours) {
+        case Colours::Always:
+            return true;
+        case Colours::Never:
+            return false;
+        case Colours::Auto:
+            break;
+    }
+    return isTerminal && environmentText("NO_COLOR").empty() && !isDumb();
 }
 
 std::string_view codeOf(Style style) {
@@ -37,21 +45,39 @@ std::string_view codeOf(Style style) {
 
 }  // namespace
 
-Terminal Terminal::ofStandardOutput() {
-    return ofDescriptor(STDOUT_FILENO);
+std::string toString(Colours colours) {
+    switch (colours) {
+        case Colours::Always:
+            return "always";
+        case Colours::Never:
+            return "never";
+        case Colours::Auto:
+            break;
+    }
+    return "auto";
 }
 
-Terminal Terminal::ofStandardError() {
-    return ofDescriptor(STDERR_FILENO);
+std::optional<Colours> coloursNamed(std::string_view text) {
+    for (const auto colours : {Colours::Auto, Colours::Always, Colours::Never})
+        if (text == toString(colours))
+            return colours;
+    return std::nullopt;
 }
 
-Terminal Terminal::ofDescriptor(int descriptor) {
+Terminal Terminal::ofStandardOutput(Colours colours) {
+    return ofDescriptor(STDOUT_FILENO, colours);
+}
+
+Terminal Terminal::ofStandardError(Colours colours) {
+    return ofDescriptor(STDERR_FILENO, colours);
+}
+
+Terminal Terminal::ofDescriptor(int descriptor, Colours colours) {
     const bool isTerminal = ::isatty(descriptor) != 0;
     winsize size{};
     const bool isSized =
         isTerminal && ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return {isTerminal, isTerminal && !isSetAndNotEmpty("NO_COLOR") && !isDumb(),
-            isSized ? size.ws_col : usualWidth};
+    return {isTerminal, showsColours(isTerminal, colours), isSized ? size.ws_col : usualWidth};
 }
 
 std::string Terminal::styled(Style style, std::string_view text) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -9,14 +10,23 @@ namespace reference::tools {
 // How to emphasise a piece of output on a terminal that can show it.
 enum class Style { Plain, Name, Heading, Faint, Warning };
 
+// When colours and other emphasis are shown.
+enum class Colours {
+    Auto,    // on a terminal, unless NO_COLOR is set (https://no-color.org) or TERM is "dumb"
+    Always,  // also in a file or a pipe
+    Never,
+};
+
+// "auto", "always", "never", and the way back: nothing for any other text.
+[[nodiscard]] std::string toString(Colours colours);
+[[nodiscard]] std::optional<Colours> coloursNamed(std::string_view text);
+
 // What an output stream can show, determined once. A plain value.
 class Terminal {
   public:
-    // A stream of the process: its width, and whether it shows colours. It shows none if it is not
-    // a terminal, when NO_COLOR is set and not empty (https://no-color.org), or when TERM is
-    // "dumb".
-    [[nodiscard]] static Terminal ofStandardOutput();
-    [[nodiscard]] static Terminal ofStandardError();
+    // A stream of the process: its width, and whether it shows colours.
+    [[nodiscard]] static Terminal ofStandardOutput(Colours colours = Colours::Auto);
+    [[nodiscard]] static Terminal ofStandardError(Colours colours = Colours::Auto);
 
     // A stream with known abilities.
     Terminal(bool isTerminal, bool hasColour, std::size_t width)
@@ -31,7 +41,7 @@ class Terminal {
     [[nodiscard]] std::string styled(Style style, std::string_view text) const;
 
   private:
-    [[nodiscard]] static Terminal ofDescriptor(int descriptor);
+    [[nodiscard]] static Terminal ofDescriptor(int descriptor, Colours colours);
 
     bool m_isTerminal;
     bool m_hasColour;

@@ -4,7 +4,6 @@
 #include <iostream>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -12,44 +11,17 @@
 
 #include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
-#include "vref/DisplayText.hpp"
+#include "vref/Configuration.hpp"
 #include "vref/FindCommandLine.hpp"
+#include "vref/ImportCommandLine.hpp"
 #include "vref/Nearest.hpp"
 #include "vref/OptionTexts.hpp"
+#include "vref/SettingOptions.hpp"
 #include "vref/StandardStreams.hpp"
 
 namespace {
 
 using namespace reference::tools;
-
-void addDocumentationOptions(CLI::App& command, DocumentationOptions& options) {
-    command
-        .add_option("--doc-root", options.docRoot,
-                    "The documentation set to read (else VELTRA_DOC_ROOT, else the one installed "
-                    "with the library)")
-        ->type_name("FOLDER");
-    command
-        .add_option("--language", options.language,
-                    "The language to read it in, such as ja_JP or ja (else the set's first)")
-        ->type_name("LOCALE");
-}
-
-constexpr std::string_view importerUsage =
-    "There is one importer, for built Sphinx HTML pages:\n"
-    "      vref import sphinx DIR --product NAME --into ROOT\n"
-    "where DIR is the folder on this machine that holds objects.inv.";
-
-bool isAddress(const std::string& text) {
-    return text.find("://") != std::string::npos;
-}
-
-std::string describeUnknownImporter(const std::string& typed) {
-    const std::string text = isAddress(typed)
-                                 ? "Nothing is imported from an address such as " +
-                                       printable(typed) + "; fetch the pages first."
-                                 : "There is no importer \"" + printable(typed) + "\".";
-    return text + " " + std::string(importerUsage);
-}
 
 // The command line of the tool, and what its commands were told.
 class CommandLine {
@@ -68,6 +40,7 @@ class CommandLine {
         addCompile();
         addWarm();
         addWatch();
+        addConfig();
         addHelp();
         requireCleanTexts(m_app);
     }
@@ -117,7 +90,7 @@ class CommandLine {
             app = command;
         }
         if (app == m_importCommand)
-            throw UnusableError("What to import is missing. " + std::string(importerUsage));
+            throw UnusableError(describeMissingImporter());
         if (!app->get_subcommands({}).empty())
             throw UnusableError("A command is missing; \"vref help\" tells which there are.");
     }
@@ -164,13 +137,14 @@ class CommandLine {
         CLI::App* command = m_app.add_subcommand(
             "find", "Lists what a question finds; without a command, words are a question, too");
         addFindOptions(*command, m_find);
-        addDocumentationOptions(*command, m_findWhere);
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
         command->callback([this] { m_command = [this] { return findOrExplain(); }; });
     }
 
     // Where words without a command find nothing, the first of them may be a mistyped command.
     ExitStatus findOrExplain() {
-        const ExitStatus status = find(m_find, m_findWhere);
+        const ExitStatus status = find(m_find, configuration());
         if (status == NothingFound && m_find.isWithoutCommand) {
             const std::string first = m_find.query.name.substr(0, m_find.query.name.find(' '));
             const auto commands = m_app.get_subcommands({});
@@ -205,66 +179,35 @@ class CommandLine {
             ->check(checkPositive);
         addQueryOptions(*command, m_show.query);
         command->add_flag("--json", m_show.json, "Print the entry as a JSON array of one");
-        addDocumentationOptions(*command, m_show.documentation);
-        command->callback([this] { m_command = [this] { return show(m_show); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback([this] { m_command = [this] { return show(m_show, configuration()); }; });
     }
 
     void addOpen() {
         CLI::App* command = m_app.add_subcommand(
             "open", "Opens the page of one entry in the browser, or prints its address");
-        addWords(*command, m_open.query);
-        addQueryOptions(*command, m_open.query);
-        addDocumentationOptions(*command, m_open.documentation);
-        command->callback([this] { m_command = [this] { return openPage(m_open); }; });
+        addWords(*command, m_open);
+        addQueryOptions(*command, m_open);
+        addDocumentationOptions(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return openPage(m_open, configuration()); }; });
     }
 
     void addProducts() {
         CLI::App* command = m_app.add_subcommand("products", "Lists the products");
         command->add_flag("--json", m_products.json, "Print the list as a JSON array");
-        addDocumentationOptions(*command, m_products.documentation);
-        command->callback([this] { m_command = [this] { return products(m_products); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return products(m_products, configuration()); }; });
     }
 
     void addImport() {
         m_importCommand =
             m_app.add_subcommand("import", "Brings documentation into a documentation set");
-        CLI::App* command = m_importCommand->add_subcommand(
-            "sphinx", "Imports a built Sphinx HTML tree as a product, or replaces the product");
-        command->add_option("DIR", m_import.source, "The folder that holds objects.inv")
-            ->check([](const std::string& text) {
-                return isAddress(text) ? describeUnknownImporter(text) : std::string();
-            })
-            ->required();
-        command->add_option("--product", m_import.product, "The product's short name")
-            ->type_name("NAME")
-            ->check(checkProductName)
-            ->required();
-        command->add_option("--into", m_import.root, "The documentation set; made when missing")
-            ->type_name("ROOT")
-            ->required();
-        command
-            ->add_option("--locale", m_import.locale,
-                         "The locale to file it under (else the set's first, en_US in a new set)")
-            ->type_name("LOCALE");
-        command
-            ->add_option("--display-name", m_import.displayName,
-                         "What readers see (else the project's own name)")
-            ->type_name("TEXT");
-        command
-            ->add_option("--product-version", m_import.version,
-                         "The product's version (else the project's own)")
-            ->type_name("TEXT");
-        command
-            ->add_option("--help-folder", m_import.helpFolder,
-                         "The folder of the pages below the help root (else the short name)")
-            ->type_name("FOLDER")
-            ->check(checkHelpFolder);
-        command->add_flag("--list-all", m_import.listAll,
-                          "List every object without a description, however many");
-        command->add_flag("--force", m_import.force,
-                          "Replace the product even if nothing, or far less than before, was "
-                          "found");
-        command->callback([this] { m_command = [this] { return importSphinx(m_import); }; });
+        CLI::App& command = addImportSphinx(*m_importCommand, m_import);
+        command.callback([this] { m_command = [this] { return importSphinx(m_import); }; });
     }
 
     void addValidate() {
@@ -285,8 +228,9 @@ class CommandLine {
             "warm", "Performs the library's start-up and tells what it logged and loaded");
         command->add_flag("--trace", m_warm.trace, "Also tell when start-up begins and ends");
         command->add_flag("--json", m_warm.json, "Print one JSON object");
-        addDocumentationOptions(*command, m_warm.documentation);
-        command->callback([this] { m_command = [this] { return warm(m_warm); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback([this] { m_command = [this] { return warm(m_warm, configuration()); }; });
     }
 
     void addWatch() {
@@ -295,21 +239,45 @@ class CommandLine {
             "Answers a request a line from the standard input, until that ends: the arguments of "
             "\"find\", or \":help\" for the rest. Takes notice when the documentation changes");
         command->add_flag("--json", m_watch.json, "Print one JSON value a line, for a program");
-        addDocumentationOptions(*command, m_watch.documentation);
-        command->callback([this] { m_command = [this] { return watch(m_watch); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return watch(m_watch, configuration()); }; });
+    }
+
+    void addConfig() {
+        CLI::App* command = m_app.add_subcommand(
+            "config", "Tells what is configured, and what is in force with these options");
+        command->add_flag("--json", m_config.json, "Print one JSON object");
+        command->add_option("--prefer", m_config.prefer, "A product that goes first")
+            ->type_name("PRODUCT")
+            ->allow_extra_args(false);
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return config(m_config, configuration()); }; });
+    }
+
+    // What is in force for the command; queries get to know the products that are preferred.
+    Configuration configuration() {
+        Configuration inForce = Configuration::inForce(m_given);
+        for (QueryOptions* query : {&m_find.query, &m_show.query, &m_open})
+            query->usuallyPrefer = inForce.preferredProducts.value;
+        return inForce;
     }
 
     CLI::App m_app;
     CLI::App* m_importCommand = nullptr;
     std::vector<std::string> m_helpFor;
+    GivenSettings m_given;  // by the one command that is run
     FindOptions m_find;
-    DocumentationOptions m_findWhere;
     ShowOptions m_show;
-    OpenOptions m_open;
+    QueryOptions m_open;
     ProductsOptions m_products;
     ImportSphinxOptions m_import;
     WarmOptions m_warm;
     WatchOptions m_watch;
+    ConfigOptions m_config;
     std::string m_root;
     std::function<ExitStatus()> m_command;
 };
