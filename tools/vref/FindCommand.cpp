@@ -2,16 +2,21 @@
 
 #include "vref/Commands.hpp"
 #include "vref/Finding.hpp"
+#include "vref/PageAddresses.hpp"
+#include "vref/Pager.hpp"
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
 
 ExitStatus find(const FindOptions& options, const Configuration& configuration) {
     const Documentation documentation(configuration.documentation());
-    const Finding finding = findEntries(options, documentation);
-    writeResults(std::cout, Terminal::ofStandardOutput(configuration.colours.value), options,
-                 finding);
-    std::cout.flush();
+    Finding finding = findEntries(options, documentation);
+    const auto terminal = Terminal::ofStandardOutput(configuration.colours.value);
+    if (terminal.hasLinks())
+        finding.addresses = PageAddresses(documentation).ofAll(finding.first());
+    PagedOutput output(terminal, configuration.pager.value);
+    writeResults(output.stream(), terminal, options, finding);
+    output.show();
     for (const auto& message : finding.messages)
         std::cerr << "vref: " << message << '\n';
     if (finding.lesson)

@@ -242,7 +242,8 @@ void writeResults(std::ostream& out, const Terminal& terminal, const FindOptions
     writeList(out, terminal, finding.first(),
               {.hrefs = options.hrefs,
                .notes = finding.notes,
-               .headings = headingsOf(finding, options.explain)});
+               .headings = headingsOf(finding, options.explain),
+               .addresses = finding.addresses});
 }
 
 boost::json::array toJson(const Finding& finding) {

@@ -57,6 +57,8 @@ struct Finding {
     std::size_t shown = 0;
     // Why each of these stands before the next; empty unless the user asked for it.
     std::vector<std::string> notes;
+    // The addresses of the pages of those that are shown, as links; empty where there are none.
+    std::vector<std::string> addresses;
     // What else the user should know: sentences without a full stop. UTF-8.
     std::vector<std::string> messages;
     // If nothing was found: a search that finds something.

@@ -21,6 +21,12 @@ void addDocumentationOptions(CLI::App& command, GivenSettings& given) {
         ->type_name("LOCALE");
 }
 
+void addPagerOption(CLI::App& command, GivenSettings& given) {
+    command.add_flag("--no-pager", given.noPager,
+                     "Do not show a long answer with a pager (else PAGER, else what is "
+                     "configured, else less)");
+}
+
 void addColoursOption(CLI::App& command, GivenSettings& given) {
     command
         .add_option_function<std::string>(

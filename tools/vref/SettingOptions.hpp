@@ -12,6 +12,9 @@ namespace reference::tools {
 // --doc-root and --language.
 void addDocumentationOptions(CLI::App& command, GivenSettings& given);
 
+// --no-pager.
+void addPagerOption(CLI::App& command, GivenSettings& given);
+
 // --colours.
 void addColoursOption(CLI::App& command, GivenSettings& given);
 

@@ -1,4 +1,3 @@
-#include <iostream>
 #include <span>
 #include <string>
 
@@ -6,6 +5,7 @@
 #include "vref/Commands.hpp"
 #include "vref/ItemPage.hpp"
 #include "vref/NamedEntries.hpp"
+#include "vref/Pager.hpp"
 #include "vref/ResultJson.hpp"
 #include "vref/Terminal.hpp"
 
@@ -17,14 +17,17 @@ ExitStatus show(const ShowOptions& options, const Configuration& configuration) 
     const auto& found = named.entries;
     if (found.empty())
         return NothingFound;
+    const auto terminal = Terminal::ofStandardOutput(configuration.colours.value);
+    PagedOutput output(terminal, configuration.pager.value);
     if (options.json) {
-        writeJson(std::cout, std::span(found).first(1), {});
+        writeJson(output.stream(), std::span(found).first(1), {});
     } else {
         const auto place = documentation.placeOf(found.front());
-        writePage(std::cout, Terminal::ofStandardOutput(configuration.colours.value), found.front(),
+        writePage(output.stream(), terminal, found.front(),
                   {.address = place ? place->address() : std::string(),
                    .members = membersOf(found.front())});
     }
+    output.show();
     tellOthers(named, configuration.colours.value);
     return Success;
 }

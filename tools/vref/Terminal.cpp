@@ -1,5 +1,6 @@
 #include "vref/Terminal.hpp"
 
+#include <algorithm>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -9,6 +10,8 @@ namespace reference::tools {
 namespace {
 
 constexpr std::size_t usualWidth = 80;
+constexpr std::string_view linkBegin = "\033]8;;";
+constexpr std::string_view linkEnd = "\033\\";
 
 bool isDumb() {
     const std::string name = environmentText("TERM");
@@ -41,6 +44,18 @@ std::string_view codeOf(Style style) {
             break;
     }
     return {};
+}
+
+// The text without what begins and ends so.
+std::string without(std::string_view begin, std::string_view end, std::string_view text) {
+    std::string kept;
+    while (!text.empty()) {
+        const auto from = std::min(text.find(begin), text.size());
+        kept += text.substr(0, from);
+        const auto last = text.find(end, from);
+        text.remove_prefix(last == std::string_view::npos ? text.size() : last + end.size());
+    }
+    return kept;
 }
 
 }  // namespace
@@ -77,7 +92,9 @@ Terminal Terminal::ofDescriptor(int descriptor, Colours colours) {
     winsize size{};
     const bool isSized =
         isTerminal && ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return {isTerminal, showsColours(isTerminal, colours), isSized ? size.ws_col : usualWidth};
+    const bool hasColour = showsColours(isTerminal, colours);
+    return {isTerminal, hasColour, isSized ? size.ws_col : usualWidth,
+            isSized ? size.ws_row : std::size_t{0}, isTerminal && hasColour && !isDumb()};
 }
 
 std::string Terminal::styled(Style style, std::string_view text) const {
@@ -85,6 +102,23 @@ std::string Terminal::styled(Style style, std::string_view text) const {
     if (!m_hasColour || code.empty() || text.empty())
         return std::string(text);
     return std::string(code) + std::string(text) + "\033[0m";
+}
+
+std::string Terminal::linked(std::string_view address, std::string_view text) const {
+    if (!m_hasLinks || address.empty() || text.empty())
+        return std::string(text);
+    const auto sequence = [](std::string_view target) {
+        return std::string(linkBegin) + std::string(target) + std::string(linkEnd);
+    };
+    return sequence(address) + std::string(text) + sequence({});
+}
+
+std::string withoutLinks(std::string_view text) {
+    return without(linkBegin, linkEnd, text);
+}
+
+std::string withoutEscapes(std::string_view text) {
+    return without("\033[", "m", withoutLinks(text));
 }
 
 }  // namespace reference::tools

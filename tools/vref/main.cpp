@@ -3,6 +3,7 @@
 #include <functional>
 #include <iostream>
 #include <span>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,10 @@
 #include "vref/ImportCommandLine.hpp"
 #include "vref/Nearest.hpp"
 #include "vref/OptionTexts.hpp"
+#include "vref/Pager.hpp"
 #include "vref/SettingOptions.hpp"
 #include "vref/StandardStreams.hpp"
+#include "vref/Terminal.hpp"
 
 namespace {
 
@@ -62,8 +65,11 @@ class CommandLine {
             // CLI11 takes them from the last to the first.
             m_app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::ParseError& error) {
-            if (error.get_exit_code() == 0)  // --help and --version
-                return m_app.exit(error);
+            if (error.get_exit_code() == 0) {  // --help and --version
+                std::ostringstream text;
+                m_app.exit(error, text, text);
+                return tell(text.str());
+            }
             throw UnusableError(describe(m_app, error) + "\n\"" + helpCommand() + "\" tells more.");
         }
         if (!m_command)
@@ -115,6 +121,7 @@ class CommandLine {
         CLI::App* command =
             m_app.add_subcommand("help", "Tells about the tool, or about a command");
         command->add_option("COMMAND", m_helpFor, "The command, such as find or import sphinx");
+        addPagerOption(*command, m_given);
         command->callback([this] { m_command = [this] { return help(m_helpFor); }; });
     }
 
@@ -129,8 +136,24 @@ class CommandLine {
             before += (before.empty() ? "" : " ") + app->get_name();
             app = command;
         }
-        std::cout << app->help(before);
+        return tell(app->help(before));
+    }
+
+    [[nodiscard]] ExitStatus tell(const std::string& text) const {
+        const auto terminal = Terminal::ofStandardOutput();
+        PagedOutput output(terminal, terminal.isTerminal() ? pagerForHelp() : std::string());
+        output.stream() << text;
+        output.show();
         return Success;
+    }
+
+    // A file that is not right does not stand in the way of help; all other commands report it.
+    [[nodiscard]] std::string pagerForHelp() const {
+        try {
+            return Configuration::inForce(m_given).pager.value;
+        } catch (const UnusableError&) {
+            return Configuration::withoutFile(m_given).pager.value;
+        }
     }
 
     void addFind() {
@@ -139,6 +162,7 @@ class CommandLine {
         addFindOptions(*command, m_find);
         addDocumentationOptions(*command, m_given);
         addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
         command->callback([this] { m_command = [this] { return findOrExplain(); }; });
     }
 
@@ -181,6 +205,7 @@ class CommandLine {
         command->add_flag("--json", m_show.json, "Print the entry as a JSON array of one");
         addDocumentationOptions(*command, m_given);
         addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
         command->callback([this] { m_command = [this] { return show(m_show, configuration()); }; });
     }
 
@@ -199,6 +224,7 @@ class CommandLine {
         command->add_flag("--json", m_products.json, "Print the list as a JSON array");
         addDocumentationOptions(*command, m_given);
         addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
         command->callback(
             [this] { m_command = [this] { return products(m_products, configuration()); }; });
     }
@@ -254,6 +280,7 @@ class CommandLine {
             ->allow_extra_args(false);
         addDocumentationOptions(*command, m_given);
         addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
         command->callback(
             [this] { m_command = [this] { return config(m_config, configuration()); }; });
     }
