@@ -7,11 +7,14 @@
 namespace reference::tools {
 
 std::string PageAddresses::of(const api::ReferenceData& result) {
-    const std::u16string& product = result.getHeaderInfo().getShortName();
+    return of(result.getHeaderInfo().getShortName(), result.getRefItem().getHref());
+}
+
+std::string PageAddresses::of(const std::u16string& product, const std::u16string& reference) {
     const std::string* const folder = folderOf(product);
     if (folder == nullptr)
         return {};
-    const std::string href = fl::i18n::toUtf8(result.getRefItem().getHref());
+    const std::string href = fl::i18n::toUtf8(reference);
     const auto end = std::min(href.find('#'), href.size());
     Page page{product, href.substr(0, end)};
     auto known = m_places.find(page);

@@ -22,6 +22,7 @@ class PageAddresses {
     // The address of a result's page (see Documentation::placeOf()); empty where there is none.
     // ASCII.
     [[nodiscard]] std::string of(const api::ReferenceData& result);
+    [[nodiscard]] std::string of(const std::u16string& product, const std::u16string& href);
     [[nodiscard]] std::vector<std::string> ofAll(std::span<const api::ReferenceData> results);
 
   private:

@@ -1,12 +1,14 @@
 #include <span>
 #include <string>
 
-#include "vref/ClassMembers.hpp"
 #include "vref/Commands.hpp"
 #include "vref/ItemPage.hpp"
+#include "vref/Members.hpp"
 #include "vref/NamedEntries.hpp"
+#include "vref/PageAddresses.hpp"
 #include "vref/Pager.hpp"
 #include "vref/ResultJson.hpp"
+#include "vref/SeeAlsoTargets.hpp"
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
@@ -22,10 +24,12 @@ ExitStatus show(const ShowOptions& options, const Configuration& configuration) 
     if (options.json) {
         writeJson(output.stream(), std::span(found).first(1), {});
     } else {
-        const auto place = documentation.placeOf(found.front());
+        PageAddresses pages(documentation);
+        PageAddresses* const links = terminal.hasLinks() ? &pages : nullptr;
         writePage(output.stream(), terminal, found.front(),
-                  {.address = place ? place->address() : std::string(),
-                   .members = membersOf(found.front())});
+                  {.address = pages.of(found.front()),
+                   .members = membersOf(found.front(), links),
+                   .seeAlso = seeAlsoTargets(found.front(), links)});
     }
     output.show();
     tellOthers(named, configuration.colours.value);

@@ -84,6 +84,26 @@ TEST_F(LinksTest, AreOnlyForPagersThatKnowThem) {
     EXPECT_THAT(paged(m_set.path().string() + "/less -i"), HasSubstr(link()));
 }
 
+TEST_F(LinksTest, AreOnAPageForItsMembersAndWhereItPoints) {
+    const std::string box =
+        "<dl class=\"py class\"><dt class=\"sig\" id=\"Box\"><span class=\"sig-name\">Box</span>"
+        "</dt><dd><p>Holds.</p><dl class=\"py method\"><dt class=\"sig\" id=\"Box.open\">"
+        "<span class=\"sig-name\">open</span>()</dt><dd><p>Opens.</p></dd></dl>"
+        "<div class=\"seealso\"><p>See also</p><dl><dt><a href=\"a%20b.html#spin\"><code>spin"
+        "</code></a></dt><dd><p>x</p></dd></dl></div></dd></dl>";
+    m_tree.write("box.html", "<!DOCTYPE html><html><body>" + box + "</body></html>");
+    m_tree.write("objects.inv", gadgetInventory("spin py:function 1 a%20b.html#$ -\n"
+                                                "stop py:function 1 a%20b.html#$ -\n"
+                                                "Box py:class 1 box.html#$ -\n"
+                                                "Box.open py:method 1 box.html#$ -\n"));
+    ASSERT_EQ(runTool({"import", "sphinx", m_tree.path(), "--product", "gadgets", "--into", root()})
+                  .status,
+              0);
+    const std::string shown = shownAtTerminal({"show", "Box", "--no-pager", "--doc-root", root()});
+    EXPECT_THAT(shown, HasSubstr("box.html#Box.open\033\\\033[1mopen\033[0m"));
+    EXPECT_THAT(shown, HasSubstr(link() + "\033[1mspin\033[0m"));
+}
+
 // What documentation says must not be able to speak to the terminal itself.
 TEST_F(LinksTest, AreNotWhatDocumentationSays) {
     writePage("Turn \033]8;;http://x\033\\it.\x07");
