@@ -121,7 +121,7 @@ files::Descriptor fileWith(std::string_view text) {
 
 // Shows the text with a shell's command, and waits. Returns what went wrong; nothing if the person
 // has seen the text, or seen enough of it.
-std::optional<std::string> page(std::string_view text, const std::string& command) {
+std::optional<std::string> showWith(const std::string& command, std::string_view text) {
     const files::Descriptor file = fileWith(text);
     if (!file.isOpen())
         return std::strerror(errno);
@@ -169,7 +169,7 @@ void PagedOutput::show() {
     const std::string answer = std::move(m_collected).str();
     if (!m_pager.empty() && isLong(answer)) {
         std::cout.flush();
-        const auto problem = page(showsLinks(m_pager) ? answer : withoutLinks(answer), m_pager);
+        const auto problem = showWith(m_pager, showsLinks(m_pager) ? answer : withoutLinks(answer));
         if (!problem)
             return;
         std::cerr << "vref: the pager \"" << printable(m_pager) << "\" failed (" << *problem

@@ -17,7 +17,7 @@ class UserEnvironment final : public ::testing::Environment {
 };
 
 // googletest owns and deletes it.
-const auto* const environment = ::testing::AddGlobalTestEnvironment(new UserEnvironment);
+const auto* const registered = ::testing::AddGlobalTestEnvironment(new UserEnvironment);
 
 }  // namespace
 }  // namespace reference::tests
