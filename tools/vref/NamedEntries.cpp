@@ -13,7 +13,6 @@
 #include "vref/ExitStatus.hpp"
 #include "vref/Finding.hpp"
 #include "vref/ResultList.hpp"
-#include "vref/Terminal.hpp"
 
 namespace reference::tools {
 namespace {
@@ -144,7 +143,7 @@ NamedEntries entriesNamed(const QueryOptions& query, std::size_t nth,
     return found;
 }
 
-void tellOthers(const NamedEntries& found) {
+void tellOthers(const NamedEntries& found, Colours colours) {
     std::cout.flush();
     if (!found.change.empty())
         std::cerr << "\nvref: " << printable(found.change) << '\n';
@@ -154,8 +153,8 @@ void tellOthers(const NamedEntries& found) {
               << " more like this; --nth, --product, --type or the page tell them apart:\n";
     constexpr std::size_t mostListed = 20;
     const std::size_t listed = std::min(found.alike - 1, mostListed);
-    writeList(std::cerr, Terminal::ofStandardError(), std::span(found.entries).subspan(1, listed),
-              {.hrefs = true});
+    writeList(std::cerr, Terminal::ofStandardError(colours),
+              std::span(found.entries).subspan(1, listed), {.hrefs = true});
     if (listed < found.alike - 1)
         std::cerr << "vref: and " << found.alike - 1 - listed << " more\n";
 }

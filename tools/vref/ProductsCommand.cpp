@@ -13,6 +13,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "vref/Commands.hpp"
 #include "vref/DisplayText.hpp"
+#include "vref/Pager.hpp"
 #include "vref/ProductFigures.hpp"
 #include "vref/Table.hpp"
 #include "vref/Terminal.hpp"
@@ -87,15 +88,18 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<P
 
 }  // namespace
 
-ExitStatus products(const ProductsOptions& options) {
-    const Documentation documentation(options.documentation);
+ExitStatus products(const ProductsOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     ReferenceCacheManager::PopulateLookupCaches();
     std::vector<ProductRow> rows;
     std::ranges::transform(documentation.products(), std::back_inserter(rows), toProductRow);
+    const auto terminal = Terminal::ofStandardOutput(configuration.colours.value);
+    PagedOutput output(terminal, configuration.pager.value);
     if (options.json)
-        writeJson(std::cout, rows);
+        writeJson(output.stream(), rows);
     else
-        writeTable(std::cout, Terminal::ofStandardOutput(), rows);
+        writeTable(output.stream(), terminal, rows);
+    output.show();
     if (!rows.empty())
         return Success;
     std::cerr << "vref: the documentation set holds no products\n";

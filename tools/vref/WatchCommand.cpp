@@ -126,10 +126,12 @@ std::optional<Command> commandIn(const std::string& line) {
 
 class Session {
   public:
-    explicit Session(const WatchOptions& options)
+    Session(const WatchOptions& options, const Configuration& configuration)
         : m_isForProgram(options.json),
-          m_output(options.json ? WatchOutput::forProgram() : WatchOutput::forPerson()),
-          m_documentation(options.documentation,
+          m_output(options.json ? WatchOutput::forProgram()
+                                : WatchOutput::forPerson(configuration.colours.value)),
+          m_usuallyPrefer(configuration.preferredProducts.value),
+          m_documentation(configuration.documentation(),
                           [this](const std::string& message) { m_output->warning(message); }) {
         vvm::Factory::makeLocalVVM();
         ReferenceCacheManager::SubscribeToDataChangeEvent(
@@ -192,6 +194,8 @@ class Session {
     [[nodiscard]] FindOptions parseLine(const std::string& line) const {
         FindOptions options = parseRequest(line);
         options.exact = options.exact || m_isForProgram;
+        if (!m_isForProgram)
+            options.query.usuallyPrefer = m_usuallyPrefer;
         return options;
     }
 
@@ -275,6 +279,7 @@ class Session {
 
     const bool m_isForProgram;
     const std::unique_ptr<WatchOutput> m_output;
+    const std::vector<std::string> m_usuallyPrefer;
     Documentation m_documentation;
     ManifestWatch m_manifests;
     foundation::msg_svc::eventmgr::ScopedConnection m_connection;
@@ -284,8 +289,8 @@ class Session {
 
 }  // namespace
 
-ExitStatus watch(const WatchOptions& options) {
-    Session(options).run();
+ExitStatus watch(const WatchOptions& options, const Configuration& configuration) {
+    Session(options, configuration).run();
     return Success;
 }
 

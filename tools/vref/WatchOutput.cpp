@@ -26,6 +26,8 @@ constexpr int protocolVersion = 1;
 
 class PersonOutput final : public WatchOutput {
   public:
+    explicit PersonOutput(Colours colours) : m_terminal(Terminal::ofStandardOutput(colours)) {}
+
     void prompt() override {
         if (::isatty(STDIN_FILENO) != 0 && m_terminal.isTerminal())
             std::cout << m_terminal.styled(Style::Faint, "vref> ") << std::flush;
@@ -73,7 +75,7 @@ class PersonOutput final : public WatchOutput {
 
     static void endAnswer() { std::cout << '\n' << std::flush; }
 
-    const Terminal m_terminal = Terminal::ofStandardOutput();
+    const Terminal m_terminal;
 };
 
 class ProgramOutput final : public WatchOutput {
@@ -130,8 +132,8 @@ class ProgramOutput final : public WatchOutput {
 
 WatchOutput::~WatchOutput() = default;
 
-std::unique_ptr<WatchOutput> WatchOutput::forPerson() {
-    return std::make_unique<PersonOutput>();
+std::unique_ptr<WatchOutput> WatchOutput::forPerson(Colours colours) {
+    return std::make_unique<PersonOutput>(colours);
 }
 
 std::unique_ptr<WatchOutput> WatchOutput::forProgram() {

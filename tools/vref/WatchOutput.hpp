@@ -21,7 +21,7 @@ class WatchOutput {
   public:
     // For a person: lists to the standard output stream, each with an empty line after it, and all
     // else to the standard error stream.
-    [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson();
+    [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson(Colours colours);
 
     // For a program: one JSON value per line to the standard output stream, and nothing elsewhere.
     [[nodiscard]] static std::unique_ptr<WatchOutput> forProgram();
