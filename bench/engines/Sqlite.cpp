@@ -38,6 +38,10 @@ SqliteDatabase SqliteDatabase::create(const std::filesystem::path& file) {
     return database;
 }
 
+SqliteDatabase SqliteDatabase::createInMemory() {
+    return open(":memory:", SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+}
+
 SqliteDatabase SqliteDatabase::openForReading(const std::filesystem::path& file) {
     SqliteDatabase database =
         open("file:" + std::filesystem::absolute(file).string() + "?immutable=1",

@@ -20,6 +20,9 @@ class SqliteDatabase {
     // Makes a new file, to be filled in one go: nothing protects it from a crash.
     [[nodiscard]] static SqliteDatabase create(const std::filesystem::path& file);
 
+    // Makes one that lives and dies with this object.
+    [[nodiscard]] static SqliteDatabase createInMemory();
+
     // Opens a file that nobody changes, mapped into memory as a whole, so that no lock is taken and
     // pages are not copied.
     [[nodiscard]] static SqliteDatabase openForReading(const std::filesystem::path& file);

@@ -1,127 +1,205 @@
-// How often a question's right answer is found, first and among the first five.
-//
-//   relevance_benchmark FILE... [--failures]
-//
-// A file is a JSON array of {"question", "kind", "right": ["product:name"]}. The documentation is
-// that of VELTRA_DOC_ROOT.
+// How often a question's right answer is found, first and among the first five: by the library, and
+// by what could be used in its place, over the same entities. The documentation is that of
+// VELTRA_DOC_ROOT. Times are processor times. docs/relevance.md tells what comes out.
 #include <algorithm>
-#include <chrono>
 #include <cstddef>
+#include <cstdint>
+#include <cstdlib>
 #include <exception>
-#include <fstream>
+#include <filesystem>
 #include <iomanip>
 #include <iostream>
-#include <iterator>
 #include <map>
+#include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
-#include <boost/json/parse.hpp>
-#include <boost/json/value.hpp>
-#include <boost/json/value_to.hpp>
+#include <CLI/CLI.hpp>
 
-#include "fl/i18n/utf.hpp"
-#include "reference/ask/ask.hpp"
+#include "measure/Clock.hpp"
+#include "relevance/DevDocsSearcher.hpp"
+#include "relevance/Entities.hpp"
+#include "relevance/FtsSearcher.hpp"
+#include "relevance/LibrarySearcher.hpp"
+#include "relevance/Question.hpp"
+#include "relevance/Score.hpp"
+#include "relevance/Table.hpp"
+#include "relevance/XapianSearcher.hpp"
 
 namespace {
 
-using Clock = std::chrono::steady_clock;
+using namespace reference::bench;
 
-struct Question {
-    std::string text;
-    std::string kind;
-    std::vector<std::string> right;
+using Searchers = std::vector<std::unique_ptr<Searcher>>;
+
+constexpr std::size_t answersToQuestion = 10;
+constexpr const char* everyKind = "all";
+
+struct Options {
+    std::vector<std::filesystem::path> files;
+    TableForm form = TableForm::Plain;
+    bool showsFailures = false;
 };
 
-std::vector<Question> readQuestions(const std::string& path) {
-    std::ifstream file(path);
-    if (!file)
-        throw std::runtime_error("There is no file " + path + ".");
-    const std::string content{std::istreambuf_iterator<char>(file), {}};
-    const boost::json::value list = boost::json::parse(content);
-    std::vector<Question> questions;
-    for (const auto& value : list.as_array())
-        questions.push_back(
-            {.text = boost::json::value_to<std::string>(value.at("question")),
-             .kind = boost::json::value_to<std::string>(value.at("kind")),
-             .right = boost::json::value_to<std::vector<std::string>>(value.at("right"))});
+// What one searcher made of a list.
+struct Outcome {
+    std::map<std::string, Score> byKind;
+    std::vector<std::size_t> ranks;
+    std::vector<std::string> first;
+};
+
+std::filesystem::path documentationSet() {
+    const char* const root = std::getenv("VELTRA_DOC_ROOT");
+    if (root == nullptr)
+        throw std::runtime_error(
+            "VELTRA_DOC_ROOT is not set: it says where the documentation set is.");
+    return root;
+}
+
+Searchers makeSearchers(const std::vector<Entity>& entities) {
+    Searchers searchers;
+    searchers.push_back(std::make_unique<LibrarySearcher>());
+    searchers.push_back(std::make_unique<FtsSearcher>(entities));
+    searchers.push_back(std::make_unique<XapianSearcher>(entities));
+    searchers.push_back(std::make_unique<DevDocsSearcher>(entities));
+    return searchers;
+}
+
+// Reads a list. A right answer's other names are right as well, and one that is not in the
+// documentation set at all is an error: it would be counted against everybody.
+std::vector<Question> readList(const std::filesystem::path& file,
+                               const std::vector<Entity>& entities) {
+    std::unordered_map<std::string, std::uint32_t> entries;
+    std::unordered_multimap<std::uint32_t, std::string> names;
+    for (const Entity& entity : entities) {
+        entries.emplace(entity.label, entity.entry);
+        names.emplace(entity.entry, entity.label);
+    }
+    std::vector<Question> questions = readQuestions(file);
+    for (Question& question : questions) {
+        std::vector<std::string> right;
+        for (const std::string& label : question.right)
+            if (const auto entry = entries.find(label); entry != entries.end())
+                for (auto [name, end] = names.equal_range(entry->second); name != end; ++name)
+                    right.push_back(name->second);
+        if (right.empty())
+            throw std::runtime_error(file.string() + ": no right answer to \"" + question.text +
+                                     "\" is a name of the documentation set.");
+        question.right = std::move(right);
+    }
     return questions;
 }
 
-// The names that are found, first to last: "pandas:pandas.read_csv".
-std::vector<std::string> ask(const Question& question) {
-    const auto answer = reference::ask::ask(fl::i18n::toUtf16(question.text));
-    std::vector<std::string> found;
-    found.reserve(answer.hits.size());
-    for (const auto& hit : answer.hits)
-        found.push_back(fl::i18n::toUtf8(hit.data.getHeaderInfo().getShortName()) + ":" +
-                        fl::i18n::toUtf8(hit.name));
-    return found;
+Outcome ask(Searcher& searcher, const std::vector<Question>& questions) {
+    Outcome outcome;
+    for (const Question& question : questions) {
+        // What is read once is read.
+        static_cast<void>(searcher.ask(question.text, answersToQuestion));
+        const double begin = processorSeconds();
+        const auto found = searcher.ask(question.text, answersToQuestion);
+        const double microseconds = 1e6 * (processorSeconds() - begin);
+        const std::size_t rank = question.rankIn(found);
+        outcome.byKind[question.kind].add(rank, microseconds);
+        outcome.byKind[everyKind].add(rank, microseconds);
+        outcome.ranks.push_back(rank);
+        outcome.first.push_back(found.empty() ? "nothing" : found.front());
+    }
+    return outcome;
 }
 
-// The place of the first right one, counted from 1; 0 where there is none.
-std::size_t rankOf(const Question& question, const std::vector<std::string>& found) {
-    const auto first = std::ranges::find_if(found, [&](const std::string& name) {
-        return std::ranges::find(question.right, name) != question.right.end();
-    });
-    return first == found.end() ? 0 : static_cast<std::size_t>(first - found.begin()) + 1;
+std::string fixed(double number, int digits) {
+    std::ostringstream text;
+    text << std::fixed << std::setprecision(digits) << number;
+    return text.str();
 }
 
-class Score {
-  public:
-    void add(std::size_t rank, double microseconds) {
-        m_first += rank == 1 ? 1 : 0;
-        m_amongFive += rank >= 1 && rank <= 5 ? 1 : 0;
-        m_reciprocals += rank > 0 ? 1.0 / static_cast<double>(rank) : 0.0;
-        m_times.push_back(microseconds);
-    }
+std::string percent(double share) {
+    return fixed(100 * share, 0);
+}
 
-    void print(const std::string& kind) {
-        std::ranges::sort(m_times);
-        const auto count = static_cast<double>(m_times.size());
-        std::cout << std::left << std::setw(10) << kind << std::right << std::fixed << std::setw(6)
-                  << m_times.size() << std::setprecision(1) << std::setw(9) << 100 * m_first / count
-                  << std::setw(9) << 100 * m_amongFive / count << std::setprecision(3)
-                  << std::setw(8) << m_reciprocals / count << std::setprecision(0) << std::setw(10)
-                  << m_times[m_times.size() / 2] << '\n';
+Table summary(const Searchers& searchers, std::vector<Outcome>& outcomes) {
+    Table table{.header = {"", "first %", "among five %", "MRR", "median us", "95 % us"}};
+    for (std::size_t n = 0; n < searchers.size(); ++n) {
+        const Score& score = outcomes[n].byKind[everyKind];
+        table.rows.push_back({searchers[n]->name(), percent(score.first()),
+                              percent(score.amongFive()), fixed(score.meanReciprocalRank(), 3),
+                              fixed(score.time(0.5), 0), fixed(score.time(0.95), 0)});
     }
+    return table;
+}
 
-  private:
-    double m_first = 0;
-    double m_amongFive = 0;
-    double m_reciprocals = 0;
-    std::vector<double> m_times;
-};
-
-void measure(const std::string& path, bool showsFailures) {
-    std::map<std::string, Score> byKind;
-    for (const Question& question : readQuestions(path)) {
-        static_cast<void>(ask(question));  // what is read once is read
-        const auto begin = Clock::now();
-        const auto found = ask(question);
-        const std::chrono::duration<double, std::micro> time = Clock::now() - begin;
-        const std::size_t rank = rankOf(question, found);
-        byKind[question.kind].add(rank, time.count());
-        byKind["(all)"].add(rank, time.count());
-        if (showsFailures && rank != 1)
-            std::cout << question.kind << ": " << question.text << "\n    right at " << rank
-                      << ", first is " << (found.empty() ? "nothing" : found.front()) << '\n';
+Table kinds(const Searchers& searchers, std::vector<Outcome>& outcomes) {
+    Table table{.header = {"kind", "questions"}};
+    for (const auto& searcher : searchers)
+        table.header.push_back(searcher->name());
+    for (const auto& [kind, ours] : outcomes.front().byKind) {
+        if (kind == everyKind)
+            continue;
+        std::vector<std::string> row = {kind, std::to_string(ours.count())};
+        for (Outcome& outcome : outcomes) {
+            const Score& score = outcome.byKind[kind];
+            row.push_back(percent(score.first()) + " / " + percent(score.amongFive()) + " / " +
+                          fixed(score.meanReciprocalRank(), 2));
+        }
+        table.rows.push_back(std::move(row));
     }
-    std::cout << path << "\nkind       count  first %   five %     MRR        us\n";
-    for (auto& [kind, score] : byKind)
-        score.print(kind);
+    return table;
+}
+
+void printFailures(const std::vector<Question>& questions, const Searchers& searchers,
+                   const std::vector<Outcome>& outcomes) {
+    for (std::size_t n = 0; n < questions.size(); ++n) {
+        if (outcomes.front().ranks[n] == 1)
+            continue;
+        std::cout << questions[n].kind << ": " << questions[n].text << '\n';
+        for (std::size_t by = 0; by < searchers.size(); ++by)
+            std::cout << "    " << searchers[by]->name() << ": right at " << outcomes[by].ranks[n]
+                      << ", first is " << outcomes[by].first[n] << '\n';
+    }
+}
+
+void run(const Options& options) {
+    const auto root = documentationSet();
+    const std::vector<Entity> entities = readEntities(root);
+    const Searchers searchers = makeSearchers(entities);
+    for (const auto& file : options.files) {
+        const std::vector<Question> questions = readList(file, entities);
+        std::vector<Outcome> outcomes;
+        outcomes.reserve(searchers.size());
+        for (const auto& searcher : searchers)
+            outcomes.push_back(ask(*searcher, questions));
+        std::cout << (options.form == TableForm::Markdown ? "### " : "") << file.filename().string()
+                  << ": " << questions.size() << " questions, " << entities.size() << " names\n\n";
+        summary(searchers, outcomes).print(std::cout, options.form);
+        std::cout << '\n';
+        kinds(searchers, outcomes).print(std::cout, options.form);
+        std::cout << '\n';
+        if (options.showsFailures)
+            printFailures(questions, searchers, outcomes);
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    const std::vector<std::string> arguments(argv + 1, argv + argc);
-    const bool showsFailures = std::ranges::find(arguments, "--failures") != arguments.end();
+    CLI::App app("How often questions find what they ask for");
+    Options options;
+    bool isMarkdown = false;
+    app.add_option("files", options.files, "Lists of questions")
+        ->required()
+        ->type_name("FILE")
+        ->check(CLI::ExistingFile);
+    app.add_flag("--markdown", isMarkdown, "Print the tables of docs/relevance.md");
+    app.add_flag("--failures", options.showsFailures,
+                 "Also print the questions that the library does not answer first");
+    CLI11_PARSE(app, argc, argv);
+    options.form = isMarkdown ? TableForm::Markdown : TableForm::Plain;
     try {
-        for (const auto& argument : arguments)
-            if (!argument.starts_with("--"))
-                measure(argument, showsFailures);
+        run(options);
     } catch (const std::exception& error) {
         std::cerr << "relevance_benchmark: " << error.what() << '\n';
         return 1;

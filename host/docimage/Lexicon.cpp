@@ -1,6 +1,7 @@
 #include "docimage/Lexicon.hpp"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 #include <xxhash.h>
 
@@ -28,6 +29,8 @@ Lexicon::Lexicon(const Image& image, std::uint32_t firstSection)
       m_wellFormed(image, firstSection + 7) {}
 
 std::string_view Lexicon::rarestTrigram(std::string_view letters) const {
+    if (m_trigramWords.size() == 0)
+        return {};
     const auto known = m_trigrams.range(0, m_trigrams.size());
     std::string_view rarest;
     for (std::size_t at = 0; at + trigramLength <= letters.size(); ++at) {
@@ -55,6 +58,16 @@ std::size_t LexiconBuilder::Hash::operator()(std::string_view word) const noexce
     return XXH3_64bits(word.data(), word.size());
 }
 
+std::vector<std::uint32_t> orderByEnds(const std::vector<std::string_view>& texts) {
+    std::vector<std::uint32_t> order(texts.size());
+    std::iota(order.begin(), order.end(), 0U);
+    std::ranges::sort(order, [&texts](std::uint32_t a, std::uint32_t b) {
+        return std::lexicographical_compare(texts[a].rbegin(), texts[a].rend(), texts[b].rbegin(),
+                                            texts[b].rend());
+    });
+    return order;
+}
+
 void LexiconBuilder::addText(std::u16string_view text, std::uint32_t number) {
     m_isWellFormed = m_isWellFormed && docimage::isWellFormed(text);
     forEachWord(searchForm(text), [&](std::string_view word) { addWord(word, number); });
@@ -71,7 +84,7 @@ void LexiconBuilder::addWord(std::string_view word, std::uint32_t text) {
     texts.last = text;
 }
 
-void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection, Trigrams kept) {
+void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection, FoundBy foundBy) {
     std::vector<std::pair<std::string_view, std::string_view>> sorted;
     sorted.reserve(m_words.size());
     for (const auto& [word, texts] : m_words)
@@ -85,7 +98,7 @@ void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection, Tr
     for (const auto& [word, deltas] : sorted) {
         const std::uint64_t number = words.add(word);
         texts.add(deltas);
-        if (kept == Trigrams::None)
+        if (foundBy == FoundBy::Ends)
             continue;
         for (std::size_t at = 0; at + trigramLength <= word.size(); ++at)
             trigrams.push_back(std::uint64_t{trigramAt(word, at)} << 32U | number);
@@ -112,6 +125,13 @@ void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection, Tr
         }
     }
 
+    if (foundBy == FoundBy::Ends) {
+        std::vector<std::string_view> all;
+        all.reserve(sorted.size());
+        for (const auto& [word, deltas] : sorted)
+            all.push_back(word);
+        known = orderByEnds(all);
+    }
     words.writeTo(writer, firstSection);
     texts.writeTo(writer, firstSection + 2);
     writer.addArray(firstSection + 4, known);

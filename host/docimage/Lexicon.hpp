@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,7 +29,8 @@ struct WordPart {
 // The distinct words of numbered texts, sorted, and for each word the numbers of the texts that
 // hold it. The words of a part are found by their trigrams (three bytes in a row), by binary search
 // where the part is a word's beginning, and by going through all words for a part of one or two
-// bytes: there are far fewer words than text.
+// bytes: there are far fewer words than text. A lexicon may have the order of its words by their
+// ends in place of trigrams.
 //
 // Views live as long as the image. Throws DamagedImage. Any thread.
 class VELTRA_HOST_API Lexicon {
@@ -40,6 +42,13 @@ class VELTRA_HOST_API Lexicon {
 
     [[nodiscard]] std::size_t wordCount() const noexcept { return m_words.size(); }
     [[nodiscard]] std::string_view word(std::size_t number) const { return m_words[number]; }
+
+    // The numbers of the words in the order of their bytes from the last to the first; none where
+    // the lexicon has trigrams. They have not been checked.
+    [[nodiscard]] std::span<const std::uint32_t> byEnds() const {
+        return m_trigramWords.size() > 0 ? std::span<const std::uint32_t>()
+                                         : m_trigrams.range(0, m_trigrams.size());
+    }
 
     // Calls `visit(word number)` for each word that has the part, in ascending order.
     // Requires: the part has letters.
@@ -67,13 +76,17 @@ class VELTRA_HOST_API Lexicon {
 
     TextTable m_words;                       // sorted
     TextTable m_texts;                       // the numbers of each word's texts, as differences
-    ImageArray<std::uint32_t> m_trigrams;    // sorted
+    ImageArray<std::uint32_t> m_trigrams;    // sorted; or what byEnds() gives
     TextTable m_trigramWords;                // the numbers of each trigram's words, as differences
     ImageArray<std::uint32_t> m_wellFormed;  // one number, 0 or 1
 };
 
-// Whether words can be found by letters from their middle; it takes a third of a lexicon.
-enum class Trigrams { All, None };
+// What a lexicon has besides its sorted words: trigrams, by which words are found by letters from
+// their middle, and which take a third of it, or the order of the words by their ends.
+enum class FoundBy { Trigrams, Ends };
+
+// The numbers of texts in the order of their bytes from the last to the first.
+[[nodiscard]] std::vector<std::uint32_t> orderByEnds(const std::vector<std::string_view>& texts);
 
 class VELTRA_HOST_API LexiconBuilder {
   public:
@@ -85,7 +98,8 @@ class VELTRA_HOST_API LexiconBuilder {
 
     // Consumes the builder. Without trigrams, forEachWordWith() finds nothing by three letters or
     // more that need not stand at a word's beginning.
-    void writeTo(ImageWriter& writer, std::uint32_t firstSection, Trigrams kept = Trigrams::All);
+    void writeTo(ImageWriter& writer, std::uint32_t firstSection,
+                 FoundBy foundBy = FoundBy::Trigrams);
 
   private:
     struct Texts {

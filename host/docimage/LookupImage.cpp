@@ -25,6 +25,10 @@ enum LookupSection : std::uint32_t {
     Names = 110,  // 2 sections a kind
     Words = 130,  // 8 sections
     HrefsHash = 140,
+    // Of each pair of an alias and a name: the alias, the name, how often it was seen.
+    AliasTexts = 150,  // 2 sections
+    AliasNames = 152,  // 2 sections
+    AliasCounts = 154,
 };
 
 std::uint32_t namesSection(NameKind kind) {
@@ -83,6 +87,21 @@ void writeRecords(const LookupImage::Entities& entities, ImageWriter& writer) {
     writer.addArray(HrefRecords, hrefRecords);
 }
 
+void writeAliases(const Aliases& aliases, ImageWriter& writer) {
+    TextTableBuilder texts;
+    TextTableBuilder names;
+    std::vector<std::uint32_t> counts;
+    for (const auto& [alias, namesOfAlias] : aliases)
+        for (const auto& [name, count] : namesOfAlias) {
+            texts.add(toUnitBytes(alias));
+            names.add(toUnitBytes(name));
+            counts.push_back(count);
+        }
+    texts.writeTo(writer, AliasTexts);
+    names.writeTo(writer, AliasNames);
+    writer.addArray(AliasCounts, counts);
+}
+
 void writeNames(const LookupImage& image, ImageWriter& writer) {
     std::array<std::vector<NameTable::Entry>, nameKinds> entries;
     const auto add = [&](NameKind kind, std::string_view form, std::size_t number) {
@@ -131,15 +150,18 @@ void writeWords(const LookupImage& image, ImageWriter& writer) {
     words.writeTo(writer, Words);
 }
 
-std::shared_ptr<const Image> imageOf(const LookupImage::Entities& entities) {
+std::shared_ptr<const Image> imageOf(const LookupImage::Entities& entities,
+                                     const Aliases& aliases) {
     ImageWriter writer;
     writeRecords(entities, writer);
+    writeAliases(aliases, writer);
     return writer.finish();
 }
 
 }  // namespace
 
-LookupImage::LookupImage(const Entities& entities) : LookupImage(imageOf(entities)) {}
+LookupImage::LookupImage(const Entities& entities, const Aliases& aliases)
+    : LookupImage(imageOf(entities, aliases)) {}
 
 LookupImage::LookupImage(std::shared_ptr<const Image> image)
     : m_image(std::move(image)),
@@ -150,13 +172,17 @@ LookupImage::LookupImage(std::shared_ptr<const Image> image)
       m_hrefs(*m_image, Hrefs),
       m_hrefsHash(*m_image, HrefsHash),
       m_hrefStarts(*m_image, HrefStarts),
-      m_hrefRecords(*m_image, HrefRecords) {}
+      m_hrefRecords(*m_image, HrefRecords),
+      m_aliases(*m_image, AliasTexts),
+      m_aliasNames(*m_image, AliasNames),
+      m_aliasCounts(*m_image, AliasCounts) {}
 
 LookupImage::~LookupImage() = default;
 
-void LookupImage::write(const Entities& entities, ImageWriter& writer) {
+void LookupImage::write(const Entities& entities, const Aliases& aliases, ImageWriter& writer) {
     const LookupImage image(entities);
     writeRecords(entities, writer);
+    writeAliases(aliases, writer);
     writeNames(image, writer);
     writeWords(image, writer);
 }
@@ -207,6 +233,14 @@ LookupImage::Entities LookupImage::entities() const {
         entities.emplace_hint(entities.end(), fromUnitBytes(key(number)), std::move(records));
     }
     return entities;
+}
+
+Aliases LookupImage::aliases() const {
+    Aliases aliases;
+    for (std::size_t pair = 0; pair < m_aliasCounts.size(); ++pair)
+        aliases[fromUnitBytes(m_aliases[pair])][fromUnitBytes(m_aliasNames[pair])] =
+            m_aliasCounts[pair];
+    return aliases;
 }
 
 }  // namespace reference::docimage

@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "docimage/Aliases.hpp"
 #include "docimage/Image.hpp"
 #include "docimage/Lexicon.hpp"
 #include "docimage/NameTable.hpp"
@@ -61,9 +62,9 @@ class VELTRA_HOST_API LookupImage {
   public:
     using Entities = std::map<std::u16string, std::vector<property::RefItemLookup>>;
 
-    // Builds the image of these records in memory. Throws std::length_error for more than 4 GiB of
-    // text.
-    explicit LookupImage(const Entities& entities);
+    // Builds the image of these records in memory, with what the product's examples call modules.
+    // Throws std::length_error for more than 4 GiB of text.
+    explicit LookupImage(const Entities& entities, const Aliases& aliases = {});
 
     // An image that write() wrote.
     explicit LookupImage(std::shared_ptr<const Image> image);
@@ -72,8 +73,8 @@ class VELTRA_HOST_API LookupImage {
     LookupImage& operator=(const LookupImage&) = delete;
     ~LookupImage();
 
-    // All sections of an image of these records.
-    static void write(const Entities& entities, ImageWriter& writer);
+    // All sections of an image of these records and aliases.
+    static void write(const Entities& entities, const Aliases& aliases, ImageWriter& writer);
 
     [[nodiscard]] std::size_t keyCount() const noexcept { return m_keys.size(); }
     [[nodiscard]] std::string_view key(std::size_t number) const { return m_keys[number]; }
@@ -112,8 +113,9 @@ class VELTRA_HOST_API LookupImage {
         return m_words;
     }
 
-    // The records in the shape in which the documentation has them.
+    // The records, and the aliases, in the shape in which the documentation has them.
     [[nodiscard]] Entities entities() const;
+    [[nodiscard]] Aliases aliases() const;
 
   private:
     void makeNames() const;
@@ -128,6 +130,9 @@ class VELTRA_HOST_API LookupImage {
     ImageArray<std::uint64_t> m_hrefsHash;
     ImageArray<std::uint32_t> m_hrefStarts;
     ImageArray<std::uint32_t> m_hrefRecords;
+    TextTable m_aliases;
+    TextTable m_aliasNames;
+    ImageArray<std::uint32_t> m_aliasCounts;
 
     // Each is made once.
     mutable std::once_flag m_namesOnce;

@@ -2,7 +2,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <limits>
+#include <map>
 #include <set>
 #include <string>
 #include <utility>
@@ -25,7 +27,10 @@ enum QuestionSection : std::uint32_t {
     QuestionOuterParts = 18,
     QuestionPurposes = 26,
     QuestionPartStems = 34,
-    QuestionPartWords = 42,  // 2 sections
+    QuestionPartWords = 42,   // 2 sections
+    QuestionAliases = 44,     // 2 sections
+    QuestionAliasNames = 46,  // 2 sections
+    QuestionPartsByEnds = 48,
 };
 
 // A longer run of letters is no part that anybody types.
@@ -49,22 +54,30 @@ class QuestionIndexBuilder {
     void add(const LookupImage& lookup) {
         for (std::size_t key = 0; key < lookup.keyCount(); ++key)
             addKey(lookup, key);
+        for (const auto& [alias, names] : lookup.aliases())
+            for (const auto& [name, count] : names)
+                m_aliases[toUnitBytes(alias)][toUnitBytes(name)] += count;
     }
 
     void writeTo(ImageWriter& writer, std::uint32_t firstSection) {
         writer.addArray(firstSection + QuestionFacts, m_facts);
-        m_lastNames.writeTo(writer, firstSection + QuestionLastNames, Trigrams::None);
-        m_lastParts.writeTo(writer, firstSection + QuestionLastParts, Trigrams::None);
-        m_outerParts.writeTo(writer, firstSection + QuestionOuterParts, Trigrams::None);
-        m_purposes.writeTo(writer, firstSection + QuestionPurposes, Trigrams::None);
+        m_lastNames.writeTo(writer, firstSection + QuestionLastNames, FoundBy::Ends);
+        m_lastParts.writeTo(writer, firstSection + QuestionLastParts, FoundBy::Ends);
+        m_outerParts.writeTo(writer, firstSection + QuestionOuterParts, FoundBy::Ends);
+        m_purposes.writeTo(writer, firstSection + QuestionPurposes, FoundBy::Ends);
         LexiconBuilder stems;
         TextTableBuilder words;
+        std::vector<std::string_view> parts;
+        parts.reserve(m_partWords.size());
         for (const auto& word : m_partWords) {
             const auto number = toOffset(words.add(word));
+            parts.push_back(word);
             stems.addWord(m_stemmer.stem(word), number);
         }
-        stems.writeTo(writer, firstSection + QuestionPartStems, Trigrams::None);
+        stems.writeTo(writer, firstSection + QuestionPartStems, FoundBy::Ends);
         words.writeTo(writer, firstSection + QuestionPartWords);
+        writer.addArray(firstSection + QuestionPartsByEnds, orderByEnds(parts));
+        writeAliases(writer, firstSection);
     }
 
   private:
@@ -142,6 +155,21 @@ class QuestionIndexBuilder {
         return toByte(count);
     }
 
+    void writeAliases(ImageWriter& writer, std::uint32_t firstSection) const {
+        TextTableBuilder aliases;
+        TextTableBuilder names;
+        for (const auto& [alias, counts] : m_aliases) {
+            std::vector<std::pair<std::string, std::uint64_t>> order(counts.begin(), counts.end());
+            std::ranges::stable_sort(order, std::greater(), &decltype(order)::value_type::second);
+            for (const auto& [name, count] : order) {
+                aliases.add(alias);
+                names.add(name);
+            }
+        }
+        aliases.writeTo(writer, firstSection + QuestionAliases);
+        names.writeTo(writer, firstSection + QuestionAliasNames);
+    }
+
     Stemmer m_stemmer;
     std::vector<KeyFacts> m_facts;
     LexiconBuilder m_lastNames;
@@ -149,6 +177,8 @@ class QuestionIndexBuilder {
     LexiconBuilder m_outerParts;
     LexiconBuilder m_purposes;
     std::set<std::string, std::less<>> m_partWords;
+    // How often a name is seen under an alias, in all products.
+    std::map<std::string, std::map<std::string, std::uint64_t>> m_aliases;
     std::u16string m_text;
     std::set<std::uint32_t> m_hrefs;
 };
@@ -163,7 +193,10 @@ QuestionIndex::QuestionIndex(std::shared_ptr<const Image> image, std::uint32_t f
       m_outerParts(*m_image, firstSection + QuestionOuterParts),
       m_purposes(*m_image, firstSection + QuestionPurposes),
       m_partStems(*m_image, firstSection + QuestionPartStems),
-      m_partWords(*m_image, firstSection + QuestionPartWords) {
+      m_partWords(*m_image, firstSection + QuestionPartWords),
+      m_partsByEnds(*m_image, firstSection + QuestionPartsByEnds),
+      m_aliases(*m_image, firstSection + QuestionAliases),
+      m_aliasNames(*m_image, firstSection + QuestionAliasNames) {
     const ImageArray<std::uint32_t> stored(*m_image, firstSection + QuestionFirstKeys);
     const auto numbers = stored.range(0, stored.size());
     if (numbers.empty() || numbers.front() != 0 || !std::ranges::is_sorted(numbers) ||
@@ -179,6 +212,14 @@ std::uint32_t QuestionIndex::productOf(std::uint32_t key) const {
         throw DamagedImage("An image refers to a name that it does not have.");
     return static_cast<std::uint32_t>(std::ranges::upper_bound(m_firstKeys, key) -
                                       m_firstKeys.begin() - 1);
+}
+
+std::vector<std::string_view> QuestionIndex::namesOfAlias(std::string_view alias) const {
+    std::vector<std::string_view> names;
+    for (std::size_t at = m_aliases.lowerBound(alias);
+         at < m_aliases.size() && m_aliases[at] == alias; ++at)
+        names.push_back(m_aliasNames[at]);
+    return names;
 }
 
 void QuestionIndex::write(std::span<const LookupImage* const> products, ImageWriter& writer,

@@ -1,5 +1,5 @@
-// What loosely put questions are answered from: the names of several products by their parts, and
-// their purposes by the stems of their words.
+// What loosely put questions are answered from: the names of several products by their parts, their
+// purposes by the stems of their words, and what their examples call modules.
 #pragma once
 
 #include <cstddef>
@@ -77,6 +77,15 @@ class VELTRA_HOST_API QuestionIndex {
     // The numbers in partWords() of the parts that have a stem.
     [[nodiscard]] const Lexicon& partStems() const noexcept { return m_partStems; }
     [[nodiscard]] const TextTable& partWords() const noexcept { return m_partWords; }
+    // The numbers of the parts in the order of their bytes from the last to the first. They have
+    // not been checked.
+    [[nodiscard]] std::span<const std::uint32_t> partsByEnds() const {
+        return m_partsByEnds.range(0, m_partsByEnds.size());
+    }
+
+    // The full names (as bytes) that an alias stands for in the examples of all products; those
+    // that are seen more often go first, then those whose text does.
+    [[nodiscard]] std::vector<std::string_view> namesOfAlias(std::string_view alias) const;
 
   private:
     const std::shared_ptr<const Image> m_image;
@@ -87,7 +96,10 @@ class VELTRA_HOST_API QuestionIndex {
     Lexicon m_outerParts;
     Lexicon m_purposes;
     Lexicon m_partStems;
-    TextTable m_partWords;
+    TextTable m_partWords;  // sorted
+    ImageArray<std::uint32_t> m_partsByEnds;
+    TextTable m_aliases;  // sorted, once for each name
+    TextTable m_aliasNames;
 };
 
 }  // namespace reference::docimage

@@ -92,7 +92,7 @@ void writeStems(const Lexicon& words, ImageWriter& writer, std::uint32_t firstSe
     LexiconBuilder stems;
     for (std::size_t word = 0; word < words.wordCount(); ++word)
         stems.addWord(stemmer.stem(words.word(word)), toOffset(word));
-    stems.writeTo(writer, firstSection, Trigrams::None);
+    stems.writeTo(writer, firstSection, FoundBy::Ends);
 }
 
 std::vector<std::string> wordsOf(std::u16string_view text) {

@@ -14,6 +14,7 @@
 
 #include "docparser/DocParserException.hpp"
 #include "docparser/fileParts.hpp"
+#include "docset/AliasFile.hpp"
 #include "docset/CompiledFiles.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "docset/SetIndex.hpp"
@@ -169,6 +170,11 @@ class LookupReading {
         }
         auto contents = docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
         requireSameProduct(contents->header);
+        // Without what is faulty in them, the product is as good as one that has none.
+        const auto aliases = docset::readAliases(product.set->root, product.files.lookup, logFault);
+        if (aliases && !aliases->empty())
+            return {toHeaderInfo(contents->header, product.referenceFileName),
+                    std::make_shared<const docimage::LookupImage>(contents->entities, *aliases)};
         return {toHeaderInfo(contents->header, product.referenceFileName),
                 std::move(contents->entities)};
     }

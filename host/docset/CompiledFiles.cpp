@@ -6,7 +6,9 @@
 #include "docimage/ImageFile.hpp"
 #include "docimage/TextTable.hpp"
 #include "docimage/unitBytes.hpp"
+#include "docset/AliasFile.hpp"
 #include "docset/ContainedFile.hpp"
+#include "docset/besideJson.hpp"
 #include "files/MappedFile.hpp"
 
 namespace reference::docset {
@@ -23,11 +25,12 @@ using docimage::PageImage;
 using docimage::TextTable;
 using docimage::TextTableBuilder;
 
-constexpr std::string_view jsonEnding = ".json";
 constexpr std::string_view imageEnding = ".image";
 
-// The sections of an image: the headers of its products, then what it holds.
+// The sections of an image: the headers of its products, the file of aliases that it is of, then
+// what it holds.
 constexpr std::uint32_t headersSection = 1;  // 2 sections
+constexpr std::uint32_t aliasFileSection = 3;
 constexpr std::size_t headerTexts = 4;
 
 // A product's pages; LookupImage has numbers of its own.
@@ -48,6 +51,26 @@ bool isOf(const ImageSource& source, const files::Descriptor& json, const files:
     std::error_code error;
     const auto content = root.readFile(jsonFile, maxFileSize, error);
     return content && Image::hashOf(*content) == source.hash;
+}
+
+// The file of aliases that an image of a lookup file is of; nothing stands for none.
+struct StoredAliasFile {
+    std::uint64_t size;
+    std::int64_t modified;
+    std::uint64_t hash;
+};
+
+bool isOfAliasFile(const Image& image, const files::Folder& root, const std::string& jsonFile) {
+    const docimage::ImageArray<StoredAliasFile> stored(image, aliasFileSection);
+    if (stored.size() == 0)
+        return !hasAliasFile(root, jsonFile);
+    const std::string aliasFile = aliasFileName(jsonFile);
+    std::error_code error;
+    const files::Descriptor file = root.openFile(aliasFile, error);
+    const StoredAliasFile& source = stored[0];
+    return file.isOpen() &&
+           isOf({.stamp = {.size = source.size, .modified = source.modified}, .hash = source.hash},
+                file, root, aliasFile);
 }
 
 // The image of a JSON file that is there.
@@ -91,19 +114,22 @@ auto readImage(const files::Folder& root, const std::string& jsonFile, ImageKind
     return std::nullopt;
 }
 
-// Under another name first, so that readers find the old image, none, or the new one, whole.
-void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageKind kind,
-                const ImageWriter& image) {
+ImageSource sourceOf(const files::Folder& folder, const std::string& jsonFile) {
     std::error_code error;
     const files::Descriptor json = folder.openFile(jsonFile, error);
     const auto content =
         json.isOpen() ? folder.readFile(jsonFile, maxFileSize, error) : std::nullopt;
     if (!content)
         throw std::system_error(error, (folder.path() / jsonFile).string());
-    const ImageSource source{.stamp = files::FileStamp::of(json.number()),
-                             .hash = Image::hashOf(*content)};
+    return {.stamp = files::FileStamp::of(json.number()), .hash = Image::hashOf(*content)};
+}
+
+// Under another name first, so that readers find the old image, none, or the new one, whole.
+void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageKind kind,
+                const ImageWriter& image) {
     const std::string imageFile = imageFileName(jsonFile);
-    folder.writeFile(imageFile + ".new", docimage::toImageFile(image, kind, source));
+    folder.writeFile(imageFile + ".new",
+                     docimage::toImageFile(image, kind, sourceOf(folder, jsonFile)));
     folder.rename(imageFile + ".new", imageFile);
 }
 
@@ -124,20 +150,22 @@ ProductHeader headerAt(const TextTable& texts, std::size_t product) {
 }
 
 std::string imageFileName(std::string_view jsonFile) {
-    if (jsonFile.ends_with(jsonEnding))
-        jsonFile.remove_suffix(jsonEnding.size());
-    return std::string(jsonFile) + std::string(imageEnding);
+    return besideJson(jsonFile, imageEnding);
 }
 
 std::optional<CompiledLookup> openCompiledLookup(const files::Folder& root,
                                                  const std::string& jsonFile,
                                                  const PassedOver& onPassedOver) {
-    return readImage(root, jsonFile, ImageKind::Lookup, onPassedOver,
-                     [](const std::shared_ptr<const Image>& image) {
-                         return CompiledLookup{
-                             .header = headerAt(TextTable(*image, headersSection), 0),
-                             .records = std::make_shared<const LookupImage>(image)};
-                     });
+    return readImage(
+        root, jsonFile, ImageKind::Lookup, onPassedOver,
+        [&](const std::shared_ptr<const Image>& image) {
+            if (!isOfAliasFile(*image, root, jsonFile))
+                throw DamagedImage((root.path() / imageFileName(jsonFile)).string() +
+                                   ": The image is not of \"" + aliasFileName(jsonFile) +
+                                   "\" as it is now; \"vref compile\" makes it anew.");
+            return CompiledLookup{.header = headerAt(TextTable(*image, headersSection), 0),
+                                  .records = std::make_shared<const LookupImage>(image)};
+        });
 }
 
 std::optional<std::vector<CompiledPages>> openCompiledPages(const files::Folder& root,
@@ -156,12 +184,20 @@ std::optional<std::vector<CompiledPages>> openCompiledPages(const files::Folder&
 }
 
 void writeCompiledLookup(const files::Folder& folder, const std::string& jsonFile,
-                         const ProductHeader& header, const LookupImage::Entities& entities) {
+                         const ProductHeader& header, const LookupImage::Entities& entities,
+                         const docimage::Aliases& aliases) {
     ImageWriter image;
     TextTableBuilder headers;
     addHeader(header, headers);
     headers.writeTo(image, headersSection);
-    LookupImage::write(entities, image);
+    std::vector<StoredAliasFile> aliasFiles;
+    if (hasAliasFile(folder, jsonFile)) {
+        const ImageSource source = sourceOf(folder, aliasFileName(jsonFile));
+        aliasFiles.push_back(
+            {.size = source.stamp.size, .modified = source.stamp.modified, .hash = source.hash});
+    }
+    image.addArray(aliasFileSection, aliasFiles);
+    LookupImage::write(entities, aliases, image);
     writeImage(folder, jsonFile, ImageKind::Lookup, image);
 }
 

@@ -54,11 +54,13 @@ struct PagesOfProduct {
     const docimage::PageImage::Pages& pages;
 };
 
-// Write the image of a JSON file that lies in `folder` and says this, in one step. Throw
+// Write the image of a JSON file that lies in `folder` and says this, in one step; that of a lookup
+// file is also of the file of aliases beside it. Throw
 // std::system_error, and std::length_error for more than 4 GiB of text.
 void writeCompiledLookup(const files::Folder& folder, const std::string& jsonFile,
                          const ProductHeader& header,
-                         const docimage::LookupImage::Entities& entities);
+                         const docimage::LookupImage::Entities& entities,
+                         const docimage::Aliases& aliases);
 void writeCompiledPages(const files::Folder& folder, const std::string& jsonFile,
                         const std::vector<PagesOfProduct>& products);
 

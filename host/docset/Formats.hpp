@@ -9,8 +9,9 @@ namespace reference::docset {
 inline constexpr std::string_view manifestFormat = "veltra-documentation-set";
 inline constexpr std::string_view lookupFormat = "veltra-documentation-lookup";
 inline constexpr std::string_view referenceFormat = "veltra-documentation-reference";
+inline constexpr std::string_view aliasesFormat = "veltra-documentation-aliases";
 
-// The one version of all three formats that this code reads and writes. A change that an older
+// The one version of all formats that this code reads and writes. A change that an older
 // reader would misread raises it.
 inline constexpr unsigned formatVersion = 1;
 

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "docimage/Aliases.hpp"
 #include "docset/ProductSource.hpp"
 #include "property/RefItem.hpp"
 #include "property/RefItemLookup.hpp"
@@ -37,6 +38,10 @@ struct ProductDocumentation {
     // Href to the items filed under it, in page order. Every href of `entities` is a key here, and
     // every item carries its key as its href.
     std::map<std::u16string, std::vector<property::RefItem>> pages;
+
+    // What the product's examples call modules and classes. Names are identifiers, see
+    // AliasFile.hpp, where their number has a limit, too.
+    docimage::Aliases aliases = {};
 
     // Where this was imported from; nothing for documentation that was not imported.
     std::optional<ProductSource> source = std::nullopt;

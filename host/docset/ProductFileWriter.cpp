@@ -61,4 +61,17 @@ json::object referenceDocument(const ProductDocumentation& documentation) {
             {"products", std::move(products)}};
 }
 
+json::object aliasDocument(const docimage::Aliases& aliases) {
+    json::object members;
+    for (const auto& [alias, names] : aliases) {
+        json::object counts;
+        for (const auto& [name, count] : names)
+            counts.emplace(utf8(name), count);
+        members.emplace(utf8(alias), std::move(counts));
+    }
+    return {{"format", aliasesFormat},
+            {"formatVersion", formatVersion},
+            {"aliases", std::move(members)}};
+}
+
 }  // namespace reference::docset

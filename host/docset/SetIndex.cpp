@@ -4,12 +4,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <exception>
+#include <limits>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
 #include "docimage/ImageFile.hpp"
 #include "docimage/TextTable.hpp"
+#include "docset/AliasFile.hpp"
 #include "files/MappedFile.hpp"
 
 namespace reference::docset {
@@ -42,7 +44,10 @@ struct StoredStamps {
     std::int64_t jsonModified;
     std::uint64_t imageSize;
     std::int64_t imageModified;
+    std::uint64_t aliasesSize;  // noFile where there are none
+    std::int64_t aliasesModified;
 };
+constexpr std::uint64_t noFile = std::numeric_limits<std::uint64_t>::max();
 
 // The lookup files that are read in a language, in the order of their products' names.
 std::vector<std::string> lookupFilesIn(const Manifest& manifest, const std::string& language) {
@@ -79,14 +84,17 @@ std::optional<ImageWriter> indexOf(const files::Folder& root,
         const auto json = root.stampOf(file);
         const auto image = root.stampOf(imageFileName(file));
         const auto compiled = openCompiledLookup(root, file, ignore);
-        if (!json || !image || !compiled)
+        const auto aliases = root.stampOf(aliasFileName(file));
+        if (!json || !image || !compiled || (!aliases && hasAliasFile(root, file)))
             return std::nullopt;
         names.add(file);
         addHeader(compiled->header, headers);
         stamps.push_back({.jsonSize = json->size,
                           .jsonModified = json->modified,
                           .imageSize = image->size,
-                          .imageModified = image->modified});
+                          .imageModified = image->modified,
+                          .aliasesSize = aliases ? aliases->size : noFile,
+                          .aliasesModified = aliases ? aliases->modified : 0});
         lookups.push_back(compiled->records);
     }
     std::optional<ImageWriter> writer(std::in_place);
@@ -109,10 +117,14 @@ SetIndex readIndex(const std::shared_ptr<const Image>& image) {
     const TextTable headers(*image, IndexHeaders);
     for (std::size_t product = 0; product < stamps.size(); ++product) {
         const StoredStamps& stored = stamps[product];
+        std::optional<files::FileStamp> aliases;
+        if (stored.aliasesSize != noFile)
+            aliases = {.size = stored.aliasesSize, .modified = stored.aliasesModified};
         index.products.push_back(
             {.file = std::string(names[product]),
              .header = headerAt(headers, product),
              .json = {.size = stored.jsonSize, .modified = stored.jsonModified},
+             .aliases = aliases,
              .image = {.size = stored.imageSize, .modified = stored.imageModified}});
     }
     index.names = std::make_shared<const JoinedNames>(image, IndexNames);
@@ -160,7 +172,12 @@ std::optional<SetIndex> openSetIndex(const files::Folder& root, const std::strin
 bool isUnchanged(const files::Folder& root, const IndexedLookup& lookup) {
     const auto json = root.stampOf(lookup.file);
     const auto image = root.stampOf(imageFileName(lookup.file));
-    return json && image && json->isSameAs(lookup.json) && image->isSameAs(lookup.image);
+    if (!json || !image || !json->isSameAs(lookup.json) || !image->isSameAs(lookup.image))
+        return false;
+    if (!lookup.aliases)
+        return !hasAliasFile(root, lookup.file);
+    const auto aliases = root.stampOf(aliasFileName(lookup.file));
+    return aliases && aliases->isSameAs(*lookup.aliases);
 }
 
 void writeSetIndexes(const files::Folder& root, const Manifest& manifest) {

@@ -24,6 +24,8 @@ struct IndexedLookup {
     std::string file;
     ProductHeader header;
     files::FileStamp json;
+    // The file of aliases beside it; nothing where there is none.
+    std::optional<files::FileStamp> aliases;
     files::FileStamp image;
 };
 
@@ -48,7 +50,7 @@ struct SetIndex {
                                                    const std::string& fileName,
                                                    const PassedOver& onPassedOver);
 
-// Whether the product's lookup file and its image are those that the index is of.
+// Whether the product's lookup file, its aliases and its image are those that the index is of.
 [[nodiscard]] bool isUnchanged(const files::Folder& root, const IndexedLookup& lookup);
 
 // Writes the index for each of the set's locales, unless it is of the files already. Where a

@@ -1,9 +1,12 @@
 #include "docset/compile.hpp"
 
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
+#include "docset/AliasFile.hpp"
 #include "docset/CompiledFiles.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ManifestFile.hpp"
@@ -32,18 +35,29 @@ PlacedFile placeOf(const std::filesystem::path& root, std::string_view relativeP
     return {.folder = std::move(folder), .name = std::string(relativePath)};
 }
 
+struct LookupWithAliases {
+    LookupContents lookup;
+    docimage::Aliases aliases;
+};
+
 class Compilation {
   public:
     explicit Compilation(const std::filesystem::path& root) : m_root(root), m_folder(root) {}
 
     void compileLookup(const std::string& file) {
         const auto read = [this](const std::string& name) {
-            return readLookupFile(m_folder, name, reporter());
+            std::optional<LookupWithAliases> contents;
+            auto lookup = readLookupFile(m_folder, name, reporter());
+            auto aliases = readAliases(m_folder, name, reporter());
+            if (lookup && aliases)
+                contents = {.lookup = std::move(*lookup), .aliases = std::move(*aliases)};
+            return contents;
         };
-        compileFile(
-            file, &openCompiledLookup, read, [](const PlacedFile& place, const auto& contents) {
-                writeCompiledLookup(place.folder, place.name, contents.header, contents.entities);
-            });
+        compileFile(file, &openCompiledLookup, read,
+                    [](const PlacedFile& place, const auto& contents) {
+                        writeCompiledLookup(place.folder, place.name, contents.lookup.header,
+                                            contents.lookup.entities, contents.aliases);
+                    });
     }
 
     void compilePages(const std::string& file) {

@@ -17,6 +17,7 @@
 
 #include <boost/json/object.hpp>
 
+#include "docset/AliasFile.hpp"
 #include "docset/CompiledFiles.hpp"
 #include "docset/Formats.hpp"
 #include "docset/JsonText.hpp"
@@ -55,15 +56,19 @@ std::string contentOf(const json::object& document) {
     return std::move(content).str();
 }
 
-// The two files of a product, ready to be written.
+// The files of a product, ready to be written.
 struct ProductContents {
     std::string lookup;
     std::string reference;
+    std::string aliases;  // empty: no file
 };
 
 ProductContents contentsOf(const ProductDocumentation& documentation) {
     return {.lookup = contentOf(lookupDocument(documentation)),
-            .reference = contentOf(referenceDocument(documentation))};
+            .reference = contentOf(referenceDocument(documentation)),
+            .aliases = documentation.aliases.empty()
+                           ? std::string()
+                           : contentOf(aliasDocument(documentation.aliases))};
 }
 
 std::string hexadecimal(const char* mark, unsigned char byte) {
@@ -144,15 +149,17 @@ std::optional<std::size_t> editionOf(const std::string& fileName, const std::str
     std::size_t edition = 0;
     const auto [rest, error] = std::from_chars(fileName.data() + stem.size(), end, edition);
     const std::string_view ending(rest, static_cast<std::size_t>(end - rest));
-    const bool isOfEdition = std::ranges::any_of(
-        std::array{lookupEnding, referenceEnding},
-        [&](std::string_view known) { return ending == known || ending == imageFileName(known); });
+    const bool isOfEdition =
+        std::ranges::any_of(std::array{lookupEnding, referenceEnding}, [&](std::string_view known) {
+            return ending == known || ending == imageFileName(known) ||
+                   ending == aliasFileName(known);
+        });
     if (error != std::errc{} || !isOfEdition)
         return std::nullopt;
     return edition;
 }
 
-// Two files of the next edition: later than all that are there, so that a reader that holds an old
+// The files of the next edition: later than all that are there, so that a reader that holds an old
 // manifest finds the files that it names or nothing, never something newer.
 ProductFiles newEdition(const files::Folder& folder, const std::string& locale,
                         const std::string& stem) {
@@ -175,6 +182,7 @@ std::set<std::string> namedFiles(const Manifest& manifest) {
             for (const auto& name : {files.lookup, files.reference}) {
                 names.insert(name);
                 names.insert(imageFileName(name));
+                names.insert(aliasFileName(name));
             }
         }
     return names;
@@ -208,8 +216,7 @@ ManifestProduct& productIn(Manifest& manifest, const std::u16string& shortName) 
 
 constexpr const char* notReadBack =
     "What is read back from the file is not what was published: a text is not Unicode, or an "
-    "item's "
-    "href is not that of its page.";
+    "item's href is not that of its page.";
 
 // Reads the product's new files as any reader would, and refuses what did not come back as it was:
 // no reader could use it, and the edition before may be sound.
@@ -222,6 +229,8 @@ void requireReadable(const files::Folder& root, const ProductFiles& files,
     if (reference->size() != 1 || reference->front().header != documentation.header ||
         reference->front().pages != documentation.pages)
         fail(root.path() / files.reference, notReadBack);
+    if (readAliases(root, files.lookup, raiseFault) != documentation.aliases)
+        fail(root.path() / aliasFileName(files.lookup), notReadBack);
 }
 
 // The new manifest takes effect with the rename; until then the set is as it was.
@@ -256,16 +265,19 @@ void publishLocked(const files::Folder& root, const std::string& locale,
     try {
         folder.writeFile(nameInFolder(files.lookup), contents.lookup);
         folder.writeFile(nameInFolder(files.reference), contents.reference);
+        if (!contents.aliases.empty())
+            folder.writeFile(aliasFileName(nameInFolder(files.lookup)), contents.aliases);
         folder.flush();
         requireReadable(root, files, documentation);
         writeCompiledLookup(folder, nameInFolder(files.lookup), documentation.header,
-                            documentation.entities);
+                            documentation.entities, documentation.aliases);
         writeCompiledPages(folder, nameInFolder(files.reference),
                            {{.header = documentation.header, .pages = documentation.pages}});
     } catch (...) {
         for (const auto& file : {nameInFolder(files.lookup), nameInFolder(files.reference)}) {
             removeQuietly(folder, file);
             removeQuietly(folder, imageFileName(file));
+            removeQuietly(folder, aliasFileName(file));
         }
         throw;
     }

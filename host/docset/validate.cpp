@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "docset/AliasFile.hpp"
 #include "docset/ContainedFile.hpp"
 #include "docset/JsonDocument.hpp"
 #include "docset/Manifest.hpp"
@@ -128,6 +129,7 @@ class Validator {
                       "The file is of the product \"" + toUtf8(lookup->header.shortName) +
                           "\"; the manifest names it for \"" + toUtf8(product.shortName) + "\".");
         }
+        checkAliases(files.lookup);
         if (files.reference.empty())
             return;
         const std::size_t faultsBefore = m_report.faults.size();
@@ -142,6 +144,15 @@ class Validator {
         }
         if (lookup)
             compare(*lookup, files, reference->second);
+    }
+
+    void checkAliases(const std::string& lookupFile) {
+        const auto root = openRoot(m_root, lookupFile, [](const Fault&) {});
+        if (!root || !hasAliasFile(*root, lookupFile))
+            return;
+        ++m_report.files;
+        if (readAliases(*root, lookupFile, handler()))
+            reportRepeatedMembers(aliasFileName(lookupFile));
     }
 
     void compare(const LookupContents& lookup, const ProductFiles& files,

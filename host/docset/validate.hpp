@@ -19,7 +19,8 @@ struct ValidationReport {
     std::size_t items = 0;
 };
 
-// Reads every file that the manifest of the set at `root` names and reports each fault: what cannot
+// Reads every file that the manifest of the set at `root` names, with the aliases beside it, and
+// reports each fault: what cannot
 // be read, what the format does not know, and where lookup and reference files disagree (a record
 // that leads to no item, or to one of another name and kind, an item that no record leads to, a
 // property that its class's item does not have, headers that differ). Throws only if memory runs

@@ -1,14 +1,10 @@
 #include "reference/ask/ItemTexts.hpp"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 #include <string_view>
 #include <utility>
 
-#include "docimage/componentForms.hpp"
-#include "docimage/nameParts.hpp"
-#include "docimage/searchForm.hpp"
 #include "docimage/searchedTexts.hpp"
 #include "docimage/unitBytes.hpp"
 #include "docparser/DocParserException.hpp"
@@ -23,9 +19,10 @@ using search::JoinedPages;
 
 namespace {
 
-// What the items of a product have of the stems, counted stem by stem.
+// What the items of a product have of the stems.
 class ItemScores {
   public:
+    // Forgets the items of the product before.
     void begin(std::size_t items) {
         for (const std::uint32_t item : m_found)
             m_scores[item] = {};
@@ -35,30 +32,33 @@ class ItemScores {
         m_items = items;
     }
 
-    // Counts the item once for a stem; `stem` is counted from 1.
-    void count(std::uint32_t item, std::uint8_t stem, float score) {
+    // Counts a stem of the item, once: first the word itself, then synonyms of it.
+    void count(std::uint32_t item, std::uint64_t stem, bool isSynonym, float score) {
         if (item >= m_items)
             throw docimage::DamagedImage("An image refers to an item that it does not have.");
         Score& counted = m_scores[item];
-        if (counted.stem == stem)
+        const std::uint64_t before = counted.words.any();
+        if ((before & stem) != 0)
             return;
-        if (counted.stem == 0)
+        if (before == 0)
             m_found.push_back(item);
-        counted.stem = stem;
+        (isSynonym ? counted.words.synonyms : counted.words.words) |= stem;
         counted.score += score;
     }
 
-    // Calls `visit(item, score)` for the items that were counted.
+    [[nodiscard]] const WordBits& wordsOf(std::uint32_t item) const { return m_scores[item].words; }
+
+    // Calls `visit(item, words, score)` for the items that were counted.
     template <typename Visit>
     void forEach(Visit visit) const {
         for (const std::uint32_t item : m_found)
-            visit(item, m_scores[item].score);
+            visit(item, m_scores[item].words, m_scores[item].score);
     }
 
   private:
     struct Score {
+        WordBits words;
         float score = 0;
-        std::uint8_t stem = 0;  // the last that was counted
     };
     std::vector<Score> m_scores;
     std::vector<std::uint32_t> m_found;
@@ -82,45 +82,61 @@ const JoinedPages* ItemTexts::pagesOf(std::uint32_t product) const {
     }
 }
 
-std::vector<ItemTexts::Item> ItemTexts::likeliestItems(std::size_t count) {
-    Likeliest<Item> best(count);
+std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32_t>& names,
+                                                   std::size_t likeliest) {
+    std::vector<Entry> entries;
+    entries.reserve(names.size() + likeliest);
+    Likeliest<Item> best(likeliest);
     ItemScores scores;
+    auto name = names.begin();
     for (std::uint32_t product = 0; product < m_index.products().size(); ++product) {
         const JoinedPages* const joined = pagesOf(product);
-        if (joined == nullptr)
+        const std::uint32_t end = m_questions.firstKeys()[product + 1];
+        if (joined == nullptr) {
+            for (; name != names.end() && *name < end; ++name)
+                entries.push_back({.key = *name, .item = std::nullopt, .words = {}});
             continue;
-        const Lexicon& words = joined->pages().words();
-        const Lexicon& wordStems = joined->pages().wordStems();
-        scores.begin(joined->pages().itemCount());
+        }
+        const search::ProductPages& pages = joined->pages();
+        scores.begin(pages.itemCount());
         const auto weights = m_stems.weightsIn(product);
         float all = 0;
-        std::uint8_t number = 0;
-        for (const StemKeys::Stem& stem : m_stems.stems()) {
-            const float weight = weights[number++];
-            all += weight;
-            const auto add = [&](const std::string& text, float score) {
-                for (const std::uint32_t word : keysOf(wordStems, text))
-                    words.forEachTextWith(
-                        word, [&](std::uint32_t item) { scores.count(item, number, score); });
+        for (std::size_t number = 0; number < weights.size(); ++number) {
+            const StemKeys::Stem& stem = m_stems.stems()[number];
+            const auto count = [&](const std::string& text, bool isSynonym, float score) {
+                for (const std::uint32_t word : keysOf(pages.wordStems(), text))
+                    pages.words().forEachTextWith(word, [&](std::uint32_t item) {
+                        scores.count(item, std::uint64_t{1} << number, isSynonym, score);
+                    });
             };
-            add(stem.text, weight);
+            all += weights[number];
+            count(stem.text, false, weights[number]);
             for (const auto& synonym : stem.synonyms)
-                add(synonym, weight * share::textSynonym);
+                count(synonym, true, weights[number] * share::textSynonym);
         }
-        scores.forEach([&](std::uint32_t item, float score) {
-            if (score > share::worthReading * all)
-                best.add({.product = product, .number = item, .score = score / all});
+        for (; name != names.end() && *name < end; ++name) {
+            const auto item = itemOfKey(*name);
+            entries.push_back({.key = *name,
+                               .item = item,
+                               .words = item ? scores.wordsOf(*item) : WordBits(),
+                               .size = item ? pages.sizeOfItem(*item) : 0});
+        }
+        scores.forEach([&](std::uint32_t item, const WordBits& words, float score) {
+            if (score > share::worthReading * all && best.isBetter(score / all))
+                best.add(
+                    {.number = item, .score = score / all, .words = words, .product = product});
         });
     }
-    return best.take();
-}
-
-std::vector<std::uint32_t> ItemTexts::likeliestKeys(std::size_t count) {
-    std::vector<std::uint32_t> keys;
-    for (const Item& item : likeliestItems(count))
+    for (const Item& item : best.take())
         if (const auto key = keyOfItem(item))
-            keys.push_back(*key);
-    return keys;
+            entries.push_back({.key = *key,
+                               .item = item.number,
+                               .words = item.words,
+                               .size = pagesOf(item.product)->pages().sizeOfItem(item.number)});
+    std::ranges::stable_sort(entries, {}, &Entry::key);
+    const auto repeated = std::ranges::unique(entries, {}, &Entry::key);
+    entries.erase(repeated.begin(), repeated.end());
+    return entries;
 }
 
 std::optional<std::uint32_t> ItemTexts::keyOfItem(const Item& item) const {
@@ -174,42 +190,21 @@ void ItemTexts::readProduct(std::uint32_t product) {
     }
 }
 
-ItemTexts::Said ItemTexts::read(std::uint32_t key) {
-    const auto item = itemOfKey(key);
-    if (!item)
+WordBits ItemTexts::passageOf(const Entry& entry) {
+    if (!entry.item)
         return {};
-    const std::uint32_t product = m_questions.productOf(key);
+    const std::uint32_t product = m_questions.productOf(entry.key);
     readProduct(product);
     m_finder.clear();
     const search::ProductPages& pages = pagesOf(product)->pages();
     if (const docimage::PageImage* const image = pages.image())
         static_cast<void>(image->anySearchedText(
-            *item, [&](std::string_view text) { return m_finder.look(text); }));
+            *entry.item, [&](std::string_view text) { return m_finder.look(text); }));
     else
-        docimage::anySearchedText(pages.item(*item), [&](const std::u16string& text) {
+        docimage::anySearchedText(pages.item(*entry.item), [&](const std::u16string& text) {
             return m_finder.look(docimage::toUnitBytes(text));
         });
-    return {.texts = m_finder.found(), .size = pages.sizeOfItem(*item)};
-}
-
-float ItemTexts::prominenceOf(std::uint32_t key) const {
-    const std::uint32_t product = m_questions.productOf(key);
-    const JoinedPages* const joined = pagesOf(product);
-    if (joined == nullptr)
-        return 0;
-    const auto& first = m_questions.firstKeys();
-    const auto name = docimage::fromUnitBytes(
-        docimage::lastComponent(m_index.lookup(product).key(key - first[product])));
-    const Lexicon& words = joined->pages().words();
-    std::size_t mentions = 0;
-    const std::string form = docimage::searchForm(name);
-    words.forEachWordWith({.letters = form, .isStart = true, .isEnd = true},
-                          [&](std::uint32_t word) { mentions = words.weightOf(word); });
-    const auto bearers = keysOf(m_questions.lastNames(), docimage::joinedParts(name));
-    const auto own = std::ranges::lower_bound(bearers, first[product + 1]) -
-                     std::ranges::lower_bound(bearers, first[product]);
-    return std::log10(1 + static_cast<float>(mentions) /
-                              static_cast<float>(std::max<std::ptrdiff_t>(own, 1)));
+    return m_finder.passage();
 }
 
 }  // namespace reference::ask

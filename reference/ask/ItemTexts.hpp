@@ -16,33 +16,32 @@ namespace reference::ask {
 // Products whose pages cannot be read have nothing. One thread.
 class ItemTexts {
   public:
-    // What one item says.
-    struct Said {
-        PassageFinder::Texts texts;
-        std::size_t size = 0;  // of the texts
-    };
-
     // The arguments must outlive the object.
     ItemTexts(const search::Snapshot& snapshot, StemKeys& stems);
 
-    // The names of the items whose texts have most of the stems.
-    [[nodiscard]] std::vector<std::uint32_t> likeliestKeys(std::size_t count);
+    // A name, and the item that documents it, if it has one of its own, unlike a property of a
+    // class.
+    struct Entry {
+        std::uint32_t key;
+        std::optional<std::uint32_t> item;
+        WordBits words;  // that the texts have anywhere
+        std::size_t size = 0;
+    };
+    // The items of these names, and those whose texts have most of the stems, as far as they have a
+    // name; each name once, in order. Consumes names in order.
+    [[nodiscard]] std::vector<Entry> entriesOf(const std::vector<std::uint32_t>& names,
+                                               std::size_t likeliest);
 
-    // What the item that documents the name says; nothing where it has none of its own, as a
-    // property of a class.
-    [[nodiscard]] Said read(std::uint32_t key);
-
-    // How often the texts of its product mention the name, in powers of ten: what everybody uses is
-    // mentioned often. Names with the same last component share its mentions.
-    [[nodiscard]] float prominenceOf(std::uint32_t key) const;
+    // The words of the passage of the entry's texts that has most of them.
+    [[nodiscard]] WordBits passageOf(const Entry& entry);
 
   private:
     struct Item {
-        std::uint32_t product;
         std::uint32_t number;
         float score;
+        WordBits words;
+        std::uint32_t product;
     };
-    [[nodiscard]] std::vector<Item> likeliestItems(std::size_t count);
     [[nodiscard]] const search::JoinedPages* pagesOf(std::uint32_t product) const;
     [[nodiscard]] std::optional<std::uint32_t> keyOfItem(const Item& item) const;
     [[nodiscard]] std::optional<std::uint32_t> itemOfKey(std::uint32_t key) const;

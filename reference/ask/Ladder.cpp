@@ -20,12 +20,14 @@
 #include "reference/ask/NameReading.hpp"
 #include "reference/ask/WordReading.hpp"
 #include "reference/ask/hitData.hpp"
+#include "reference/ask/keyLists.hpp"
 #include "reference/ask/productRank.hpp"
 
 namespace reference::ask {
 
 using docimage::NameKind;
 using property::DeprecationStatus;
+using property::RefEntityType;
 using search::LookupIndex;
 using search::Snapshot;
 
@@ -35,6 +37,8 @@ namespace {
 constexpr std::size_t enough = 10;
 // As long as there are so few, guesses are added.
 constexpr std::size_t few = 5;
+// In words, a single letter is no alias.
+constexpr std::size_t shortestAlias = 2;
 // What the filters turned away is shown by so many examples.
 constexpr std::size_t mostTurnedAway = 5;
 
@@ -70,7 +74,8 @@ class Climb {
     //     hidden by the grammar of questions.
     //  2. The names that the question may mean: what code calls, the likeliest first, or the one
     //     term that is left of the question without products' names and words that say nothing.
-    //     a. The very name; any case; without its package.
+    //     a. The very name; any case; without its package. Where it begins with an alias ("pd"),
+    //        then with what the alias stands for in examples ("pandas").
     //     b. With a package that is wrong or not installed.
     //  3. All words are parts of one name.
     //  4. The name begins like it.
@@ -88,6 +93,8 @@ class Climb {
     void findWholeText(Candidates& candidates) const;
     void takeTerms();
     [[nodiscard]] bool namesProduct(const Term& term);
+    [[nodiscard]] bool namesProductByAlias(const std::u16string& word);
+    [[nodiscard]] std::set<std::uint32_t> productsOfModule(std::string_view name) const;
     [[nodiscard]] std::vector<Candidate> chooseFirst(const Candidates& candidates) const;
     [[nodiscard]] bool isConfirmed(std::uint32_t key) const;
     [[nodiscard]] bool isDeprecated(const Candidates& candidates, const Candidate& candidate) const;
@@ -118,7 +125,50 @@ bool Climb::namesProduct(const Term& term) {
             m_named[at] = true;
             isAny = true;
         }
-    return isAny;
+    return isAny || (term.components.size() == 1 && namesProductByAlias(term.components.front()));
+}
+
+// The products that document a module of this name (as bytes), or something in it; none for the
+// name of a class.
+std::set<std::uint32_t> Climb::productsOfModule(std::string_view name) const {
+    const docimage::QuestionIndex& questions = m_index.questions();
+    const std::string form = docimage::searchForm(docimage::fromUnitBytes(name));
+    LookupIndex::Proposals proposals;
+    m_index.proposeOfAll(NameKind::KeyWhole, docimage::nameHash(form), proposals);
+    m_index.proposeOfAll(NameKind::ClassWhole, docimage::nameHash(form), proposals);
+    std::set<std::uint32_t> products;
+    for (const auto& proposal : proposals) {
+        const std::string_view key = m_index.lookup(proposal.product).key(proposal.number);
+        if (!key.starts_with(name) || (key.size() > name.size() && key[name.size()] != '.'))
+            continue;
+        const std::uint32_t number = questions.firstKeys()[proposal.product] + proposal.number;
+        if (key.size() == name.size() &&
+            (questions.facts(number).types & docimage::typeBit(RefEntityType::Class)) != 0)
+            return {};
+        products.insert(proposal.product);
+    }
+    return products;
+}
+
+// An alias stands for the likeliest of its modules that is documented. A word that is a part of
+// names of that product, too, is not taken for an alias, nor is a variable of some class.
+bool Climb::namesProductByAlias(const std::u16string& word) {
+    const docimage::QuestionIndex& questions = m_index.questions();
+    const std::string form = docimage::searchForm(word);
+    if (word.size() < shortestAlias || docimage::isStopWord(form))
+        return false;
+    for (const std::string_view name : questions.namesOfAlias(docimage::toUnitBytes(word))) {
+        auto products = productsOfModule(name);
+        if (products.empty())
+            continue;
+        for (const auto* lexicon : {&questions.lastParts(), &questions.outerParts()})
+            for (const std::uint32_t key : keysOf(*lexicon, form))
+                products.erase(questions.productOf(key));
+        for (const std::uint32_t product : products)
+            m_named[product] = true;
+        return !products.empty();
+    }
+    return false;
 }
 
 bool isStopWord(const Term& term) {
@@ -151,6 +201,11 @@ void Climb::takeTerms() {
     if (m_names.empty())
         m_names = without;
     m_words = std::move(without);
+    // Beside other words, "np.linspace" is the word after the alias.
+    if (m_words.size() > 1)
+        for (Term& term : m_words)
+            if (term.components.size() > 1 && namesProductByAlias(term.components.front()))
+                term.components.erase(term.components.begin());
 }
 
 void Climb::findWholeText(Candidates& candidates) const {

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <string_view>
 #include <utility>
 
@@ -16,9 +17,6 @@ using docimage::typeBit;
 using property::RefEntityType;
 
 namespace {
-
-// Names and items that are looked at closely.
-constexpr std::size_t mostLikely = 16;
 
 // A component that begins with one underscore is not for others to use.
 bool isPrivate(std::string_view name) noexcept {
@@ -46,58 +44,76 @@ MeaningReading::MeaningReading(const search::Snapshot& snapshot,
       m_questions(m_index.questions()),
       m_change(change),
       m_candidates(candidates),
-      m_stems(m_index, stems, share::weak),
+      m_stems(m_index, stems),
       m_texts(snapshot, m_stems) {}
 
-float MeaningReading::nearnessOf(std::uint32_t key, const StemKeys::Places& places,
-                                 const ItemTexts::Said& said) {
+// A word that stands in several places counts by the one that says most. A long text says less of
+// each of its words.
+float MeaningReading::countOf(std::uint64_t stem, const StemKeys::Places& places,
+                              const Texts& texts) {
+    const auto has = [stem](std::uint64_t stems) { return (stems & stem) != 0; };
+    const float twice = has(places.last & places.purpose) ? share::twice : 0;
+    if (has(places.last))
+        return share::last + twice;
+    if (has(places.purpose))
+        return share::purpose;
+    if (has(places.outer))
+        return share::outer;
+    if (has(places.synonym))
+        return share::synonym;
+    if (has(places.compound))
+        return share::compound;
     constexpr float usualSize = 2000;
     const float length =
-        1 + share::forLength * std::log2(1 + static_cast<float>(said.size) / usualSize);
-    const auto& [text, passage] = said.texts;
+        1 + share::forLength * std::log2(1 + static_cast<float>(texts.size) / usualSize);
+    if (has(texts.passage.words))
+        return share::passage / length;
+    if (has(texts.passage.synonyms))
+        return share::passage * share::textSynonym / length;
+    if (has(texts.all.words))
+        return share::text / length;
+    return has(texts.all.synonyms) ? share::text * share::textSynonym / length : 0;
+}
+
+// What a name keeps, whatever is asked: who asks in words looks for what everybody uses, and for
+// what can be called more often than for a value or a term.
+float MeaningReading::likelihoodOf(std::uint32_t key) const {
+    constexpr std::uint32_t callable =
+        typeBit(RefEntityType::Function) | typeBit(RefEntityType::Class) |
+        typeBit(RefEntityType::Method) | typeBit(RefEntityType::Constructor) |
+        typeBit(RefEntityType::Command);
+    const KeyFacts& facts = m_questions.facts(key);
+    float likelihood =
+        1 /
+        (1 + share::forDepth * std::max(static_cast<float>(facts.depth) - share::usualDepth, 0.0F));
+    if ((facts.types & typeBit(RefEntityType::Class)) != 0)
+        likelihood *= share::forClass;
+    if ((facts.types & callable) == 0)
+        likelihood *=
+            facts.types == typeBit(RefEntityType::Package) ? share::forPackage : share::forOther;
+    return isPrivate(m_candidates.textOf(key)) ? likelihood * share::forPrivate : likelihood;
+}
+
+float MeaningReading::nearnessOf(std::uint32_t key, const StemKeys::Places& places,
+                                 const Texts& texts) {
     float all = 0;
     float found = 0;
-    std::uint64_t bit = 1;
+    std::uint64_t stem = 1;
     for (const float weight : m_stems.weightsIn(m_candidates.productOf(key))) {
-        const auto has = [bit](std::uint64_t bits) { return (bits & bit) != 0; };
-        float counts = 0;
-        if (has(places.last))
-            counts = share::last;
-        else if (has(places.purpose))
-            counts = share::purpose;
-        else if (has(places.outer))
-            counts = share::outer;
-        else if (has(places.synonym))
-            counts = share::synonym;
-        else if (has(passage.words))
-            counts = share::passage / length;
-        else if (has(passage.synonyms))
-            counts = share::passage * share::textSynonym / length;
-        else if (has(text.words))
-            counts = share::text / length;
-        else if (has(text.synonyms))
-            counts = share::text * share::textSynonym / length;
-        if (has(places.last & places.purpose))
-            counts += share::twice;
         all += weight;
-        found += weight * counts;
-        bit <<= 1U;
+        found += weight * countOf(stem, places, texts);
+        stem <<= 1U;
     }
     if (all == 0)
         return 0;
-
     const KeyFacts& facts = m_questions.facts(key);
     const auto left = [](std::uint8_t size, std::uint64_t covered) {
         return static_cast<float>(std::max(int{size} - std::popcount(covered), 0));
     };
-    constexpr float longPurpose = 12;
-    const float rest = left(facts.lastParts, places.last) +
-                       std::min(left(facts.purposeWords, places.purpose), longPurpose) / 2;
-    float nearness = found / all / (1 + share::forRest * rest);
-    if ((facts.types & callable) == 0)
-        nearness *=
-            facts.types == typeBit(RefEntityType::Package) ? share::forPackage : share::forOther;
-    return isPrivate(m_candidates.textOf(key)) ? nearness * share::forPrivate : nearness;
+    const float rest = share::forNameRest * left(facts.lastParts, places.last) +
+                       share::forPurposeRest *
+                           std::min(left(facts.purposeWords, places.purpose), share::longPurpose);
+    return std::pow(found / all, share::forMissing) / (1 + rest) * likelihoodOf(key);
 }
 
 // The share of the words, by their weight.
@@ -128,40 +144,62 @@ void MeaningReading::findWords(bool isPurposeWanted) {
             add(key, Rung::Words, nearnessOf(key, m_stems.placesOf(key), {}));
 }
 
-// The names that have most of the words by what the indexes say, and those of the items whose texts
-// do, are looked at closely: words that are scattered over a long page say little together.
+// The names that have most of the words by what the indexes say, and the items whose texts do, are
+// looked at closely: words that are scattered over a long page say little together. The best that a
+// name can be is known from the index: all words of its texts may stand together. Those that can be
+// best are read first, and what cannot come near the best is not read at all.
 void MeaningReading::findTexts(bool alsoMostWords) {
     if (m_stems.stems().empty())
         return;
-    constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::outer};
-    const auto isFound = [this](std::uint32_t key) { return m_candidates.has(key); };
-    std::vector<std::uint32_t> keys;
-    for (const auto& name : m_stems.likeliest(mostLikely, shares, isFound))
-        keys.push_back(name.key);
-    for (const std::uint32_t key : m_texts.likeliestKeys(mostLikely))
-        if (!isFound(key))
-            keys.push_back(key);
-    // In order, so that each product is read once.
-    std::ranges::sort(keys);
-    keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+    constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::compound,
+                                 share::outer};
+    std::vector<std::uint32_t> names;
+    for (const auto& name : m_stems.likeliest(share::mostLikely, shares, [this](std::uint32_t key) {
+             return m_candidates.has(key);
+         }))
+        names.push_back(name.key);
+    std::ranges::sort(names);
 
-    std::vector<std::pair<float, std::uint32_t>> likely;
-    for (const std::uint32_t key : keys) {
-        const auto places = m_stems.placesOf(key);
-        const auto said = m_texts.read(key);
-        const float nearness =
-            nearnessOf(key, places, said) * (1 + share::forMention * m_texts.prominenceOf(key));
-        if ((said.texts.passage.words & m_stems.required()) == m_stems.required())
-            add(key, Rung::Text, nearness);
-        else if (alsoMostWords && shareOf(key, places.any() | said.texts.all.any()) >= share::least)
-            likely.emplace_back(nearness, key);
+    struct Likely {
+        ItemTexts::Entry entry;
+        StemKeys::Places places;
+        float nearness;
+    };
+    std::vector<Likely> likely;
+    for (auto& entry : m_texts.entriesOf(names, share::mostLikely)) {
+        if (m_candidates.has(entry.key))
+            continue;
+        const auto places = m_stems.placesOf(entry.key);
+        const Texts texts{.all = entry.words, .passage = entry.words, .size = entry.size};
+        likely.push_back(
+            {.entry = entry, .places = places, .nearness = nearnessOf(entry.key, places, texts)});
     }
-    if (likely.empty())
-        return;
-    const float best = std::ranges::max_element(likely)->first;
-    for (const auto& [nearness, key] : likely)
-        if (nearness >= best * share::ofBest)
-            add(key, Rung::MostWords, nearness);
+    std::ranges::stable_sort(likely, std::greater(), &Likely::nearness);
+    float best = 0;
+    std::size_t read = 0;
+    for (Likely& one : likely) {
+        if (one.nearness < best * share::ofBest)
+            break;  // nor can those after it come near
+        Texts texts{.all = one.entry.words, .passage = {}, .size = one.entry.size};
+        if ((one.entry.words.any() & ~one.places.any()) != 0) {
+            if (read++ < share::mostRead)
+                texts.passage = m_texts.passageOf(one.entry);
+            one.nearness = nearnessOf(one.entry.key, one.places, texts);
+        }
+        best = std::max(best, one.nearness);
+    }
+    for (const Likely& one : likely) {
+        const std::uint32_t key = one.entry.key;
+        const StemKeys::Places& places = one.places;
+        const std::uint64_t said =
+            places.last | places.purpose | places.outer | one.entry.words.words;
+        const bool isAll = (said & m_stems.required()) == m_stems.required();
+        if (isAll && (!alsoMostWords || one.nearness >= best * share::asText))
+            add(key, Rung::Text, one.nearness);
+        else if (alsoMostWords && one.nearness >= best * share::ofBest &&
+                 shareOf(key, places.any() | one.entry.words.any()) >= share::least)
+            add(key, Rung::MostWords, one.nearness);
+    }
 }
 
 }  // namespace reference::ask

@@ -2,6 +2,7 @@
 // it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -30,8 +31,17 @@ class MeaningReading {
     void findTexts(bool alsoMostWords);
 
   private:
+    // What the texts of a name have.
+    struct Texts {
+        WordBits all;
+        WordBits passage;
+        std::size_t size = 0;
+    };
+    [[nodiscard]] static float countOf(std::uint64_t stem, const StemKeys::Places& places,
+                                       const Texts& texts);
+    [[nodiscard]] float likelihoodOf(std::uint32_t key) const;
     [[nodiscard]] float nearnessOf(std::uint32_t key, const StemKeys::Places& places,
-                                   const ItemTexts::Said& said);
+                                   const Texts& texts);
     [[nodiscard]] float shareOf(std::uint32_t key, std::uint64_t words);
     void add(std::uint32_t key, Rung rung, float nearness);
 

@@ -28,6 +28,12 @@ std::u16string joinedByDots(const std::vector<std::u16string>& components) {
     return text;
 }
 
+// A capital letter asks for its case; without one, any case is as good, but the same one goes
+// first.
+bool isOtherCase(std::string_view name, std::string_view typed) {
+    return !name.ends_with(typed);
+}
+
 }  // namespace
 
 std::vector<std::string_view> componentsOf(std::string_view form) {
@@ -51,14 +57,40 @@ NameReading::NameReading(const LookupIndex& index, const Term& name, std::size_t
       m_hints(name.hints),
       m_candidates(candidates),
       m_call(static_cast<std::uint8_t>(std::min<std::size_t>(call, UINT8_MAX))),
-      m_text(joinedByDots(m_components)),
-      m_bytes(docimage::toUnitBytes(m_text)),
-      m_form(docimage::searchForm(m_text)),
+      m_wordings{wordingOf(m_components, 0)},
       m_lastParts(docimage::joinedParts(m_components.back())),
-      m_hasCapitals(m_form != m_bytes) {
-    m_forms.reserve(m_components.size());
-    for (const auto& component : m_components)
-        m_forms.push_back(docimage::searchForm(component));
+      m_hasCapitals(m_wordings.front().form != m_wordings.front().bytes) {
+    addAliases();
+}
+
+NameReading::Wording NameReading::wordingOf(std::vector<std::u16string> components,
+                                            std::uint32_t change) {
+    const std::u16string text = joinedByDots(components);
+    Wording wording{.components = std::move(components),
+                    .bytes = docimage::toUnitBytes(text),
+                    .form = docimage::searchForm(text),
+                    .forms = {},
+                    .change = change};
+    wording.forms.reserve(wording.components.size());
+    for (const auto& component : wording.components)
+        wording.forms.push_back(docimage::searchForm(component));
+    return wording;
+}
+
+// What code calls on a result does not begin with an alias.
+void NameReading::addAliases() {
+    if (m_hints > 0)
+        return;
+    const std::string alias = docimage::toUnitBytes(m_components.front());
+    for (const std::string_view name : m_questions.namesOfAlias(alias)) {
+        std::vector<std::u16string> components;
+        for (const std::string_view component : componentsOf(name))
+            components.push_back(docimage::fromUnitBytes(component));
+        components.insert(components.end(), m_components.begin() + 1, m_components.end());
+        m_wordings.push_back(
+            wordingOf(std::move(components),
+                      m_candidates.addChange(u"alias: " + docimage::fromUnitBytes(name))));
+    }
 }
 
 std::uint32_t NameReading::keyOf(const LookupIndex::Proposal& proposal) const {
@@ -70,49 +102,58 @@ void NameReading::propose(NameKind kind, std::string_view form,
     m_index.proposeOfAll(kind, docimage::nameHash(form), proposals);
 }
 
-// A capital letter asks for its case; without one, any case is as good, but the same one goes
-// first.
-bool NameReading::isOtherCase(std::string_view name) const {
-    return !name.ends_with(m_bytes);
+// A name that is documented as it was typed goes before one that an alias leads to, and a whole
+// name before the end of one, by which wording ever.
+void NameReading::findName() {
+    if (m_wordings.size() == 1)
+        return findName(0, Part::Any);
+    for (const Part part : {Part::Whole, Part::End})
+        for (std::size_t wording = 0; wording < m_wordings.size(); ++wording)
+            findName(wording, part);
 }
 
-void NameReading::findName() {
+void NameReading::findName(std::size_t wording, Part part) {
+    const auto& [components, bytes, wanted, forms, change] = m_wordings[wording];
     LookupIndex::Proposals proposals;
-    const bool isQualified = docimage::hasTwoComponents(m_form);
+    const bool isQualified = docimage::hasTwoComponents(wanted);
     propose(isQualified ? NameKind::KeyLastTwo : NameKind::KeyLast,
-            isQualified ? docimage::lastTwoComponents(m_form) : std::string_view(m_form),
+            isQualified ? docimage::lastTwoComponents(wanted) : std::string_view(wanted),
             proposals);
     for (const auto& proposal : proposals) {
         const std::string_view name = m_index.lookup(proposal.product).key(proposal.number);
         const std::string form = docimage::searchForm(docimage::fromUnitBytes(name));
-        if (!form.ends_with(m_form))
+        const bool isWhole = form.size() == wanted.size();
+        if (!form.ends_with(wanted) || (part != Part::Any && isWhole != (part == Part::Whole)))
             continue;
         Rung rung = Rung::WithoutPackage;
-        if (form.size() == m_form.size())
-            rung = name == m_bytes ? Rung::Name : Rung::AnyCase;
-        else if (docimage::componentBoundaries.find(form[form.size() - m_form.size() - 1]) ==
+        if (isWhole)
+            rung = name == bytes ? Rung::Name : Rung::AnyCase;
+        else if (docimage::componentBoundaries.find(form[form.size() - wanted.size() - 1]) ==
                  std::string_view::npos)
             continue;
         m_candidates.add({.key = keyOf(proposal),
                           .call = m_call,
                           .rung = rung,
-                          .isOtherCase = isOtherCase(name)});
+                          .isOtherCase = isOtherCase(name, bytes),
+                          .distance = static_cast<std::uint32_t>(wording),
+                          .change = change});
     }
 }
 
 // Typed components are looked for from the last to the first, each before the one that was found:
 // others may stand between them.
-NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips) const {
-    const std::string form =
-        docimage::searchForm(docimage::fromUnitBytes(m_candidates.textOf(key)));
-    const auto components = componentsOf(form);
+NameReading::Fit NameReading::fitWording(std::size_t number, std::uint32_t key,
+                                         const std::vector<std::string_view>& components,
+                                         std::uint32_t slips) const {
+    const Wording& wording = m_wordings[number];
+    const auto& forms = wording.forms;
     std::size_t left = components.size() - 1;
-    Fit fit;
-    for (std::size_t typed = m_forms.size() - 1; typed-- > 0;) {
-        const std::uint32_t allowed = std::min(slips, admittedSlips(m_forms[typed].size()));
+    Fit fit{.wording = number};
+    for (std::size_t typed = forms.size() - 1; typed-- > 0;) {
+        const std::uint32_t allowed = std::min(slips, admittedSlips(forms[typed].size()));
         std::size_t at = left;
-        while (at > 0 && components[at - 1] != m_forms[typed] &&
-               slipsBetween(components[at - 1], m_forms[typed], allowed) > allowed)
+        while (at > 0 && components[at - 1] != forms[typed] &&
+               slipsBetween(components[at - 1], forms[typed], allowed) > allowed)
             --at;
         if (at > 0) {
             left = at - 1;
@@ -120,7 +161,7 @@ NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips)
         }
         // A product may be named by its own name instead of that of its package.
         const auto& product = m_index.products()[m_candidates.productOf(key)].name;
-        if (typed == 0 && docimage::searchForm(product) == m_forms[0])
+        if (typed == 0 && docimage::searchForm(product) == forms[0])
             continue;
         if (typed < m_hints) {
             ++fit.missingHints;
@@ -128,9 +169,25 @@ NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips)
         }
         ++fit.missing;
         fit.missingText =
-            m_components[typed] + (fit.missingText.empty() ? u"" : u".") + fit.missingText;
+            wording.components[typed] + (fit.missingText.empty() ? u"" : u".") + fit.missingText;
     }
     return fit;
+}
+
+// By the first wording that fits; how far a name is from the question is counted in what was typed.
+NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips) const {
+    const std::string form =
+        docimage::searchForm(docimage::fromUnitBytes(m_candidates.textOf(key)));
+    const auto components = componentsOf(form);
+    const Fit typed = fitWording(0, key, components, slips);
+    if (typed.missing == 0)
+        return typed;
+    for (std::size_t number = 1; number < m_wordings.size(); ++number) {
+        const Fit fit = fitWording(number, key, components, slips);
+        if (fit.missing == 0)
+            return fit;
+    }
+    return typed;
 }
 
 bool NameReading::isInstalled(std::string_view package) const {
@@ -145,16 +202,27 @@ bool NameReading::isInstalled(std::string_view package) const {
 
 std::u16string NameReading::withoutPackage(const std::u16string& missing) const {
     const bool isFirst = m_hints == 0 && missing.starts_with(m_components.front());
-    if (isFirst && !isInstalled(m_forms.front()))
+    if (!isFirst || isInstalled(m_wordings.front().forms.front()))
+        return u"without " + missing;
+    if (m_wordings.size() == 1)
         return u"without " + missing + u", which is not installed";
-    return u"without " + missing;
+    // The likeliest name of an alias says more than the alias.
+    const Wording& meant = m_wordings[1];
+    const std::size_t count = meant.components.size() + 1 - m_components.size();
+    const std::u16string name =
+        joinedByDots({meant.components.begin(),
+                      meant.components.begin() + static_cast<std::ptrdiff_t>(count)}) +
+        missing.substr(m_components.front().size());
+    return u"without " + name +
+           (isInstalled(meant.forms.front()) ? u"" : u", which is not installed");
 }
 
 void NameReading::findInOtherPackage() {
     if (m_components.size() < 2)
         return;
     LookupIndex::Proposals proposals;
-    propose(NameKind::KeyLast, m_forms.back(), proposals);
+    const std::string& last = m_wordings.front().forms.back();
+    propose(NameKind::KeyLast, last, proposals);
     std::vector<std::pair<std::u16string, std::uint32_t>> changes;
     const auto changeFor = [&](const std::u16string& missing) {
         const auto known =
@@ -170,7 +238,7 @@ void NameReading::findInOtherPackage() {
             continue;
         const std::string_view name = m_candidates.textOf(key);
         const std::string form = docimage::searchForm(docimage::fromUnitBytes(name));
-        if (docimage::lastComponent(form) != m_forms.back())
+        if (docimage::lastComponent(form) != last)
             continue;
         const Fit fit = fitPackage(key, 0);
         const bool isMisspelt = fit.missing > 0 && fitPackage(key, admittedInPackage).missing == 0;
@@ -183,11 +251,13 @@ void NameReading::findInOtherPackage() {
                  .isOtherCase = isOther,
                  .change = m_candidates.addChange(u"spelling: " + docimage::fromUnitBytes(name))});
         else if (fit.missing == 0)
-            m_candidates.add({.key = key,
-                              .call = m_call,
-                              .rung = Rung::WithoutPackage,
-                              .isOtherCase = isOther,
-                              .distance = static_cast<std::uint32_t>(fit.missingHints)});
+            m_candidates.add(
+                {.key = key,
+                 .call = m_call,
+                 .rung = Rung::WithoutPackage,
+                 .isOtherCase = isOther,
+                 .distance = static_cast<std::uint32_t>(fit.missingHints + fit.wording),
+                 .change = m_wordings[fit.wording].change});
         else
             m_candidates.add({.key = key,
                               .call = m_call,
@@ -206,8 +276,10 @@ void NameReading::findBeginning() {
             if (lexicon.word(word).size() == m_lastParts.size())
                 return;
             lexicon.forEachTextWith(word, [&](std::uint32_t key) {
-                if (m_candidates.has(key) ||
-                    (m_components.size() > 1 && fitPackage(key, 0).missing > 0))
+                if (m_candidates.has(key))
+                    return;
+                const Fit fit = m_components.size() > 1 ? fitPackage(key, 0) : Fit();
+                if (fit.missing > 0)
                     return;
                 const bool isOther =
                     m_hasCapitals &&
@@ -217,7 +289,8 @@ void NameReading::findBeginning() {
                                   .call = m_call,
                                   .rung = Rung::Beginning,
                                   .isOtherCase = isOther,
-                                  .distance = distance});
+                                  .distance = distance,
+                                  .change = m_wordings[fit.wording].change});
             });
         });
     };

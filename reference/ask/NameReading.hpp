@@ -30,19 +30,37 @@ class NameReading {
     void findSpelling();
 
   private:
-    // How the typed components before the last one fit those of a name.
+    // A name that is looked for: what was typed, or what it stands for where it begins with an
+    // alias.
+    struct Wording {
+        std::vector<std::u16string> components;
+        std::string bytes;
+        std::string form;                // its search form
+        std::vector<std::string> forms;  // those of the components
+        std::uint32_t change;
+    };
+    // How the components before the last one fit those of a name.
     struct Fit {
         std::size_t missing = 0;  // typed, and not in the name
         std::u16string missingText;
         std::size_t missingHints = 0;
+        std::size_t wording = 0;  // which one fits
     };
+    enum class Part { Whole, End, Any };
+
+    [[nodiscard]] static Wording wordingOf(std::vector<std::u16string> components,
+                                           std::uint32_t change);
+    void addAliases();
+    void findName(std::size_t wording, Part part);
     [[nodiscard]] Fit fitPackage(std::uint32_t key, std::uint32_t slips) const;
+    [[nodiscard]] Fit fitWording(std::size_t number, std::uint32_t key,
+                                 const std::vector<std::string_view>& components,
+                                 std::uint32_t slips) const;
     [[nodiscard]] std::u16string withoutPackage(const std::u16string& missing) const;
     [[nodiscard]] bool isInstalled(std::string_view package) const;
     void propose(docimage::NameKind kind, std::string_view form,
                  search::LookupIndex::Proposals& proposals) const;
     [[nodiscard]] std::uint32_t keyOf(const search::LookupIndex::Proposal& proposal) const;
-    [[nodiscard]] bool isOtherCase(std::string_view name) const;
 
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
@@ -50,11 +68,8 @@ class NameReading {
     const std::size_t m_hints;
     Candidates& m_candidates;
     std::uint8_t m_call;
-    std::u16string m_text;
-    std::string m_bytes;               // of the text
-    std::string m_form;                // its search form
-    std::vector<std::string> m_forms;  // those of the components
-    std::string m_lastParts;           // the parts of the last component in a row
+    std::vector<Wording> m_wordings;  // what was typed is the first
+    std::string m_lastParts;          // the parts of the last component in a row
     bool m_hasCapitals = false;
 };
 

@@ -9,6 +9,7 @@
 #include "docimage/Lexicon.hpp"
 #include "reference/ask/Likeliest.hpp"
 #include "reference/ask/keyLists.hpp"
+#include "reference/ask/shares.hpp"
 #include "reference/ask/thesaurus.hpp"
 
 namespace reference::ask {
@@ -16,9 +17,6 @@ namespace reference::ask {
 using docimage::Lexicon;
 
 namespace {
-
-// A word that so few names have is as rare as one that a single name has.
-constexpr float rare = 28;
 
 // Stems of words that most questions could have, whatever they ask for.
 constexpr std::string_view weakStems[] = {
@@ -83,9 +81,8 @@ class NameBlock {
 
 }  // namespace
 
-StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string> stems,
-                   float weakShare)
-    : m_index(index), m_questions(index.questions()), m_weakShare(weakShare) {
+StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string> stems)
+    : m_index(index), m_questions(index.questions()) {
     for (const auto& text : stems.first(std::min(stems.size(), most))) {
         Stem stem{.text = text, .isWeak = isWeakStem(text)};
         const auto synonyms = synonymsOf(text);
@@ -106,7 +103,47 @@ std::vector<std::string_view> StemKeys::partsOf(std::string_view stem) const {
     return parts;
 }
 
-StemKeys::Keys StemKeys::find(const Stem& stem, Field field) const {
+// What can stand beside another word in a compound: a word that purposes have, or one that says
+// nothing, such as "is" or "by".
+bool StemKeys::isWord(std::string_view text) {
+    constexpr std::size_t shortest = 3;
+    if (docimage::isStopWord(text))
+        return true;
+    return text.size() >= shortest && !keysOf(m_questions.purposes(), m_stemmer.stem(text)).empty();
+}
+
+std::vector<std::string_view> StemKeys::compoundsOf(std::string_view stem) {
+    // Shorter ones stand in too many words by chance.
+    constexpr std::size_t shortestPart = 4;
+    const docimage::TextTable& parts = m_questions.partWords();
+    const auto byEnds = m_questions.partsByEnds();
+    std::vector<std::string_view> compounds;
+    for (const std::string_view part : partsOf(stem)) {
+        if (part.size() < shortestPart)
+            continue;
+        for (std::size_t at = parts.lowerBound(part); at < parts.size(); ++at) {
+            const std::string_view text = parts[at];
+            if (!text.starts_with(part))
+                break;
+            if (text.size() > part.size() && isWord(text.substr(part.size())))
+                compounds.push_back(text);
+        }
+        const auto endsBefore = [&parts](std::uint32_t number, std::string_view end) {
+            const std::string_view text = parts[number];
+            return std::lexicographical_compare(text.rbegin(), text.rend(), end.rbegin(),
+                                                end.rend());
+        };
+        for (auto at = std::lower_bound(byEnds.begin(), byEnds.end(), part, endsBefore);
+             at != byEnds.end() && parts[*at].ends_with(part); ++at) {
+            const std::string_view text = parts[*at];
+            if (text.size() > part.size() && isWord(text.substr(0, text.size() - part.size())))
+                compounds.push_back(text);
+        }
+    }
+    return compounds;
+}
+
+StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
     Keys keys;
     bool isOne = true;
     const auto add = [&](const Lexicon& lexicon, std::string_view word) {
@@ -132,6 +169,10 @@ StemKeys::Keys StemKeys::find(const Stem& stem, Field field) const {
                 add(m_questions.purposes(), synonym);
                 addParts(m_questions.lastParts(), synonym);
             }
+            break;
+        case Field::Compound:
+            for (const auto part : compoundsOf(stem.text))
+                add(m_questions.lastParts(), part);
             break;
         case Field::Outer:
             addParts(m_questions.outerParts(), stem.text);
@@ -163,6 +204,7 @@ StemKeys::Places StemKeys::placesOf(std::uint32_t key) {
         mark(Field::Last, places.last);
         mark(Field::Purpose, places.purpose);
         mark(Field::Synonym, places.synonym);
+        mark(Field::Compound, places.compound);
         mark(Field::Outer, places.outer);
     }
     return places;
@@ -224,9 +266,9 @@ void StemKeys::weigh() {
         const auto names = static_cast<float>(first[product + 1] - first[product]);
         for (std::size_t stem = 0; stem < m_stems.size(); ++stem) {
             float& weight = m_weights[product * m_stems.size() + stem];
-            weight = std::log(1 + names / (rare + weight));
+            weight = std::log(1 + names / (share::rare + weight));
             if (m_stems[stem].isWeak)
-                weight *= m_weakShare;
+                weight *= share::weak;
         }
     }
 }

@@ -11,13 +11,17 @@
 #include <string_view>
 #include <vector>
 
+#include "docimage/Stemmer.hpp"
 #include "reference/search/LookupIndex.hpp"
 
 namespace reference::ask {
 
-// Where a name has a word, from the field that says most. A synonym stands in any of the others.
-enum class Field : std::uint8_t { Last, Purpose, Synonym, Outer };
-inline constexpr Field fields[] = {Field::Last, Field::Purpose, Field::Synonym, Field::Outer};
+// Where a name has a word, from the field that says most: in its last component; in its purpose; by
+// a synonym, in either; at an end of a part of its last component, as "isprime" has "prime"; in the
+// components before the last.
+enum class Field : std::uint8_t { Last, Purpose, Synonym, Compound, Outer };
+inline constexpr Field fields[] = {Field::Last, Field::Purpose, Field::Synonym, Field::Compound,
+                                   Field::Outer};
 
 // What a word that stands in a field counts, by field.
 using FieldShares = std::array<float, std::size(fields)>;
@@ -41,16 +45,16 @@ class StemKeys {
         std::uint64_t last = 0;
         std::uint64_t purpose = 0;
         std::uint64_t synonym = 0;
+        std::uint64_t compound = 0;
         std::uint64_t outer = 0;
 
         [[nodiscard]] std::uint64_t any() const noexcept {
-            return last | purpose | synonym | outer;
+            return last | purpose | synonym | compound | outer;
         }
     };
 
-    // `weakShare`: what a weak word counts of what another as rare would. The index must outlive
-    // the object.
-    StemKeys(const search::LookupIndex& index, std::span<const std::string> stems, float weakShare);
+    // The index must outlive the object.
+    StemKeys(const search::LookupIndex& index, std::span<const std::string> stems);
 
     [[nodiscard]] const std::vector<Stem>& stems() const noexcept { return m_stems; }
     // The stems that must be found, by their bits: the others are weak, unless all are.
@@ -82,12 +86,15 @@ class StemKeys {
   private:
     // The parts of names that have the stem.
     [[nodiscard]] std::vector<std::string_view> partsOf(std::string_view stem) const;
-    [[nodiscard]] Keys find(const Stem& stem, Field field) const;
+    // Parts of names that are made of one that has the stem and another word.
+    [[nodiscard]] std::vector<std::string_view> compoundsOf(std::string_view stem);
+    [[nodiscard]] bool isWord(std::string_view text);
+    [[nodiscard]] Keys find(const Stem& stem, Field field);
     void weigh();
 
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
-    const float m_weakShare;
+    docimage::Stemmer m_stemmer;
     std::vector<Stem> m_stems;
     std::uint64_t m_required = 0;
     std::vector<std::array<std::optional<Keys>, std::size(fields)>> m_keys;  // by stem

@@ -52,7 +52,7 @@ void PassageFinder::addWord(std::string_view word, std::size_t number, bool isSy
 
 void PassageFinder::clear() noexcept {
     m_looked = 0;
-    m_texts = {};
+    m_passage = {};
     m_bestWeight = -1;
 }
 
@@ -72,7 +72,6 @@ bool PassageFinder::look(std::string_view text) {
         const std::string_view word = text.substr(begin, at - begin);
         if (const WordBits* const bits = bitsOf(word)) {
             m_found.push_back({.position = position, .bits = *bits});
-            m_texts.all.add(*bits);
         }
         ++position;
     }
@@ -118,7 +117,7 @@ void PassageFinder::takePassage(std::size_t first, std::size_t end) {
     }
     if (weight > m_bestWeight) {
         m_bestWeight = weight;
-        m_texts.passage = bits;
+        m_passage = bits;
     }
 }
 

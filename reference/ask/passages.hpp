@@ -33,12 +33,7 @@ class PassageFinder {
     // What stands within so many words is one passage: two or three sentences.
     static constexpr std::size_t passageLength = 40;
     // The bytes that are looked at. What a thing is for is said at the beginning.
-    static constexpr std::size_t longestText = 8192;
-
-    struct Texts {
-        WordBits all;
-        WordBits passage;  // the best one
-    };
+    static constexpr std::size_t longestText = 4096;
 
     // `weights`: what each word of the question counts; must outlive the object.
     explicit PassageFinder(std::span<const float> weights) : m_weights(weights) {}
@@ -52,8 +47,8 @@ class PassageFinder {
     // Looks at one more text; as bytes, see docimage/unitBytes.hpp. Returns whether no more texts
     // need to be shown.
     bool look(std::string_view text);
-    // What all texts have.
-    [[nodiscard]] const Texts& found() const noexcept { return m_texts; }
+    // What the best passage of all texts has.
+    [[nodiscard]] const WordBits& passage() const noexcept { return m_passage; }
 
   private:
     struct Found {
@@ -73,7 +68,7 @@ class PassageFinder {
     std::vector<Found> m_found;
     std::string m_form;
     std::size_t m_looked = 0;
-    Texts m_texts;
+    WordBits m_passage;
     float m_bestWeight = -1;
 };
 

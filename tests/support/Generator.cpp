@@ -128,6 +128,11 @@ docset::ProductDocumentation Generator::publishableProduct(const std::u16string&
         if (isUnicode && !entityName.empty() && !page.empty())
             product.entity(entityName, type(), page, purpose);
     }
+    for (std::size_t count = below(3); count > 0; --count)
+        product.alias(
+            pick<std::u16string>({u"x", u"ab", u"c"}),
+            pick<std::u16string>({u"a", u"a.ab", u"A.Fit", u"Shape", u"Shape.c", u"none"}),
+            static_cast<std::uint32_t>(1 + below(3)));
     return product.build();
 }
 

@@ -68,6 +68,12 @@ ProductBuilder& ProductBuilder::classWith(const std::u16string& name,
                           .classPropertyGroups = std::move(propertyGroups)}));
 }
 
+ProductBuilder& ProductBuilder::alias(const std::u16string& alias, const std::u16string& name,
+                                      std::uint32_t count) {
+    m_product.aliases[alias][name] = count;
+    return *this;
+}
+
 LibraryTest::LibraryTest() {
     DocResourceParser::setSource(m_source);
     ReferenceCacheManager::ClearLookupCaches();

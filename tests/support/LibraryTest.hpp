@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,6 +43,10 @@ class ProductBuilder {
     ProductBuilder& classWith(const std::u16string& name, const std::u16string& packageName,
                               const std::u16string& href, const std::vector<Group>& groups,
                               property::RefEntityType::Value type = property::RefEntityType::Class);
+
+    // What examples call a module or class, and how often.
+    ProductBuilder& alias(const std::u16string& alias, const std::u16string& name,
+                          std::uint32_t count = 1);
 
     [[nodiscard]] docset::ProductDocumentation build() const { return m_product; }
 

@@ -1,5 +1,6 @@
 #include "support/MemorySource.hpp"
 
+#include <memory>
 #include <utility>
 
 #include "docparser/DocParserException.hpp"
@@ -34,6 +35,15 @@ property::HeaderInfo MemorySource::headerOf(const Product& product) {
             header.version};
 }
 
+// Aliases are handed over as a part of an image alone.
+docparser::DocResource<property::RefItemLookup> MemorySource::lookupOf(const Product& product) {
+    const auto& documentation = product.documentation;
+    if (documentation.aliases.empty())
+        return {headerOf(product), documentation.entities};
+    return {headerOf(product), std::make_shared<const docimage::LookupImage>(
+                                   documentation.entities, documentation.aliases)};
+}
+
 docparser::ParsingResults MemorySource::getResourceLookupFiles() {
     ++m_lookupCalls;
     if (m_onLookupFiles)
@@ -41,8 +51,7 @@ docparser::ParsingResults MemorySource::getResourceLookupFiles() {
     docparser::ParsingResults results;
     for (const auto& [name, product] : m_products)
         (product.installed ? results.installed : results.uninstalled)
-            .emplace(name, docparser::DocResource<property::RefItemLookup>(
-                               headerOf(product), product.documentation.entities));
+            .emplace(name, lookupOf(product));
     return results;
 }
 

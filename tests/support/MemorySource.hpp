@@ -51,6 +51,8 @@ class MemorySource : public docparser::DocSource {
     };
 
     [[nodiscard]] static property::HeaderInfo headerOf(const Product& product);
+    [[nodiscard]] static docparser::DocResource<property::RefItemLookup> lookupOf(
+        const Product& product);
 
     // Constant while the source is in use.
     std::map<std::u16string, Product> m_products;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "vref/Documentation.hpp"
+#include "vref/Configuration.hpp"
 #include "vref/ExitStatus.hpp"
 #include "vref/Finding.hpp"
 #include "vref/Query.hpp"
@@ -15,10 +15,9 @@
 namespace reference::tools {
 
 // Prints the entries that a search finds, in order.
-ExitStatus find(const FindOptions& options, const DocumentationOptions& where);
+ExitStatus find(const FindOptions& options, const Configuration& configuration);
 
 struct ShowOptions {
-    DocumentationOptions documentation;
     // The name may be an href as well.
     QueryOptions query;
     // Which of the entries that are found, counted from 1.
@@ -27,37 +26,30 @@ struct ShowOptions {
 };
 
 // Prints one entry as a manual page.
-ExitStatus show(const ShowOptions& options);
+ExitStatus show(const ShowOptions& options, const Configuration& configuration);
 
-struct OpenOptions {
-    DocumentationOptions documentation;
-    // The name may be an href as well.
+// Opens the page of one entry in the browser; without a browser, prints the page's address. The
+// name may be an href as well.
+ExitStatus openPage(const QueryOptions& query, const Configuration& configuration);
+
+struct CompleteOptions {
+    // The name is the beginning of one; of the rest, the products and those that are preferred
+    // count.
     QueryOptions query;
-};
-
-// Opens the page of one entry in the browser; without a browser, prints the page's address.
-ExitStatus openPage(const OpenOptions& options);
-
-struct CompleteCommandOptions {
-    DocumentationOptions documentation;
-    std::string beginning;
-    std::vector<std::string> products;
-    std::vector<std::string> prefer;
     std::size_t limit = 20;
     bool json = false;
 };
 
 // Prints what names go on from a beginning: at a terminal as a table, else a line each, of the
 // text, the type and the purpose with tabs between them.
-ExitStatus complete(const CompleteCommandOptions& options);
+ExitStatus complete(const CompleteOptions& options, const Configuration& configuration);
 
 struct ProductsOptions {
-    DocumentationOptions documentation;
     bool json = false;
 };
 
 // Lists the products.
-ExitStatus products(const ProductsOptions& options);
+ExitStatus products(const ProductsOptions& options, const Configuration& configuration);
 
 struct ImportSphinxOptions {
     std::string source;
@@ -82,20 +74,26 @@ ExitStatus validate(const std::string& root);
 ExitStatus compile(const std::string& root);
 
 struct WarmOptions {
-    DocumentationOptions documentation;
     bool trace = false;  // also the records that tell when start-up begins and ends
     bool json = false;
 };
 
 // Performs the library's start-up and reports what it logged and loaded.
-ExitStatus warm(const WarmOptions& options);
+ExitStatus warm(const WarmOptions& options, const Configuration& configuration);
 
 struct WatchOptions {
-    DocumentationOptions documentation;
     bool json = false;
 };
 
 // Answers requests from the standard input stream, one per line, until the stream ends.
-ExitStatus watch(const WatchOptions& options);
+ExitStatus watch(const WatchOptions& options, const Configuration& configuration);
+
+struct ConfigOptions {
+    std::vector<std::string> prefer;
+    bool json = false;
+};
+
+// Prints what is in force, and where each value comes from.
+ExitStatus config(const ConfigOptions& options, const Configuration& configuration);
 
 }  // namespace reference::tools

@@ -70,19 +70,16 @@ void writeLines(std::ostream& out, const std::vector<Completion>& completions) {
 
 }  // namespace
 
-ExitStatus complete(const CompleteCommandOptions& options) {
-    const Documentation documentation(options.documentation);
+ExitStatus complete(const CompleteOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     ask::CompleteOptions wanted{.limit = options.limit};
-    for (const auto& text : options.products) {
+    for (const auto& text : options.query.products) {
         wanted.products.push_back(fromCommandLine(text));
         documentation.requireInstalled(wanted.products.back());
     }
-    for (const auto& text : options.prefer) {
-        wanted.preferredProducts.push_back(fromCommandLine(text));
-        documentation.requireInstalled(wanted.preferredProducts.back());
-    }
-    const auto completions = ask::complete(fromCommandLine(options.beginning), wanted);
-    const Terminal terminal = Terminal::ofStandardOutput();
+    wanted.preferredProducts = preferredProducts(options.query, documentation);
+    const auto completions = ask::complete(fromCommandLine(options.query.name), wanted);
+    const Terminal terminal = Terminal::ofStandardOutput(configuration.colours.value);
     if (options.json)
         writeJson(std::cout, completions);
     else if (terminal.isTerminal())

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdlib>
 #include <iostream>
+#include <iterator>
 #include <set>
-#include <string_view>
 #include <utility>
+
+#include <boost/algorithm/string/join.hpp>
 
 #include "docparser/DocParserException.hpp"
 #include "docparser/DocResourceParser.hpp"
@@ -15,7 +16,10 @@
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/log/basic_diagnostic_logger.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
+#include "vref/DisplayText.hpp"
+#include "vref/Environment.hpp"
 #include "vref/ExitStatus.hpp"
+#include "vref/LanguageChoice.hpp"
 
 namespace reference::tools {
 namespace {
@@ -32,37 +36,15 @@ std::shared_ptr<settings::core::Settings> setting(const char* name) {
 // Products that are left out are reported through the log, which is off unless somebody asks for
 // it. A user of the tool always wants to know.
 void showWarnings(const Reporter& report) {
-    const char* wanted = std::getenv("VELTRA_LOG");
-    if (wanted != nullptr && *wanted != '\0')
+    if (!environmentText("VELTRA_LOG").empty())
         return;
     setting(settings::in_veltra::logSetting)->setValue(std::string("docparser=4"));
     foundation::log::setLogSink(
         [report](const foundation::log::LogRecord& record) { report(std::string(record.text)); });
 }
 
-std::string folded(std::string_view locale) {
-    std::string text(locale);
-    std::ranges::transform(text, text.begin(), [](char letter) {
-        if (letter == '-')
-            return '_';
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return text;
-}
-
-// The set's locale that the user means, given by its name, however it is written, or by its
-// language alone ("ja").
-std::string chooseLocale(const std::string& wanted, const std::vector<std::u16string>& locales) {
-    std::string known;
-    for (const auto& name : locales) {
-        std::string locale = fl::i18n::toUtf8(name);
-        const std::string plain = folded(locale);
-        if (plain == folded(wanted) || plain.substr(0, plain.find('_')) == folded(wanted))
-            return locale;
-        known += (known.empty() ? "" : ", ") + locale;
-    }
-    throw UnusableError("There is no documentation in the language \"" + wanted +
-                        "\"; there is: " + known + ".");
+std::string inParentheses(const std::string& place) {
+    return place.empty() ? std::string() : " (" + printable(place) + ")";
 }
 
 }  // namespace
@@ -149,12 +131,12 @@ Documentation::Documentation(const DocumentationOptions& options, const Reporter
         setting(settings::in_veltra::docRootSetting)->setValue(options.docRoot);
     try {
         if (!options.language.empty())
-            setLanguage(options.language);
+            setLanguage(options.language, inParentheses(options.languagePlace));
         else
-            static_cast<void>(m_source->getSupportedDocLocales());
+            followLocale();
     } catch (const DocParserException& exception) {
-        throw UnusableError(std::string("There is no usable documentation set. ") +
-                            exception.what() +
+        throw UnusableError("There is no usable documentation set" +
+                            inParentheses(options.docRootPlace) + ". " + exception.what() +
                             "\nName one with --doc-root or VELTRA_DOC_ROOT; \"vref validate ROOT\" "
                             "tells what is wrong with it.");
     }
@@ -177,13 +159,37 @@ std::string Documentation::language() const {
     auto wanted = setting(settings::in_veltra::docLanguageSetting)->get<std::string>();
     if (!wanted.empty())
         return wanted;
-    const auto locales = m_source->getSupportedDocLocales();
-    return locales.empty() ? std::string() : fl::i18n::toUtf8(locales.front());
+    const auto locales = languages();
+    return locales.empty() ? std::string() : locales.front();
+}
+
+std::vector<std::string> Documentation::languages() const {
+    std::vector<std::string> locales;
+    std::ranges::transform(m_source->getSupportedDocLocales(), std::back_inserter(locales),
+                           [](const auto& name) { return fl::i18n::toUtf8(name); });
+    return locales;
 }
 
 void Documentation::setLanguage(const std::string& wanted) {
-    setting(settings::in_veltra::docLanguageSetting)
-        ->setValue(chooseLocale(wanted, m_source->getSupportedDocLocales()));
+    setLanguage(wanted, {});
+}
+
+void Documentation::setLanguage(const std::string& wanted, const std::string& place) {
+    const auto locales = languages();
+    const auto locale = localeMeant(wanted, locales);
+    if (!locale)
+        throw UnusableError("There is no documentation in the language \"" + wanted + "\"" + place +
+                            "; there is: " + boost::join(locales, ", ") + ".");
+    setting(settings::in_veltra::docLanguageSetting)->setValue(*locale);
+}
+
+void Documentation::followLocale() {
+    const auto locales = languages();
+    for (const LanguageWish& wish : languagesOfEnvironment())
+        if (const auto locale = localeMeant(wish.locale, locales)) {
+            setting(settings::in_veltra::docLanguageSetting)->setValue(*locale);
+            return;
+        }
 }
 
 std::vector<std::filesystem::path> Documentation::roots() const {
@@ -209,6 +215,12 @@ std::optional<PagePlace> Documentation::placeOf(const api::ReferenceData& result
     if (!source)
         return std::nullopt;
     return tools::placeOf(source->folder, fl::i18n::toUtf8(result.getRefItem().getHref()));
+}
+
+bool Documentation::isInstalled(const std::u16string& product) const {
+    return std::ranges::any_of(products(), [&](const docparser::ListedProduct& listed) {
+        return listed.installed && listed.shortName == product;
+    });
 }
 
 void Documentation::requireInstalled(const std::u16string& product) const {

@@ -15,11 +15,14 @@
 
 namespace reference::tools {
 
-// Which documentation the user wants to search. Empty texts leave the choice to the settings and
-// the environment.
+// Which documentation the user wants to search. An empty root leaves the choice to the settings and
+// the environment, an empty language to the locale of the process (see languagesOfEnvironment()).
 struct DocumentationOptions {
     std::string docRoot;
     std::string language;
+    // Where these stand in a file, for errors; empty where the user has just typed them.
+    std::string docRootPlace;
+    std::string languagePlace;
 };
 
 // Receives what the user should know: a sentence without the tool's name or a line end. UTF-8.
@@ -33,7 +36,9 @@ void reportToStandardError(const std::string& message);
 class Documentation {
   public:
     // Makes the library read what `options` say. Throws UnusableError when there is no readable
-    // documentation set, or none in the wanted language; the message lists the languages there are.
+    // documentation set, or none in the language that the options name; the message lists the
+    // languages there are. Languages that only the locale asks for are passed over where the set
+    // has none of them; it is then read in its first.
     // `report` is called on the thread that reads, while the library holds its locks.
     explicit Documentation(const DocumentationOptions& options,
                            const Reporter& report = &reportToStandardError);
@@ -50,8 +55,11 @@ class Documentation {
     // How often a reference file could not be read so far.
     [[nodiscard]] std::size_t unreadableFiles() const;
 
-    // The language that is asked for, or the set's first: "ja_JP".
+    // The language in force: "ja_JP".
     [[nodiscard]] std::string language() const;
+
+    // The languages that there are, the set's first at the front.
+    [[nodiscard]] std::vector<std::string> languages() const;
 
     // Changes the language for later requests. Throws UnusableError, and changes nothing, if that
     // language is not available.
@@ -70,12 +78,18 @@ class Documentation {
     // The file that a result's page is in, in the folder that its product was imported from.
     [[nodiscard]] std::optional<PagePlace> placeOf(const api::ReferenceData& result) const;
 
+    [[nodiscard]] bool isInstalled(const std::u16string& product) const;
+
     // Throws UnusableError if no installed product has this name.
     void requireInstalled(const std::u16string& product) const;
 
   private:
     class Reports;
     class ReportingSource;
+    // `place` is where the wish stands, for the error.
+    void setLanguage(const std::string& wanted, const std::string& place);
+    void followLocale();
+
     std::shared_ptr<Reports> m_reports;
     std::shared_ptr<ReportingSource> m_source;
 };

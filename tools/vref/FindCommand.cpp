@@ -2,15 +2,21 @@
 
 #include "vref/Commands.hpp"
 #include "vref/Finding.hpp"
+#include "vref/PageAddresses.hpp"
+#include "vref/Pager.hpp"
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
 
-ExitStatus find(const FindOptions& options, const DocumentationOptions& where) {
-    const Documentation documentation(where);
-    const Finding finding = findEntries(options, documentation);
-    writeResults(std::cout, Terminal::ofStandardOutput(), options, finding);
-    std::cout.flush();
+ExitStatus find(const FindOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
+    Finding finding = findEntries(options, documentation);
+    const auto terminal = Terminal::ofStandardOutput(configuration.colours.value);
+    if (terminal.hasLinks())
+        finding.addresses = PageAddresses(documentation).ofAll(finding.first());
+    PagedOutput output(terminal, configuration.pager.value);
+    writeResults(output.stream(), terminal, options, finding);
+    output.show();
     for (const auto& message : finding.messages)
         std::cerr << "vref: " << message << '\n';
     if (finding.lesson)

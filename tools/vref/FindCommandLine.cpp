@@ -19,6 +19,19 @@ Search searchOfOption(const std::string& name) {
                                                boost::join(searchNames(), ", ") + ".");
 }
 
+void addProductOptions(CLI::App& command, QueryOptions& options) {
+    command
+        .add_option("--product", options.products,
+                    "Only this product, by its short name; may be repeated")
+        ->type_name("PRODUCT")
+        ->allow_extra_args(false);
+    command
+        .add_option("--prefer", options.prefer,
+                    "Entries of this product before equal ones of others; may be repeated")
+        ->type_name("PRODUCT")
+        ->allow_extra_args(false);
+}
+
 }  // namespace
 
 void addQueryOptions(CLI::App& command, QueryOptions& options) {
@@ -27,11 +40,7 @@ void addQueryOptions(CLI::App& command, QueryOptions& options) {
                     "Only entities of this type, by name or number; may be repeated")
         ->type_name("TYPE")
         ->allow_extra_args(false);
-    command
-        .add_option("--product", options.products,
-                    "Only this product, by its short name; may be repeated")
-        ->type_name("PRODUCT")
-        ->allow_extra_args(false);
+    addProductOptions(command, options);
     command.add_flag("-i,--ignore-case", options.ignoreCase, "Upper and lower case are the same");
     command.add_flag("--ignore-package", options.ignorePackage,
                      "The name may lack its qualification: gaussian_kde for "
@@ -64,11 +73,6 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
         ->type_name("KEY[,KEY...]")
         ->allow_extra_args(false);
     command.add_flag("--explain", options.explain, "Tell which key put each entry before the next");
-    command
-        .add_option("--prefer", options.prefer,
-                    "Entries of this product before equal ones of others; may be repeated")
-        ->type_name("PRODUCT")
-        ->allow_extra_args(false);
     command.add_flag("--all", options.query.all,
                      "All that is found; without WORDS, everything of the given types and "
                      "products");
@@ -79,6 +83,16 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
         ->check(checkCount);
     command.add_flag("--long", options.hrefs, "Also show each entry's page");
     command.add_flag("--json", options.json, "Print the whole entries as a JSON array");
+}
+
+void addCompleteOptions(CLI::App& command, CompleteOptions& options) {
+    command.add_option("BEGINNING", options.query.name,
+                       "The beginning of a name, such as Data or DataFrame.gr");
+    addProductOptions(command, options.query);
+    command.add_option("--limit", options.limit, "At most this many (20)")
+        ->type_name("N")
+        ->check(checkCount);
+    command.add_flag("--json", options.json, "Print the list as a JSON array");
 }
 
 }  // namespace reference::tools

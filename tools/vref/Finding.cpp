@@ -33,7 +33,8 @@ Answer request(const FindOptions& options, const QueryOptions& query,
     api::ReferenceRequest request = toRequest(query, documentation);
     const auto caseSensitivity = request.getEntityCaseSensitivity();
     Ordering ordering = options.order.empty()
-                            ? Ordering::forPerson(request.getEntityText(), caseSensitivity)
+                            ? Ordering::forPerson(request.getEntityText(), caseSensitivity,
+                                                  preferredProducts(query, documentation))
                             : Ordering::parse(options.order, caseSensitivity);
     request.setRefRequestComparator(ordering.comparator());
     return {query, std::move(ordering), retrieve(query.search, request)};
@@ -113,10 +114,7 @@ ask::AskOptions askOptions(const FindOptions& options, const Documentation& docu
     asked.limit = options.query.all ? std::numeric_limits<std::size_t>::max() : usualLimit;
     if (options.limit)
         asked.limit = *options.limit;
-    for (const auto& name : options.prefer) {
-        asked.preferredProducts.push_back(fromCommandLine(name));
-        documentation.requireInstalled(asked.preferredProducts.back());
-    }
+    asked.preferredProducts = preferredProducts(options.query, documentation);
     std::ranges::transform(options.query.types, std::back_inserter(asked.types), toType);
     for (const auto& name : options.query.products) {
         asked.products.push_back(fromCommandLine(name));
@@ -244,7 +242,8 @@ void writeResults(std::ostream& out, const Terminal& terminal, const FindOptions
     writeList(out, terminal, finding.first(),
               {.hrefs = options.hrefs,
                .notes = finding.notes,
-               .headings = headingsOf(finding, options.explain)});
+               .headings = headingsOf(finding, options.explain),
+               .addresses = finding.addresses});
 }
 
 boost::json::array toJson(const Finding& finding) {

@@ -23,8 +23,6 @@ struct FindOptions {
     // Keys of the order (see Ordering::parse); if empty, Ordering::forPerson applies.
     std::vector<std::string> order;
     std::optional<std::size_t> limit;
-    // Products whose hits go first.
-    std::vector<std::string> prefer;
     bool json = false;
     bool hrefs = false;
     bool explain = false;
@@ -59,6 +57,8 @@ struct Finding {
     std::size_t shown = 0;
     // Why each of these stands before the next; empty unless the user asked for it.
     std::vector<std::string> notes;
+    // The addresses of the pages of those that are shown, as links; empty where there are none.
+    std::vector<std::string> addresses;
     // What else the user should know: sentences without a full stop. UTF-8.
     std::vector<std::string> messages;
     // If nothing was found: a search that finds something.

@@ -47,6 +47,9 @@ const property::ClassProperty* singleProperty(const RefItem& item) {
     return single.getPurpose() == item.getPurpose() ? &single : nullptr;
 }
 
+// How much of a text is shown.
+enum class Extent { Whole, FirstParagraph };
+
 class PageWriter {
   public:
     PageWriter(std::ostream& out, const Terminal& terminal) : m_out(out), m_terminal(terminal) {}
@@ -84,11 +87,11 @@ class PageWriter {
         if (single == nullptr)
             for (const auto& group : item.getClassPropertyGroups())
                 writeInfos(group.getTitle().empty() ? "Properties" : shown(group.getTitle()),
-                           group.getClassProperties());
-        for (const ClassMemberGroup& group : details.members)
+                           group.getClassProperties(), Extent::FirstParagraph);
+        for (const MemberGroup& group : details.members)
             writeMembers(group);
         writeExamples(item);
-        writeSeeAlso(item);
+        writeSeeAlso(item, details.seeAlso);
     }
 
   private:
@@ -137,17 +140,25 @@ class PageWriter {
         prose(1, section.text);
     }
 
-    void writeMembers(const ClassMemberGroup& group) {
+    void writeMembers(const MemberGroup& group) {
         heading(group.title);
-        for (const ClassMember& member : group.members) {
+        for (const Member& member : group.members) {
             indent(1);
-            m_out << m_terminal.styled(Style::Name, shown(member.name)) << '\n';
+            m_out << m_terminal.linked(member.address,
+                                       m_terminal.styled(Style::Name, shown(member.name)));
+            if (member.status != DeprecationStatus::Current)
+                m_out << "  "
+                      << m_terminal.styled(
+                             Style::Warning,
+                             "(" + DeprecationStatus::enumToString(member.status) + ")");
+            m_out << '\n';
             prose(2, shown(member.purpose));
         }
     }
 
     template <typename Info>
-    void writeInfos(std::string_view title, const std::vector<Info>& infos) {
+    void writeInfos(std::string_view title, const std::vector<Info>& infos,
+                    Extent extent = Extent::Whole) {
         if (infos.empty())
             return;
         heading(title);
@@ -156,7 +167,8 @@ class PageWriter {
             const std::string head = headOf(name, info.getValues());
             indent(1);
             m_out << m_terminal.styled(Style::Name, name) << head.substr(name.size()) << '\n';
-            prose(2, shown(info.getPurpose()));
+            const std::string purpose = shown(info.getPurpose());
+            prose(2, extent == Extent::Whole ? purpose : purpose.substr(0, purpose.find("\n\n")));
         }
     }
 
@@ -188,22 +200,23 @@ class PageWriter {
         }
     }
 
-    void writeSeeAlso(const RefItem& item) {
-        if (item.getSeeAlsoInfo().empty())
+    void writeSeeAlso(const RefItem& item, const std::vector<SeeAlsoTarget>& targets) {
+        const auto& entries = item.getSeeAlsoInfo();
+        if (entries.empty())
             return;
         heading("See also");
-        for (const auto& seeAlso : item.getSeeAlsoInfo()) {
-            // What is said about the link stands after its name: "name – text".
-            constexpr std::string_view separator = " – ";
-            const std::string text = shown(seeAlso.getName());
-            const std::size_t nameEnd = std::min(text.find(separator), text.size());
+        for (std::size_t at = 0; at < entries.size(); ++at) {
+            const SeeAlsoTarget target = at < targets.size() ? targets[at] : SeeAlsoTarget();
+            constexpr std::u16string_view separator = u" – ";
+            const std::u16string name = nameOf(entries[at]);
+            std::u16string remark = entries[at].getName().substr(name.size());
+            remark.erase(0, separator.size());
             indent(1);
-            m_out << m_terminal.styled(Style::Name, text.substr(0, nameEnd));
-            if (!seeAlso.getPage().empty())
-                m_out << "  " << m_terminal.styled(Style::Faint, shown(seeAlso.getPage()));
+            m_out << m_terminal.linked(target.address, m_terminal.styled(Style::Name, shown(name)));
+            if (!entries[at].getPage().empty())
+                m_out << "  " << m_terminal.styled(Style::Faint, shown(entries[at].getPage()));
             m_out << '\n';
-            if (nameEnd < text.size())
-                prose(2, text.substr(nameEnd + separator.size()));
+            prose(2, shown(remark.empty() ? target.purpose : remark));
         }
     }
 

@@ -13,7 +13,6 @@
 #include "vref/ExitStatus.hpp"
 #include "vref/Finding.hpp"
 #include "vref/ResultList.hpp"
-#include "vref/Terminal.hpp"
 
 namespace reference::tools {
 namespace {
@@ -151,7 +150,7 @@ std::vector<ReferenceData> entriesOfPage(const QueryOptions& query,
     return filed.empty() ? propertiesOfPage(request) : std::move(filed);
 }
 
-void tellOthers(const NamedEntries& found) {
+void tellOthers(const NamedEntries& found, Colours colours) {
     std::cout.flush();
     if (!found.change.empty())
         std::cerr << "\nvref: " << printable(found.change) << '\n';
@@ -161,8 +160,8 @@ void tellOthers(const NamedEntries& found) {
               << " more like this; --nth, --product, --type or the page tell them apart:\n";
     constexpr std::size_t mostListed = 20;
     const std::size_t listed = std::min(found.alike - 1, mostListed);
-    writeList(std::cerr, Terminal::ofStandardError(), std::span(found.entries).subspan(1, listed),
-              {.hrefs = true});
+    writeList(std::cerr, Terminal::ofStandardError(colours),
+              std::span(found.entries).subspan(1, listed), {.hrefs = true});
     if (listed < found.alike - 1)
         std::cerr << "vref: and " << found.alike - 1 - listed << " more\n";
 }

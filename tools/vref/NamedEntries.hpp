@@ -7,6 +7,7 @@
 #include "reference/api/ReferenceData.hpp"
 #include "vref/Documentation.hpp"
 #include "vref/Query.hpp"
+#include "vref/Terminal.hpp"
 
 namespace reference::tools {
 
@@ -35,6 +36,6 @@ struct NamedEntries {
 
 // On the standard error stream: what the text was taken for, all entries that were found in the
 // same way but the first, and how to tell them apart.
-void tellOthers(const NamedEntries& found);
+void tellOthers(const NamedEntries& found, Colours colours);
 
 }  // namespace reference::tools

@@ -26,9 +26,9 @@ std::string whyNoPlace(const api::ReferenceData& result, const Documentation& do
 
 }  // namespace
 
-ExitStatus openPage(const OpenOptions& options) {
-    const Documentation documentation(options.documentation);
-    const NamedEntries named = entriesNamed(options.query, 1, documentation);
+ExitStatus openPage(const QueryOptions& query, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
+    const NamedEntries named = entriesNamed(query, 1, documentation);
     const auto& found = named.entries;
     if (found.empty())
         return NothingFound;
@@ -43,7 +43,7 @@ ExitStatus openPage(const OpenOptions& options) {
         std::cout << address << '\n';
     if (opening == Opening::Failed)
         std::cerr << "vref: xdg-open could not open the page; its address is printed instead\n";
-    tellOthers(named);
+    tellOthers(named, configuration.colours.value);
     return opening == Opening::Failed ? Incomplete : Success;
 }
 

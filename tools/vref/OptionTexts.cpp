@@ -31,17 +31,6 @@ std::string checkUtf8(const std::string& text) {
     return isUtf8(text) ? "" : "The text is not well-formed UTF-8.";
 }
 
-std::string checkClean(const std::string& text) {
-    if (!isUtf8(text))
-        return checkUtf8(text);
-    const auto units = icu::UnicodeString::fromUTF8(text);
-    for (std::int32_t at = 0; at < units.length(); at = units.moveIndex32(at, 1))
-        if (u_charType(units.char32At(at)) == U_CONTROL_CHAR)
-            return "The text holds control characters, such as a line end; it must be one line of "
-                   "plain text.";
-    return {};
-}
-
 bool isLetterOrDigit(UChar32 character) {
     return (U_GET_GC_MASK(character) & (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
 }
@@ -68,6 +57,17 @@ void requireCleanTexts(CLI::App& command) {
                               : checkClean);
     for (CLI::App* below : command.get_subcommands({}))
         requireCleanTexts(*below);
+}
+
+std::string checkClean(const std::string& text) {
+    if (!isUtf8(text))
+        return checkUtf8(text);
+    const auto units = icu::UnicodeString::fromUTF8(text);
+    for (std::int32_t at = 0; at < units.length(); at = units.moveIndex32(at, 1))
+        if (u_charType(units.char32At(at)) == U_CONTROL_CHAR)
+            return "The text holds control characters, such as a line end; it must be one line of "
+                   "plain text.";
+    return {};
 }
 
 std::string checkProductName(const std::string& text) {

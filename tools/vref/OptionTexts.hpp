@@ -14,6 +14,9 @@ void requireCleanTexts(CLI::App& command);
 // Checks of one option's text, for CLI::Option::check: they return an empty text, or what would be
 // right.
 
+// One line of text: well-formed UTF-8 without control characters.
+[[nodiscard]] std::string checkClean(const std::string& text);
+
 // A product's short name: a key of the documentation set, the value of --product, and by default a
 // folder of the help root.
 [[nodiscard]] std::string checkProductName(const std::string& text);

@@ -177,6 +177,19 @@ std::vector<OrderKey> preferredKeys() {
     return keys;
 }
 
+OrderKey preferenceKey(const std::vector<std::u16string>& products) {
+    const auto placeOf = [products](const ReferenceData& data) {
+        return std::ranges::find(products, data.getHeaderInfo().getShortName()) - products.begin();
+    };
+    return {"prefer",
+            [placeOf](const ReferenceData& a, const ReferenceData& b) {
+                return placeOf(a) < placeOf(b);
+            },
+            [](const ReferenceData& data) {
+                return fl::i18n::toUtf8(data.getHeaderInfo().getShortName());
+            }};
+}
+
 // The first key that tells the two apart, or within a chain the key of the chain; null when all
 // tie.
 const OrderKey* decidingKey(const std::vector<OrderKey>& keys, const ReferenceData& a,
@@ -209,13 +222,16 @@ Ordering Ordering::parse(const std::vector<std::string>& texts,
 }
 
 Ordering Ordering::forPerson(const std::u16string& name,
-                             EntityCaseSensitivity::Value caseSensitivity) {
+                             EntityCaseSensitivity::Value caseSensitivity,
+                             const std::vector<std::u16string>& preferredProducts) {
     Ordering ordering;
     if (!name.empty())
         ordering.m_keys.push_back({"name=" + fl::i18n::toUtf8(name),
                                    EntityNameMatchComparator(name, caseSensitivity), namesIn});
     for (const char* text : {"preferred", "depth"})
         ordering.m_keys.push_back(keyNamed(text, caseSensitivity));
+    if (!preferredProducts.empty())
+        ordering.m_keys.push_back(preferenceKey(preferredProducts));
     return ordering;
 }
 

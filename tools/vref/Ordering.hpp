@@ -32,9 +32,10 @@ class Ordering {
                                         api::EntityCaseSensitivity::Value caseSensitivity);
 
     // The order that suits a person who searches for `name`: the exact name first, then the
-    // preferred order, then less qualified names.
-    [[nodiscard]] static Ordering forPerson(const std::u16string& name,
-                                            api::EntityCaseSensitivity::Value caseSensitivity);
+    // preferred order, then less qualified names, then these products, the most preferred first.
+    [[nodiscard]] static Ordering forPerson(
+        const std::u16string& name, api::EntityCaseSensitivity::Value caseSensitivity,
+        const std::vector<std::u16string>& preferredProducts = {});
 
     explicit Ordering(std::vector<OrderKey> keys = {}) : m_keys(std::move(keys)) {}
 

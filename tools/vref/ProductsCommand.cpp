@@ -5,6 +5,7 @@
 #include "docset/JsonText.hpp"
 #include "vref/Commands.hpp"
 #include "vref/DisplayText.hpp"
+#include "vref/Pager.hpp"
 #include "vref/ProductRows.hpp"
 #include "vref/Table.hpp"
 #include "vref/Terminal.hpp"
@@ -34,15 +35,18 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<P
 
 }  // namespace
 
-ExitStatus products(const ProductsOptions& options) {
-    const Documentation documentation(options.documentation);
+ExitStatus products(const ProductsOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     const std::vector<ProductRow> rows = productRows(documentation);
+    const auto terminal = Terminal::ofStandardOutput(configuration.colours.value);
+    PagedOutput output(terminal, configuration.pager.value);
     if (options.json) {
-        docset::writeJson(std::cout, toJson(rows));
-        std::cout << '\n';
+        docset::writeJson(output.stream(), toJson(rows));
+        output.stream() << '\n';
     } else {
-        writeTable(std::cout, Terminal::ofStandardOutput(), rows);
+        writeTable(output.stream(), terminal, rows);
     }
+    output.show();
     if (!rows.empty())
         return Success;
     std::cerr << "vref: the documentation set holds no products\n";

@@ -120,6 +120,24 @@ api::ReferenceRequest toRequest(const QueryOptions& options, const Documentation
     return request;
 }
 
+std::vector<std::u16string> preferredProducts(const QueryOptions& options,
+                                              const Documentation& documentation) {
+    std::vector<std::u16string> preferred;
+    const auto add = [&preferred](std::u16string product) {
+        if (std::ranges::find(preferred, product) == preferred.end())
+            preferred.push_back(std::move(product));
+    };
+    for (const auto& text : options.prefer) {
+        std::u16string product = fromCommandLine(text);
+        documentation.requireInstalled(product);
+        add(std::move(product));
+    }
+    for (const auto& text : options.usuallyPrefer)
+        if (std::u16string product = fromCommandLine(text); documentation.isInstalled(product))
+            add(std::move(product));
+    return preferred;
+}
+
 std::vector<api::ReferenceData> retrieve(Search search, const api::ReferenceRequest& request) {
     switch (search) {
         case Search::Class:

@@ -30,6 +30,11 @@ struct QueryOptions {
     Search search = Search::Entity;
     std::vector<std::string> types;
     std::vector<std::string> products;
+    // Products whose hits go before equal ones of others, the most preferred first; all must be
+    // installed.
+    std::vector<std::string> prefer;
+    // The same after these, as configured for all documentation sets; some may be missing here.
+    std::vector<std::string> usuallyPrefer;
     bool ignoreCase = false;
     bool ignorePackage = false;
     bool all = false;
@@ -43,6 +48,11 @@ struct QueryOptions {
 // The type that a text of --type names. For any other text it throws UnusableError, which lists the
 // types and, for a word that people commonly use for one of them, says which is meant.
 [[nodiscard]] property::RefEntityType::Value toType(const std::string& text);
+
+// The preferred products that are installed, each once. Throws UnusableError where one of `prefer`
+// is not.
+[[nodiscard]] std::vector<std::u16string> preferredProducts(const QueryOptions& options,
+                                                            const Documentation& documentation);
 
 // What the library finds for a request; for pages, see entriesOfNamedPages().
 [[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,

@@ -98,13 +98,14 @@ void writeList(std::ostream& out, const Terminal& terminal,
 
     for (std::size_t at = 0; at < rows.size(); ++at) {
         const Row& row = rows[at];
-        const std::string names = padToWidth(row.names, namesWidth);
-        const std::string middle =
-            "  " + padToWidth(row.kinds, kindsWidth) + "  " + padToWidth(row.product, productWidth);
+        const std::size_t taken = displayWidth(row.names);
+        const std::string middle = std::string(taken < namesWidth ? namesWidth - taken : 0, ' ') +
+                                   "  " + padToWidth(row.kinds, kindsWidth) + "  " +
+                                   padToWidth(row.product, productWidth);
         std::string status = row.status;
         std::string purpose = row.purpose;
         if (terminal.isTerminal()) {
-            const std::size_t used = displayWidth(names) + displayWidth(middle) + 2;
+            const std::size_t used = taken + displayWidth(middle) + 2;
             std::size_t left = terminal.width() > used ? terminal.width() - used : 0;
             status = cutToWidth(status, left);
             left -= displayWidth(status);
@@ -116,7 +117,9 @@ void writeList(std::ostream& out, const Terminal& terminal,
         if (!details.headings.empty() && !details.headings[at].empty())
             out << terminal.styled(Style::Faint, withoutControls(details.headings[at] + ":"))
                 << '\n';
-        out << terminal.styled(Style::Name, names) << middle << end << '\n';
+        out << terminal.linked(details.addresses.empty() ? "" : details.addresses[at],
+                               terminal.styled(Style::Name, row.names))
+            << middle << end << '\n';
         if (details.hrefs)
             out << "    " << terminal.styled(Style::Faint, row.href) << '\n';
         if (!row.replacements.empty())

@@ -28,6 +28,9 @@ struct ListDetails {
     std::span<const std::string> notes;
     // A line before a result, where its text is not empty; none, or one per result.
     std::vector<std::string> headings = {};
+    // What the names lead to on a terminal with links; empty, or one per result, which may be
+    // empty.
+    std::span<const std::string> addresses = {};
 };
 
 // Writes a line for each result: names, kind, product, whether it is deprecated or removed, and

@@ -18,16 +18,18 @@
 #include "reference/ask/QuestionError.hpp"
 #include "reference/ask/ask.hpp"
 #include "reference/ask/complete.hpp"
-#include "vref/ClassMembers.hpp"
 #include "vref/CommandLineText.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/ExitStatus.hpp"
 #include "vref/HitJson.hpp"
 #include "vref/ItemPage.hpp"
+#include "vref/Members.hpp"
 #include "vref/NamedEntries.hpp"
 #include "vref/Ordering.hpp"
+#include "vref/PageAddresses.hpp"
 #include "vref/Query.hpp"
 #include "vref/RpcError.hpp"
+#include "vref/SeeAlsoTargets.hpp"
 
 namespace reference::tools {
 namespace {
@@ -212,11 +214,12 @@ json::value shownResult(std::size_t total, const FoundHit* hit, const Shown& wan
     if (hit == nullptr)
         return result;
     result["hit"] = toJson(*hit, wanted.fields, documentation);
-    const auto place = documentation.placeOf(hit->data);
     std::ostringstream text;
-    writePage(
-        text, Terminal(false, false, wanted.width), hit->data,
-        {.address = place ? place->address() : std::string(), .members = membersOf(hit->data)});
+    PageAddresses pages(documentation);
+    writePage(text, Terminal(false, false, wanted.width), hit->data,
+              {.address = pages.of(hit->data),
+               .members = membersOf(hit->data),
+               .seeAlso = seeAlsoTargets(hit->data)});
     result["text"] = text.str();
     return result;
 }

@@ -1,22 +1,33 @@
 #include "vref/Terminal.hpp"
 
-#include <cstdlib>
+#include <algorithm>
 #include <sys/ioctl.h>
 #include <unistd.h>
+
+#include "vref/Environment.hpp"
 
 namespace reference::tools {
 namespace {
 
 constexpr std::size_t usualWidth = 80;
-
-bool isSetAndNotEmpty(const char* variable) {
-    const char* value = std::getenv(variable);
-    return value != nullptr && *value != '\0';
-}
+constexpr std::string_view linkBegin = "\033]8;;";
+constexpr std::string_view linkEnd = "\033\\";
 
 bool isDumb() {
-    const char* name = std::getenv("TERM");
-    return name == nullptr || std::string_view(name) == "dumb";
+    const std::string name = environmentText("TERM");
+    return name.empty() || name == "dumb";
+}
+
+bool showsColours(bool isTerminal, Colours colours) {
+    switch (colours) {
+        case Colours::Always:
+            return true;
+        case Colours::Never:
+            return false;
+        case Colours::Auto:
+            break;
+    }
+    return isTerminal && environmentText("NO_COLOR").empty() && !isDumb();
 }
 
 std::string_view codeOf(Style style) {
@@ -35,23 +46,55 @@ std::string_view codeOf(Style style) {
     return {};
 }
 
+// The text without what begins and ends so.
+std::string without(std::string_view begin, std::string_view end, std::string_view text) {
+    std::string kept;
+    while (!text.empty()) {
+        const auto from = std::min(text.find(begin), text.size());
+        kept += text.substr(0, from);
+        const auto last = text.find(end, from);
+        text.remove_prefix(last == std::string_view::npos ? text.size() : last + end.size());
+    }
+    return kept;
+}
+
 }  // namespace
 
-Terminal Terminal::ofStandardOutput() {
-    return ofDescriptor(STDOUT_FILENO);
+std::string toString(Colours colours) {
+    switch (colours) {
+        case Colours::Always:
+            return "always";
+        case Colours::Never:
+            return "never";
+        case Colours::Auto:
+            break;
+    }
+    return "auto";
 }
 
-Terminal Terminal::ofStandardError() {
-    return ofDescriptor(STDERR_FILENO);
+std::optional<Colours> coloursNamed(std::string_view text) {
+    for (const auto colours : {Colours::Auto, Colours::Always, Colours::Never})
+        if (text == toString(colours))
+            return colours;
+    return std::nullopt;
 }
 
-Terminal Terminal::ofDescriptor(int descriptor) {
+Terminal Terminal::ofStandardOutput(Colours colours) {
+    return ofDescriptor(STDOUT_FILENO, colours);
+}
+
+Terminal Terminal::ofStandardError(Colours colours) {
+    return ofDescriptor(STDERR_FILENO, colours);
+}
+
+Terminal Terminal::ofDescriptor(int descriptor, Colours colours) {
     const bool isTerminal = ::isatty(descriptor) != 0;
     winsize size{};
     const bool isSized =
         isTerminal && ::ioctl(descriptor, TIOCGWINSZ, &size) == 0 && size.ws_col > 0;
-    return {isTerminal, isTerminal && !isSetAndNotEmpty("NO_COLOR") && !isDumb(),
-            isSized ? size.ws_col : usualWidth};
+    const bool hasColour = showsColours(isTerminal, colours);
+    return {isTerminal, hasColour, isSized ? size.ws_col : usualWidth,
+            isSized ? size.ws_row : std::size_t{0}, isTerminal && hasColour && !isDumb()};
 }
 
 std::string Terminal::styled(Style style, std::string_view text) const {
@@ -59,6 +102,23 @@ std::string Terminal::styled(Style style, std::string_view text) const {
     if (!m_hasColour || code.empty() || text.empty())
         return std::string(text);
     return std::string(code) + std::string(text) + "\033[0m";
+}
+
+std::string Terminal::linked(std::string_view address, std::string_view text) const {
+    if (!m_hasLinks || address.empty() || text.empty())
+        return std::string(text);
+    const auto sequence = [](std::string_view target) {
+        return std::string(linkBegin) + std::string(target) + std::string(linkEnd);
+    };
+    return sequence(address) + std::string(text) + sequence({});
+}
+
+std::string withoutLinks(std::string_view text) {
+    return without(linkBegin, linkEnd, text);
+}
+
+std::string withoutEscapes(std::string_view text) {
+    return without("\033[", "m", withoutLinks(text));
 }
 
 }  // namespace reference::tools

@@ -125,7 +125,8 @@ std::string megabytes(std::size_t bytes) {
     return text.str();
 }
 
-void writeText(std::ostream& out, const std::vector<Record>& records, const Loaded& loaded) {
+void writeText(std::ostream& out, const Terminal& terminal, const std::vector<Record>& records,
+               const Loaded& loaded) {
     for (const auto& record : records)
         out << std::string(static_cast<std::size_t>(record.depth) * 2, ' ') << '[' << startupChannel
             << ' ' << record.severity << "] " << record.text << '\n';
@@ -141,7 +142,7 @@ void writeText(std::ostream& out, const std::vector<Record>& records, const Load
                    {!row.installed ? "not installed"
                     : row.pages    ? ""
                                    : "pages are loaded when they are asked for"}});
-    table.write(out, Terminal::ofStandardOutput());
+    table.write(out, terminal);
     out << "\n"
         << counted(loaded.rows.size(), "product") << ", " << loaded.installed
         << " of them installed; " << counted(loaded.entities, "entity", "entities") << "; "
@@ -170,8 +171,8 @@ void writeJson(std::ostream& out, const std::vector<Record>& records, const Load
 
 }  // namespace
 
-ExitStatus warm(const WarmOptions& options) {
-    const Documentation documentation(options.documentation);
+ExitStatus warm(const WarmOptions& options, const Configuration& configuration) {
+    const Documentation documentation(configuration.documentation());
     const StartupLog log(options.trace ? foundation::log::Trace : foundation::log::Information);
     const std::size_t memoryBefore = residentMemory();
     ReferenceCacheManager::PerformStartupOperations();
@@ -179,7 +180,8 @@ ExitStatus warm(const WarmOptions& options) {
     if (options.json)
         writeJson(std::cout, log.records(), loaded);
     else
-        writeText(std::cout, log.records(), loaded);
+        writeText(std::cout, Terminal::ofStandardOutput(configuration.colours.value), log.records(),
+                  loaded);
     const bool isWhole = loaded.rows.size() == documentation.products().size() &&
                          documentation.unreadableFiles() == 0;
     return isWhole ? Success : Incomplete;

@@ -124,12 +124,13 @@ std::optional<Command> commandIn(const std::string& line) {
 
 class Session {
   public:
-    explicit Session(const WatchOptions& options)
+    Session(const WatchOptions& options, const Configuration& configuration)
         : m_program(options.json ? std::make_unique<ProgramOutput>() : nullptr),
-          m_person(options.json ? nullptr : WatchOutput::forPerson()),
+          m_person(options.json ? nullptr : WatchOutput::forPerson(configuration.colours.value)),
           m_output(options.json ? static_cast<WatchOutput&>(*m_program) : *m_person),
+          m_usuallyPrefer(configuration.preferredProducts.value),
           m_watched(
-              options.documentation,
+              configuration.documentation(),
               [this](const std::string& message) { m_output.warning(message); },
               [this](const std::string& why, const LoadedDocumentation& documentation) {
                   m_output.loaded(why, documentation);
@@ -233,6 +234,8 @@ class Session {
     [[nodiscard]] FindOptions parseLine(const std::string& line) const {
         FindOptions options = parseRequest(line);
         options.exact = options.exact || m_program;
+        if (!m_program)
+            options.query.usuallyPrefer = m_usuallyPrefer;
         return options;
     }
 
@@ -277,6 +280,7 @@ class Session {
     const std::unique_ptr<WatchOutput> m_person;
     WatchOutput& m_output;
 
+    const std::vector<std::string> m_usuallyPrefer;
     WatchedDocumentation m_watched;
     DocumentationMethods m_methods;
     std::size_t m_line = 0;
@@ -286,8 +290,8 @@ class Session {
 
 }  // namespace
 
-ExitStatus watch(const WatchOptions& options) {
-    Session(options).run();
+ExitStatus watch(const WatchOptions& options, const Configuration& configuration) {
+    Session(options, configuration).run();
     return Success;
 }
 

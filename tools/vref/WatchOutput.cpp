@@ -13,6 +13,8 @@ namespace {
 
 class PersonOutput final : public WatchOutput {
   public:
+    explicit PersonOutput(Colours colours) : m_terminal(Terminal::ofStandardOutput(colours)) {}
+
     void prompt() override {
         if (::isatty(STDIN_FILENO) != 0 && m_terminal.isTerminal())
             std::cout << m_terminal.styled(Style::Faint, "vref> ") << std::flush;
@@ -62,15 +64,15 @@ class PersonOutput final : public WatchOutput {
 
     static void endAnswer() { std::cout << '\n' << std::flush; }
 
-    const Terminal m_terminal = Terminal::ofStandardOutput();
+    const Terminal m_terminal;
 };
 
 }  // namespace
 
 WatchOutput::~WatchOutput() = default;
 
-std::unique_ptr<WatchOutput> WatchOutput::forPerson() {
-    return std::make_unique<PersonOutput>();
+std::unique_ptr<WatchOutput> WatchOutput::forPerson(Colours colours) {
+    return std::make_unique<PersonOutput>(colours);
 }
 
 }  // namespace reference::tools

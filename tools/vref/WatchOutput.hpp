@@ -16,7 +16,7 @@ class WatchOutput {
   public:
     // For a person: lists to the standard output stream, each with an empty line after it, and all
     // else to the standard error stream.
-    [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson();
+    [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson(Colours colours);
 
     WatchOutput() = default;
     WatchOutput(const WatchOutput&) = delete;  // there is one client

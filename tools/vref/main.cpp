@@ -3,8 +3,8 @@
 #include <functional>
 #include <iostream>
 #include <span>
+#include <sstream>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -12,44 +12,19 @@
 
 #include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
-#include "vref/DisplayText.hpp"
+#include "vref/Configuration.hpp"
 #include "vref/FindCommandLine.hpp"
+#include "vref/ImportCommandLine.hpp"
 #include "vref/Nearest.hpp"
 #include "vref/OptionTexts.hpp"
+#include "vref/Pager.hpp"
+#include "vref/SettingOptions.hpp"
 #include "vref/StandardStreams.hpp"
+#include "vref/Terminal.hpp"
 
 namespace {
 
 using namespace reference::tools;
-
-void addDocumentationOptions(CLI::App& command, DocumentationOptions& options) {
-    command
-        .add_option("--doc-root", options.docRoot,
-                    "The documentation set to read (else VELTRA_DOC_ROOT, else the one installed "
-                    "with the library)")
-        ->type_name("FOLDER");
-    command
-        .add_option("--language", options.language,
-                    "The language to read it in, such as ja_JP or ja (else the set's first)")
-        ->type_name("LOCALE");
-}
-
-constexpr std::string_view importerUsage =
-    "There is one importer, for built Sphinx HTML pages:\n"
-    "      vref import sphinx DIR --product NAME --into ROOT\n"
-    "where DIR is the folder on this machine that holds objects.inv.";
-
-bool isAddress(const std::string& text) {
-    return text.find("://") != std::string::npos;
-}
-
-std::string describeUnknownImporter(const std::string& typed) {
-    const std::string text = isAddress(typed)
-                                 ? "Nothing is imported from an address such as " +
-                                       printable(typed) + "; fetch the pages first."
-                                 : "There is no importer \"" + printable(typed) + "\".";
-    return text + " " + std::string(importerUsage);
-}
 
 // The command line of the tool, and what its commands were told.
 class CommandLine {
@@ -69,6 +44,7 @@ class CommandLine {
         addCompile();
         addWarm();
         addWatch();
+        addConfig();
         addHelp();
         requireCleanTexts(m_app);
     }
@@ -90,8 +66,11 @@ class CommandLine {
             // CLI11 takes them from the last to the first.
             m_app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::ParseError& error) {
-            if (error.get_exit_code() == 0)  // --help and --version
-                return m_app.exit(error);
+            if (error.get_exit_code() == 0) {  // --help and --version
+                std::ostringstream text;
+                m_app.exit(error, text, text);
+                return tell(text.str());
+            }
             throw UnusableError(describe(m_app, error) + "\n\"" + helpCommand() + "\" tells more.");
         }
         if (!m_command)
@@ -118,7 +97,7 @@ class CommandLine {
             app = command;
         }
         if (app == m_importCommand)
-            throw UnusableError("What to import is missing. " + std::string(importerUsage));
+            throw UnusableError(describeMissingImporter());
         if (!app->get_subcommands({}).empty())
             throw UnusableError("A command is missing; \"vref help\" tells which there are.");
     }
@@ -143,6 +122,7 @@ class CommandLine {
         CLI::App* command =
             m_app.add_subcommand("help", "Tells about the tool, or about a command");
         command->add_option("COMMAND", m_helpFor, "The command, such as find or import sphinx");
+        addPagerOption(*command, m_given);
         command->callback([this] { m_command = [this] { return help(m_helpFor); }; });
     }
 
@@ -157,21 +137,39 @@ class CommandLine {
             before += (before.empty() ? "" : " ") + app->get_name();
             app = command;
         }
-        std::cout << app->help(before);
+        return tell(app->help(before));
+    }
+
+    [[nodiscard]] ExitStatus tell(const std::string& text) const {
+        const auto terminal = Terminal::ofStandardOutput();
+        PagedOutput output(terminal, terminal.isTerminal() ? pagerForHelp() : std::string());
+        output.stream() << text;
+        output.show();
         return Success;
+    }
+
+    // A file that is not right does not stand in the way of help; all other commands report it.
+    [[nodiscard]] std::string pagerForHelp() const {
+        try {
+            return Configuration::inForce(m_given).pager.value;
+        } catch (const UnusableError&) {
+            return Configuration::withoutFile(m_given).pager.value;
+        }
     }
 
     void addFind() {
         CLI::App* command = m_app.add_subcommand(
             "find", "Lists what a question finds; without a command, words are a question, too");
         addFindOptions(*command, m_find);
-        addDocumentationOptions(*command, m_findWhere);
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
         command->callback([this] { m_command = [this] { return findOrExplain(); }; });
     }
 
     // Where words without a command find nothing, the first of them may be a mistyped command.
     ExitStatus findOrExplain() {
-        const ExitStatus status = find(m_find, m_findWhere);
+        const ExitStatus status = find(m_find, configuration());
         if (status == NothingFound && m_find.isWithoutCommand) {
             const std::string first = m_find.query.name.substr(0, m_find.query.name.find(' '));
             const auto commands = m_app.get_subcommands({});
@@ -206,89 +204,47 @@ class CommandLine {
             ->check(checkPositive);
         addQueryOptions(*command, m_show.query);
         command->add_flag("--json", m_show.json, "Print the entry as a JSON array of one");
-        addDocumentationOptions(*command, m_show.documentation);
-        command->callback([this] { m_command = [this] { return show(m_show); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
+        command->callback([this] { m_command = [this] { return show(m_show, configuration()); }; });
     }
 
     void addOpen() {
         CLI::App* command = m_app.add_subcommand(
             "open", "Opens the page of one entry in the browser, or prints its address");
-        addWords(*command, m_open.query);
-        addQueryOptions(*command, m_open.query);
-        addDocumentationOptions(*command, m_open.documentation);
-        command->callback([this] { m_command = [this] { return openPage(m_open); }; });
+        addWords(*command, m_open);
+        addQueryOptions(*command, m_open);
+        addDocumentationOptions(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return openPage(m_open, configuration()); }; });
     }
 
     void addComplete() {
         CLI::App* command = m_app.add_subcommand(
             "complete", "Lists names that go on from what is typed, for shells and editors");
-        command->add_option("BEGINNING", m_complete.beginning,
-                            "The beginning of a name, such as Data or DataFrame.gr");
-        command
-            ->add_option("--product", m_complete.products,
-                         "Only this product, by its short name; may be repeated")
-            ->type_name("PRODUCT")
-            ->allow_extra_args(false);
-        command
-            ->add_option("--prefer", m_complete.prefer,
-                         "Names of this product before equal ones of others; may be repeated")
-            ->type_name("PRODUCT")
-            ->allow_extra_args(false);
-        command->add_option("--limit", m_complete.limit, "At most this many (20)")
-            ->type_name("N")
-            ->check(checkCount);
-        command->add_flag("--json", m_complete.json, "Print the list as a JSON array");
-        addDocumentationOptions(*command, m_complete.documentation);
-        command->callback([this] { m_command = [this] { return complete(m_complete); }; });
+        addCompleteOptions(*command, m_complete);
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return complete(m_complete, configuration()); }; });
     }
 
     void addProducts() {
         CLI::App* command = m_app.add_subcommand("products", "Lists the products");
         command->add_flag("--json", m_products.json, "Print the list as a JSON array");
-        addDocumentationOptions(*command, m_products.documentation);
-        command->callback([this] { m_command = [this] { return products(m_products); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return products(m_products, configuration()); }; });
     }
 
     void addImport() {
         m_importCommand =
             m_app.add_subcommand("import", "Brings documentation into a documentation set");
-        CLI::App* command = m_importCommand->add_subcommand(
-            "sphinx", "Imports a built Sphinx HTML tree as a product, or replaces the product");
-        command->add_option("DIR", m_import.source, "The folder that holds objects.inv")
-            ->check([](const std::string& text) {
-                return isAddress(text) ? describeUnknownImporter(text) : std::string();
-            })
-            ->required();
-        command->add_option("--product", m_import.product, "The product's short name")
-            ->type_name("NAME")
-            ->check(checkProductName)
-            ->required();
-        command->add_option("--into", m_import.root, "The documentation set; made when missing")
-            ->type_name("ROOT")
-            ->required();
-        command
-            ->add_option("--locale", m_import.locale,
-                         "The locale to file it under (else the set's first, en_US in a new set)")
-            ->type_name("LOCALE");
-        command
-            ->add_option("--display-name", m_import.displayName,
-                         "What readers see (else the project's own name)")
-            ->type_name("TEXT");
-        command
-            ->add_option("--product-version", m_import.version,
-                         "The product's version (else the project's own)")
-            ->type_name("TEXT");
-        command
-            ->add_option("--help-folder", m_import.helpFolder,
-                         "The folder of the pages below the help root (else the short name)")
-            ->type_name("FOLDER")
-            ->check(checkHelpFolder);
-        command->add_flag("--list-all", m_import.listAll,
-                          "List every object without a description, however many");
-        command->add_flag("--force", m_import.force,
-                          "Replace the product even if nothing, or far less than before, was "
-                          "found");
-        command->callback([this] { m_command = [this] { return importSphinx(m_import); }; });
+        CLI::App& command = addImportSphinx(*m_importCommand, m_import);
+        command.callback([this] { m_command = [this] { return importSphinx(m_import); }; });
     }
 
     void addValidate() {
@@ -309,8 +265,9 @@ class CommandLine {
             "warm", "Performs the library's start-up and tells what it logged and loaded");
         command->add_flag("--trace", m_warm.trace, "Also tell when start-up begins and ends");
         command->add_flag("--json", m_warm.json, "Print one JSON object");
-        addDocumentationOptions(*command, m_warm.documentation);
-        command->callback([this] { m_command = [this] { return warm(m_warm); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback([this] { m_command = [this] { return warm(m_warm, configuration()); }; });
     }
 
     void addWatch() {
@@ -319,22 +276,47 @@ class CommandLine {
             "Answers a request a line from the standard input, until that ends: the arguments of "
             "\"find\", or \":help\" for the rest. Takes notice when the documentation changes");
         command->add_flag("--json", m_watch.json, "Print one JSON value a line, for a program");
-        addDocumentationOptions(*command, m_watch.documentation);
-        command->callback([this] { m_command = [this] { return watch(m_watch); }; });
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return watch(m_watch, configuration()); }; });
+    }
+
+    void addConfig() {
+        CLI::App* command = m_app.add_subcommand(
+            "config", "Tells what is configured, and what is in force with these options");
+        command->add_flag("--json", m_config.json, "Print one JSON object");
+        command->add_option("--prefer", m_config.prefer, "A product that goes first")
+            ->type_name("PRODUCT")
+            ->allow_extra_args(false);
+        addDocumentationOptions(*command, m_given);
+        addColoursOption(*command, m_given);
+        addPagerOption(*command, m_given);
+        command->callback(
+            [this] { m_command = [this] { return config(m_config, configuration()); }; });
+    }
+
+    // What is in force for the command; queries get to know the products that are preferred.
+    Configuration configuration() {
+        Configuration inForce = Configuration::inForce(m_given);
+        for (QueryOptions* query : {&m_find.query, &m_show.query, &m_open, &m_complete.query})
+            query->usuallyPrefer = inForce.preferredProducts.value;
+        return inForce;
     }
 
     CLI::App m_app;
     CLI::App* m_importCommand = nullptr;
     std::vector<std::string> m_helpFor;
+    GivenSettings m_given;  // by the one command that is run
     FindOptions m_find;
-    DocumentationOptions m_findWhere;
     ShowOptions m_show;
-    OpenOptions m_open;
-    CompleteCommandOptions m_complete;
+    QueryOptions m_open;
+    CompleteOptions m_complete;
     ProductsOptions m_products;
     ImportSphinxOptions m_import;
     WarmOptions m_warm;
     WatchOptions m_watch;
+    ConfigOptions m_config;
     std::string m_root;
     std::function<ExitStatus()> m_command;
 };

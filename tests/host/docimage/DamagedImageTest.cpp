@@ -78,9 +78,10 @@ void readAll(const std::shared_ptr<const Image>& image) {
 TEST(DamagedImageTest, NothingOutsideOfAnImageIsReadWhateverItSays) {
     const auto documentation = sample();
     ImageWriter writer;
-    LookupImage::write(documentation.entities, writer);
+    LookupImage::write(documentation.entities, documentation.aliases, writer);
     PageImage::write(documentation.pages, writer, pagesSection);
-    const auto lookup = std::make_shared<const LookupImage>(documentation.entities);
+    const auto lookup =
+        std::make_shared<const LookupImage>(documentation.entities, documentation.aliases);
     JoinedNames::write(std::vector{lookup, lookup}, writer, joinedSection);
     const std::string sound = writer.bytes();
     const auto sections = writer.sections();

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "docset/AliasFile.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "fl/i18n/utf.hpp"
@@ -164,11 +165,13 @@ std::optional<docset::ProductDocumentation> readProduct(const std::filesystem::p
     const auto& files = listed->files.at(locale);
     auto lookup = docset::readLookupFile(root, files.lookup, raise);
     auto reference = docset::readReferenceFile(root, files.reference, raise);
+    auto aliases = docset::readAliases(root, files.lookup, raise);
     if (reference->size() != 1 || reference->front().header != lookup->header)
         throw std::runtime_error("the files of the product do not belong together");
     return docset::ProductDocumentation{.header = lookup->header,
                                         .entities = std::move(lookup->entities),
                                         .pages = std::move(reference->front().pages),
+                                        .aliases = std::move(*aliases),
                                         .source = files.source};
 }
 

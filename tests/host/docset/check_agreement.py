@@ -26,11 +26,12 @@ import jsonschema
 import check_schema
 from check_schema import SCHEMA_OF_FORMAT, SCHEMAS, SOUND, parse, places, shown
 
-# The files of each set that is judged, by their formats; the sound manifest names the other two.
+# The files of each set that is judged, by their formats; the sound manifest names two of them.
 FILES = {
     "documentation-set": "documentation-set.json",
     "lookup": "en_US/l.json",
     "reference": "en_US/r.json",
+    "aliases": "en_US/l.aliases.json",
 }
 
 # What stands in for a value: of each type, at the edge of each range, of each kind of bad name.

@@ -30,6 +30,7 @@ SCHEMA_OF_FORMAT = {
     "veltra-documentation-set": "documentation-set",
     "veltra-documentation-lookup": "lookup",
     "veltra-documentation-reference": "reference",
+    "veltra-documentation-aliases": "aliases",
 }
 
 # Sound documents that use every member of their format. Each change below starts from one of them.
@@ -82,10 +83,15 @@ SOUND = {
             "parameters": [{"name": "unit", "purpose": "", "defaultValue": "m"}],
         }]}}],
     },
+    "aliases": {
+        "format": "veltra-documentation-aliases",
+        "formatVersion": 1,
+        "aliases": {"sh": {"shapes.flat": 12, "shapes": 1}},
+    },
 }
 
 # Objects whose members are names that the author picks: there is no unknown member in them.
-MAPS = {"files", "entities", "pages"}
+MAPS = {"files", "entities", "pages", "aliases", "sh"}
 
 PRODUCT = ("products", 0)
 FILES = (*PRODUCT, "files")
@@ -94,6 +100,7 @@ SOURCE = (*ENGLISH, "source")
 RECORD = ("entities", "area", 0)
 PAGES = (*PRODUCT, "pages")
 ITEM = (*PAGES, "ref/area.html", 0)
+ALIAS = ("aliases", "sh")
 
 REMOVED = object()
 
@@ -147,6 +154,23 @@ REFUSED = [
         for member in members
         for value in ("", "subroutine", "Function", "7", -1, 4294967296, 1.5, True, ["function"])
     ),
+    ("aliases", ("format",), "veltra-documentation-lookup", "itself"),
+    ("aliases", ("formatVersion",), 2, "itself"),
+    ("aliases", ALIAS, {}, "itself"),
+    ("aliases", ALIAS, {f"shapes{number}": 1 for number in range(9)}, "itself"),
+    ("aliases", ("aliases",), {f"s{number}": {"shapes": 1} for number in range(201)}, "itself"),
+    *(
+        ("aliases", ("aliases", alias), {"shapes": 1}, "parent")
+        for alias in ("", "s h", "7s", "s.h", "s-h", "ß", "sh\n")
+    ),
+    *(
+        ("aliases", (*ALIAS, name), 1, "parent")
+        for name in ("", ".", "a.", ".a", "a..b", "a.7", "7", "a b", "a\n", "größe")
+    ),
+    *(
+        ("aliases", (*ALIAS, "shapes"), count, "itself")
+        for count in (0, -1, 1.5, "1", True, 4294967296)
+    ),
 ]
 
 # What the format requires: leaving it out is refused at its owner.
@@ -170,6 +194,7 @@ REQUIRED = {
         (*ITEM, "classPropertyGroups", 0, "properties", 0, "name"),
         (*ITEM, "seeAlso", 0, "name"), (*ITEM, "parameters", 0, "name"),
     ],
+    "aliases": [("format",), ("formatVersion",), ("aliases",)],
 }
 
 # What the format allows, so that the schemas are not stricter than they ought to be.
@@ -182,6 +207,8 @@ ACCEPTED = [
     ("reference", ("products",), []),
     ("reference", PAGES, {}),
     ("reference", (*ITEM, "deprecationStatus"), 3),
+    ("aliases", ("aliases",), {}),
+    ("aliases", ("aliases", "_s7"), {"_a.B7": 4294967295}),
     *(
         (schema, (*owner, member), value)
         for schema, owner in (("lookup", RECORD), ("reference", (*ITEM, "entities", 0)))

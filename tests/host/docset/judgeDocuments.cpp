@@ -2,7 +2,7 @@
 //
 //     judgeDocuments read
 //         For each line "ROOT FILE" of the standard input, FILE being one of a documentation set's
-//         three: a line "FAULTS VALIDATED FIRST", the number of faults that the file's reader
+//         four: a line "FAULTS VALIDATED FIRST", the number of faults that the file's reader
 //         reports, the number that validate() reports within the file, and the first fault.
 //     judgeDocuments make SEED ROOT
 //         Publishes products made from SEED into a new set at ROOT, and fails when one is not read
@@ -18,6 +18,7 @@
 #include <utility>
 #include <vector>
 
+#include "docset/AliasFile.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "docset/publish.hpp"
@@ -35,6 +36,8 @@ std::vector<docset::Fault> faultsOf(const std::string& root, const std::string& 
     FaultList faults;
     if (file == docset::manifestFileName)
         static_cast<void>(docset::readManifest(root, faults.handler()));
+    else if (file.ends_with(".aliases.json"))
+        static_cast<void>(docset::readAliases(root, "en_US/l.json", faults.handler()));
     else if (file.ends_with("l.json"))
         static_cast<void>(docset::readLookupFile(root, file, faults.handler()));
     else
@@ -81,6 +84,9 @@ class Maker {
                         entity.getRefEntityType(), entity.getFunctionType(), href, text());
             }
         }
+        for (std::size_t alias = count(3); alias > 0; --alias)
+            made.aliases[identifier()][identifier() + u"." + identifier()] =
+                static_cast<std::uint32_t>(1 + count(9));
         if (count(1) != 0)
             made.source = docset::ProductSource{.folder = "/" + utf8(text(false)),
                                                 .importer = utf8(name()),
@@ -123,6 +129,10 @@ class Maker {
     }
 
     std::u16string name() { return u"n" + text(); }
+
+    std::u16string identifier() {
+        return std::u16string(1 + count(2), static_cast<char16_t>(u'a' + count(25))) + u"_7";
+    }
 
     template <typename Make>
     auto list(Make make) {

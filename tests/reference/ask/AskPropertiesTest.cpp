@@ -163,6 +163,7 @@ TEST_F(AskPropertiesTest, AnUnrelatedProductReordersNothing) {
                       property::RefEntityType::Class,
                       u"q.html#" + std::u16string(1, static_cast<char16_t>(0x4E00 + number)),
                       u"Zwölf Boxkämpfer jagen Viktor.");
+    beside.alias(u"Qwertz", u"a.ab", 1000);
     source().add(beside.build());
     ReferenceCacheManager::ClearAllCaches();
     for (std::size_t at = 0; at < asked.size(); ++at)

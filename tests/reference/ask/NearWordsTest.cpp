@@ -44,7 +44,7 @@ class Words {
         for (const auto& word : words)
             builder.addWord(word, number++);
         docimage::ImageWriter writer;
-        builder.writeTo(writer, 0, docimage::Trigrams::None);
+        builder.writeTo(writer, 0, docimage::FoundBy::Ends);
         m_image = writer.finish();
         m_lexicon = docimage::Lexicon(*m_image, 0);
     }
@@ -60,7 +60,7 @@ TEST(NearWordsTest, AgreesWithComparingEachWord) {
     std::mt19937 random(7);
     const auto word = [&random] {
         std::string text;
-        for (std::size_t length = 1 + random() % 7; length > 0; --length)
+        for (std::size_t length = 1 + random() % 11; length > 0; --length)
             text += static_cast<char>('a' + random() % 3);
         return text;
     };

@@ -20,8 +20,8 @@ using ::testing::StartsWith;
 TEST(HelpTest, IsThereForTheToolAndEachCommand) {
     EXPECT_EQ(runTool({"--help"}).status, 0);
     EXPECT_THAT(runTool({"--version"}).output, StartsWith("vref "));
-    for (const char* command :
-         {"find", "show", "open", "products", "import", "validate", "warm", "watch", "help"}) {
+    for (const char* command : {"find", "show", "open", "products", "import", "validate", "warm",
+                                "watch", "config", "help"}) {
         const ToolRun run = runTool({command, "--help"});
         EXPECT_EQ(run.status, 0) << command;
         EXPECT_THAT(run.output, HasSubstr("Usage:")) << command;

@@ -11,7 +11,7 @@ namespace reference::tools {
 namespace {
 
 std::string page(const api::ReferenceData& result, std::size_t width = 60,
-                 const std::vector<ClassMemberGroup>& members = {}) {
+                 const std::vector<MemberGroup>& members = {}) {
     std::ostringstream out;
     writePage(out, Terminal(false, false, width), result, {.address = {}, .members = members});
     return out.str();
@@ -109,6 +109,42 @@ TEST(ItemPageTest, PutsSectionsBeforeThePropertiesAndMembersAfterThem) {
               "ATTRIBUTES\n    a : int = 5\n        The a.\n\n"
               "METHODS\n    go\n        Goes.\n    run\n\n"
               "SEE ALSO\n    D  d.html\n        does it, too\n");
+}
+
+TEST(ItemPageTest, MarksMembersThatAreNotToBeUsed) {
+    const api::ReferenceData result(property::HeaderInfo(), tests::makeItem({.href = u"C"}));
+    EXPECT_EQ(page(result, 60,
+                   {{"Methods",
+                     {{u"old", u"Was.", property::DeprecationStatus::Deprecated}, {u"run", u""}}}}),
+              "C\n\n    /C\n\nMETHODS\n    old  (deprecated)\n        Was.\n    run\n");
+}
+
+TEST(ItemPageTest, OfAPropertyTheListHasTheFirstParagraph) {
+    const api::ReferenceData result(
+        property::HeaderInfo(),
+        tests::makeItem(
+            {.href = u"C",
+             .classPropertyGroups = {property::ClassPropertyGroup(
+                 u"", {property::ClassProperty(u"a", u"The a.\n\nMore of it.", u"", {})})}}));
+    EXPECT_EQ(page(result), "C\n\n    /C\n\nPROPERTIES\n    a\n        The a.\n");
+}
+
+TEST(ItemPageTest, TellsWhatALinkPointsAtUnlessItSaysSo) {
+    const api::ReferenceData result(
+        property::HeaderInfo(),
+        tests::makeItem({.href = u"f",
+                         .seeAlso = {property::SeeAlso(u"g.html", u"g"),
+                                     property::SeeAlso(u"", u"h – and a remark"),
+                                     property::SeeAlso(u"", u"unknown")}}));
+    std::ostringstream out;
+    writePage(out, Terminal(true, true, 60, 24, true), result,
+              {.address = "file:///f.html",
+               .seeAlso = {{u"Does g.", "file:///g.html"}, {u"Does h.", ""}, {}}});
+    EXPECT_NE(out.str().find("\033]8;;file:///g.html\033\\\033[1mg\033[0m\033]8;;\033\\"),
+              std::string::npos);
+    EXPECT_EQ(withoutEscapes(out.str()),
+              "f\n\n    /f\n    file:///f.html\n\nSEE ALSO\n    g  g.html\n        Does g.\n"
+              "    h\n        and a remark\n    unknown\n");
 }
 
 TEST(ItemPageTest, ShowsASinglePropertyAsIfItHadAnItemOfItsOwn) {

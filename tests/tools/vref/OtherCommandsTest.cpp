@@ -45,6 +45,18 @@ TEST(ShowCommandTest, ListsWhatBelongsToAClass) {
                           "resample\n        Bring a tile to another cell size\n"));
 }
 
+TEST(ShowCommandTest, ListsWhatBelongsToAPackage) {
+    EXPECT_THAT(runTool({"show", "geo.raster"}).output,
+                HasSubstr("\nCLASSES\n    Tile\n        A rectangular piece of a raster\n"));
+}
+
+TEST(ShowCommandTest, TellsWhatLinksPointAt) {
+    const std::string page = runTool({"show", "Table"}).output;
+    EXPECT_THAT(page, HasSubstr("\nSEE ALSO\n    table  ref/table.html\n"
+                                "        Make a table from named columns\n"));
+    EXPECT_THAT(page, HasSubstr("    filter  ../qix/ref/filter.html\n        "));
+}
+
 TEST(ShowCommandTest, NamesTheOthersWhenSeveralBearTheName) {
     const ToolRun run = runTool({"show", "filter"});
     EXPECT_EQ(run.status, 0);

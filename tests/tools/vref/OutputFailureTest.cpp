@@ -93,8 +93,6 @@ class ToolProcess {
         m_child = ::fork();
         if (m_child != 0)
             return;
-        for (const char* name : {"VELTRA_DOC_ROOT", "VELTRA_LOG", "NO_COLOR"})
-            ::unsetenv(name);
         ::signal(SIGPIPE, pipeSignal == PipeSignal::Ends ? SIG_DFL : SIG_IGN);
         prepare();
         ::dup2(input, STDIN_FILENO);

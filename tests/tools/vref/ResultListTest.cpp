@@ -57,8 +57,17 @@ TEST(ResultListTest, ATerminalsWidthIsRespected) {
 
 TEST(ResultListTest, NamesStandOutAndDeprecatedOnesAreMarkedInColour) {
     const std::string text = listed(Terminal(true, true, 100));
-    EXPECT_NE(text.find("\033[1mplot           \033[0m"), std::string::npos) << text;
+    EXPECT_NE(text.find("\033[1mplot\033[0m             function"), std::string::npos) << text;
     EXPECT_NE(text.find("\033[33m(deprecated) \033[0mRound numbers"), std::string::npos) << text;
+}
+
+TEST(ResultListTest, LinksTakeNoRoom) {
+    const std::vector<std::string> addresses{"file:///plot.html", ""};
+    std::ostringstream out;
+    writeList(out, Terminal(true, true, 56, 0, true), results(), {.addresses = addresses});
+    EXPECT_EQ(withoutEscapes(out.str()), listed(Terminal(true, false, 56)));
+    EXPECT_NE(out.str().find("\033]8;;file:///plot.html\033\\\033[1mplot\033[0m\033]8;;\033\\  "),
+              std::string::npos);
 }
 
 TEST(ResultListTest, PagesAreShownWhenWanted) {

@@ -22,11 +22,8 @@ RunningSession::RunningSession(const std::vector<std::string>& arguments)
     : m_process(std::make_unique<Process>()) {
     std::vector<std::string> all{"watch", "--json"};
     all.insert(all.end(), arguments.begin(), arguments.end());
-    process::environment environment = boost::this_process::environment();
-    for (const char* name : {"VELTRA_DOC_ROOT", "VELTRA_LOG", "NO_COLOR"})
-        environment.erase(name);
     m_process->child =
-        process::child(process::exe = VELTRA_VREF, process::args = all, environment,
+        process::child(process::exe = VELTRA_VREF, process::args = all,
                        process::std_in<m_process->input, process::std_out> m_process->output);
 }
 

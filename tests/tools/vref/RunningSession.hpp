@@ -12,7 +12,7 @@ namespace reference::tests {
 // A running "vref watch --json", spoken to as an editor would. By one thread.
 class RunningSession {
   public:
-    // `arguments` come after "watch --json". VELTRA_DOC_ROOT, VELTRA_LOG and NO_COLOR are unset.
+    // `arguments` come after "watch --json".
     explicit RunningSession(const std::vector<std::string>& arguments = {});
     RunningSession(const RunningSession&) = delete;  // one process, one owner
     RunningSession& operator=(const RunningSession&) = delete;

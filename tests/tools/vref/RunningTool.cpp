@@ -27,7 +27,7 @@ boost::json::array ToolRun::json() const {
 ToolRun runTool(const std::vector<std::string>& arguments,
                 const std::vector<std::string>& environment) {
     const TempFolder folder;
-    std::string command = "env -u VELTRA_DOC_ROOT -u VELTRA_LOG -u NO_COLOR";
+    std::string command = "env";
     for (const auto& variable : environment)
         command += " " + quoted(variable);
     command += " " VELTRA_VREF;

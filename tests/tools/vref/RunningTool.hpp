@@ -18,7 +18,7 @@ struct ToolRun {
 };
 
 // Runs vref with these arguments and waits for its end. `environment` has "NAME=value" texts that
-// are set besides; VELTRA_DOC_ROOT, VELTRA_LOG and NO_COLOR are otherwise unset.
+// are set besides; what a person may set for the tool is otherwise unset (userEnvironment.cpp).
 [[nodiscard]] ToolRun runTool(const std::vector<std::string>& arguments,
                               const std::vector<std::string>& environment = {});
 

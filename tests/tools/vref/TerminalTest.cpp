@@ -1,3 +1,5 @@
+#include <string>
+
 #include <gtest/gtest.h>
 
 #include "vref/Terminal.hpp"
@@ -12,6 +14,24 @@ TEST(TerminalTest, StylesOnlyWhereThereAreColours) {
     EXPECT_EQ(plain.styled(Style::Name, "x"), "x");
     EXPECT_EQ(colours.styled(Style::Plain, "x"), "x");
     EXPECT_EQ(colours.styled(Style::Name, ""), "");
+}
+
+TEST(TerminalTest, LinksOnlyWhereThereAreLinks) {
+    const Terminal links(true, true, 80, 24, true);
+    const Terminal plain(true, true, 80);
+    EXPECT_EQ(links.linked("file:///a", "x"), "\033]8;;file:///a\033\\x\033]8;;\033\\");
+    EXPECT_EQ(plain.linked("file:///a", "x"), "x");
+    EXPECT_EQ(links.linked("", "x"), "x");
+    EXPECT_EQ(links.linked("file:///a", ""), "");
+}
+
+TEST(TerminalTest, KnowsItsOwnSequences) {
+    const Terminal links(true, true, 80, 24, true);
+    const std::string styled = links.styled(Style::Name, "m");
+    const std::string text = "a " + links.linked("file:///m", styled) + " z";
+    EXPECT_EQ(withoutLinks(text), "a " + styled + " z");
+    EXPECT_EQ(withoutEscapes(text), "a m z");
+    EXPECT_EQ(withoutEscapes("plain"), "plain");
 }
 
 }  // namespace

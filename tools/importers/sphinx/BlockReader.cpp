@@ -64,10 +64,15 @@ std::string codeText(Node pre) {
     return text;
 }
 
+// Not one that holds line numbers.
+bool isPreOfCode(Node node) {
+    return node.tag() == "pre" && !isPageFurniture(node) && !isPageFurniture(node.parent()) &&
+           !isPageFurniture(node.parent().parent());
+}
+
 Node preWithin(Node node) {
     for (Node at = node; at; at = at.next(node, isPageFurniture(at)))
-        if (at.tag() == "pre" && !isPageFurniture(at) && !isPageFurniture(at.parent()) &&
-            !isPageFurniture(at.parent().parent()))
+        if (isPreOfCode(at))
             return at;
     return {};
 }
@@ -363,6 +368,14 @@ void BlockReader::readLines(Node block) {
     for (Node line = block.firstElement(); line; line = line.nextElement())
         lines.push_back(inlineText(line));
     addBlock(joined(lines, "\n"));
+}
+
+std::vector<std::string> codeWithin(Node container) {
+    std::vector<std::string> code;
+    for (Node at = container; at; at = at.next(container, isPageFurniture(at)))
+        if (isPreOfCode(at))
+            code.push_back(codeText(at));
+    return code;
 }
 
 }  // namespace reference::importers::sphinx

@@ -85,6 +85,9 @@ class BlockReader {
 [[nodiscard]] std::string proseOf(const std::vector<Node>& nodes);
 [[nodiscard]] std::string proseWithin(Node container);
 
+// The text of each block of code within a node as it is, without line numbers.
+[[nodiscard]] std::vector<std::string> codeWithin(Node container);
+
 // Whether the node is part of running content rather than a block.
 [[nodiscard]] bool isInline(Node node);
 

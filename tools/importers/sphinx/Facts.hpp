@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -103,10 +105,20 @@ struct DescriptionFacts {
     std::vector<LinkFacts> replacements;
 };
 
+// How often the code of a page gives names to things.
+struct CodeNames {
+    using ByName = std::map<std::string, std::map<std::string, std::uint32_t>>;
+    // By alias what is imported under it: "np", then "numpy".
+    ByName imports;
+    // By variable what is called for its value: "df", then "pd.DataFrame"; empty: no call.
+    ByName assignments;
+};
+
 // What was read from one page.
 struct PageFacts {
     // In page order.
     std::vector<DescriptionFacts> descriptions;
+    CodeNames codeNames;
     // What is wrong with the page; empty: nothing. With `isMissing` nothing could be read.
     std::string fault;
     bool isMissing = false;

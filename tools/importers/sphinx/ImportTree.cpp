@@ -10,6 +10,7 @@
 #include "fl/i18n/utf.hpp"
 #include "foundation/core/Mutex.hpp"
 #include "sphinx/Assembly.hpp"
+#include "sphinx/ExampleAliases.hpp"
 #include "sphinx/Inventory.hpp"
 #include "sphinx/InventorySorting.hpp"
 #include "sphinx/Kinds.hpp"
@@ -196,6 +197,7 @@ ImportResult importTree(const ImportOptions& options) {
     Assembled assembled = assemble(gathered);
     result.documentation = std::move(assembled.documentation);
     result.documentation.header = headerOf(options, inventory);
+    result.documentation.aliases = exampleAliases(gathered.pages, result.documentation.entities);
     report.objects = gathered.objects.size();
     report.furtherNames = assembled.furtherNames.size();
     report.leftOut = std::move(sorted.leftOut);

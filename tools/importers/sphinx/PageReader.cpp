@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "sphinx/CodeNames.hpp"
 #include "sphinx/DescriptionBody.hpp"
 #include "sphinx/FollowingProse.hpp"
 #include "sphinx/Hrefs.hpp"
@@ -320,6 +321,7 @@ PageFacts readPage(HtmlArena& arena, std::string_view html, std::string_view pag
     try {
         const HtmlDocument document(arena, html);
         facts.descriptions = readDescriptions(document.root(), wanted);
+        facts.codeNames = codeNamesOf(document.root());
     } catch (const HtmlError& error) {
         facts.fault = error.what();
         facts.isMissing = true;

@@ -19,7 +19,8 @@ struct WantedObject {
     bool isModule = false;
 };
 
-// Finds the descriptions of the wanted objects in one page and reads them.
+// Finds the descriptions of the wanted objects in one page and reads them, and what all code of the
+// page calls things.
 //
 // `html` is the page's content; bytes that are not well-formed UTF-8 are replaced and reported as a
 // fault. `page` is the page's name, which relative links are resolved against. A page that cannot
