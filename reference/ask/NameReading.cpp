@@ -135,7 +135,8 @@ void NameReading::findName(std::size_t wording, Part part) {
                           .call = m_call,
                           .rung = rung,
                           .isOtherCase = isOtherCase(name, bytes),
-                          .distance = static_cast<std::uint32_t>(wording),
+                          // What is named like the whole text goes before it: ".a" before "a".
+                          .distance = static_cast<std::uint32_t>(wording + (isWhole ? 1 : 0)),
                           .change = change});
     }
 }
