@@ -12,6 +12,7 @@
 
 #include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
+#include "vref/CompleteLine.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/FindCommandLine.hpp"
 #include "vref/Nearest.hpp"
@@ -79,6 +80,9 @@ class CommandLine {
         if (!arguments.empty() && arguments.front() == "help" &&
             std::ranges::none_of(arguments, [](auto& word) { return word.starts_with('-'); }))
             return help(std::span(arguments).subspan(1));
+        // Its words are those of another command line.
+        if (isLineCompletion(arguments))
+            return completeLine(m_app, arguments);
         // Words without a command are a question.
         if (!arguments.empty() && commandNamed(m_app, arguments.front()) == nullptr &&
             !isOwnOption(arguments.front())) {
@@ -238,6 +242,7 @@ class CommandLine {
             ->type_name("N")
             ->check(checkCount);
         command->add_flag("--json", m_complete.json, "Print the list as a JSON array");
+        command->footer("Scripts that complete vref in bash, zsh and fish are installed with it.");
         addDocumentationOptions(*command, m_complete.documentation);
         command->callback([this] { m_command = [this] { return complete(m_complete); }; });
     }
@@ -281,7 +286,7 @@ class CommandLine {
         command
             ->add_option("--help-folder", m_import.helpFolder,
                          "The folder of the pages below the help root (else the short name)")
-            ->type_name("FOLDER")
+            ->type_name("PATH")
             ->check(checkHelpFolder);
         command->add_flag("--list-all", m_import.listAll,
                           "List every object without a description, however many");
