@@ -1,5 +1,5 @@
 // "vref complete --words", which the completion scripts of shells call.
-#include <algorithm>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -123,6 +123,14 @@ TEST(CompleteLineTest, TakesWordsAsTheyWereTyped) {
                          "/nowhere")
                     .texts,
                 Contains("Table.sortBy"));
+}
+
+TEST(CompleteLineTest, AFolderMayBeginWithTheHomeFolder) {
+    const std::filesystem::path set = VELTRA_SHIPPED_SET;
+    const ToolRun run = runTool({"complete", "--words", "3", "--quoted", "--", "show", "--doc-root",
+                                 "~/" + set.filename().string(), "Table.sort"},
+                                {"HOME=" + set.parent_path().string()});
+    EXPECT_THAT(run.output, StartsWith("Table.sortBy\t"));
 }
 
 TEST(CompleteLineTest, WhatStandsAfterTheCursorCounts) {
