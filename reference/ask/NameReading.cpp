@@ -30,7 +30,7 @@ std::u16string joinedByDots(const std::vector<std::u16string>& components) {
 
 // A capital letter asks for its case; without one, any case is as good, but the same one goes
 // first.
-bool isOtherCase(std::string_view name, std::string_view typed) {
+bool isInOtherCase(std::string_view name, std::string_view typed) {
     return !name.ends_with(typed);
 }
 
@@ -152,7 +152,7 @@ void NameReading::findName(std::size_t wording, Part part) {
         m_candidates.add({.key = keyOf(proposal),
                           .call = m_call,
                           .rung = rung,
-                          .isOtherCase = isOtherCase(name, bytes),
+                          .isOtherCase = isInOtherCase(name, bytes),
                           // What is named like the whole text goes before it: ".a" before "a".
                           .distance = static_cast<std::uint32_t>(wording + (isWhole ? 1 : 0)),
                           .change = change});

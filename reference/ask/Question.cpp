@@ -18,12 +18,12 @@ QuestionError::~QuestionError() = default;
 
 namespace {
 
-constexpr std::u16string_view places[] = {u"name", u"purpose", u"text"};
-constexpr std::u16string_view states[] = {u"deprecated", u"current"};
+constexpr std::u16string_view knownPlaces[] = {u"name", u"purpose", u"text"};
+constexpr std::u16string_view knownStates[] = {u"deprecated", u"current"};
 constexpr QuestionFilter knownFilters[] = {{.name = u"type", .values = {}},
                                            {.name = u"product", .values = {}},
-                                           {.name = u"in", .values = places},
-                                           {.name = u"is", .values = states}};
+                                           {.name = u"in", .values = knownPlaces},
+                                           {.name = u"is", .values = knownStates}};
 // They bind names in code, and name nothing themselves.
 constexpr std::u16string_view codeWords[] = {
     u"as",   u"assert", u"async",  u"await", u"class", u"def",    u"del",  u"elif",
@@ -245,13 +245,13 @@ class QuestionParser {
                                              .position = m_before + position,
                                              .length = value.size()});
         } else if (name == u"in") {
-            if (!isOneOf(lower, places))
+            if (!isOneOf(lower, knownPlaces))
                 refuse();
             m_question.m_place = lower == u"name"      ? Place::Names
                                  : lower == u"purpose" ? Place::Purposes
                                                        : Place::Texts;
         } else {
-            if (!isOneOf(lower, states))
+            if (!isOneOf(lower, knownStates))
                 refuse();
             m_question.m_deprecated = lower == u"deprecated";
         }

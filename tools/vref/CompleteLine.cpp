@@ -71,7 +71,7 @@ const CLI::App* commandNamed(const CLI::App& app, const std::string& name) {
     return found == commands.end() ? nullptr : *found;
 }
 
-std::vector<std::string> namesOf(const CLI::Option& option) {
+std::vector<std::string> typedNames(const CLI::Option& option) {
     std::vector<std::string> names;
     for (const auto& name : option.get_lnames())
         names.push_back("--" + name);
@@ -83,7 +83,7 @@ std::vector<std::string> namesOf(const CLI::Option& option) {
 const CLI::Option* optionNamed(const CLI::App& app, const std::string& name) {
     const auto options = app.get_options();
     const auto found = std::ranges::find_if(options, [&](const CLI::Option* option) {
-        return std::ranges::count(namesOf(*option), name) > 0;
+        return std::ranges::count(typedNames(*option), name) > 0;
     });
     return found == options.end() ? nullptr : *found;
 }
@@ -194,7 +194,7 @@ class LineCompletion {
         }
         const auto addOptions = [this](const CLI::App& app) {
             for (const CLI::Option* option : app.get_options())
-                for (const auto& name : namesOf(*option))
+                for (const auto& name : typedNames(*option))
                     if (std::ranges::count(m_candidates, name, &Candidate::text) == 0)
                         add(name, option->get_description());
         };
