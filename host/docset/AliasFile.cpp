@@ -12,7 +12,7 @@
 namespace reference::docset {
 namespace {
 
-constexpr std::string_view jsonEnding = ".json";
+constexpr std::string_view lookupJsonEnding = ".json";
 constexpr std::string_view aliasesEnding = ".aliases.json";
 
 bool isIdentifierStart(char c) noexcept {
@@ -49,8 +49,8 @@ void readNames(const JsonNode& node, std::map<std::u16string, std::uint32_t>& na
 }  // namespace
 
 std::string aliasFileName(std::string_view lookupFile) {
-    if (lookupFile.ends_with(jsonEnding))
-        lookupFile.remove_suffix(jsonEnding.size());
+    if (lookupFile.ends_with(lookupJsonEnding))
+        lookupFile.remove_suffix(lookupJsonEnding.size());
     return std::string(lookupFile) + std::string(aliasesEnding);
 }
 
