@@ -48,7 +48,7 @@ class Compilation {
         const auto read = [this](const std::string& name) {
             std::optional<LookupWithAliases> contents;
             auto lookup = readLookupFile(m_folder, name, reporter());
-            auto aliases = readAliases(m_folder, name, reporter());
+            auto aliases = lookup ? readAliases(m_folder, name, reporter()) : std::nullopt;
             if (lookup && aliases)
                 contents = {.lookup = std::move(*lookup), .aliases = std::move(*aliases)};
             return contents;

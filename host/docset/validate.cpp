@@ -128,8 +128,8 @@ class Validator {
                 fault(files.lookup, "product.shortName",
                       "The file is of the product \"" + toUtf8(lookup->header.shortName) +
                           "\"; the manifest names it for \"" + toUtf8(product.shortName) + "\".");
+            checkAliases(files.lookup);
         }
-        checkAliases(files.lookup);
         if (files.reference.empty())
             return;
         const std::size_t faultsBefore = m_report.faults.size();

@@ -30,7 +30,7 @@ std::u16string joinedByDots(const std::vector<std::u16string>& components) {
 
 // A capital letter asks for its case; without one, any case is as good, but the same one goes
 // first.
-bool isOtherCase(std::string_view name, std::string_view typed) {
+bool isInOtherCase(std::string_view name, std::string_view typed) {
     return !name.ends_with(typed);
 }
 
@@ -112,6 +112,18 @@ void NameReading::findName() {
             findName(wording, part);
 }
 
+// An alias alone means a module. A variable may mean its class, but a word that something else is
+// really named by means that; and what a function is called somewhere says nothing.
+std::optional<Rung> NameReading::rungOfAlias(std::uint32_t key) const {
+    using property::RefEntityType;
+    const std::uint32_t types = m_questions.facts(key).types;
+    if ((types & docimage::typeBit(RefEntityType::Package)) != 0)
+        return Rung::Name;
+    if ((types & docimage::typeBit(RefEntityType::Class)) != 0)
+        return Rung::WithoutPackage;
+    return std::nullopt;
+}
+
 void NameReading::findName(std::size_t wording, Part part) {
     const auto& [components, bytes, wanted, forms, change] = m_wordings[wording];
     LookupIndex::Proposals proposals;
@@ -131,11 +143,18 @@ void NameReading::findName(std::size_t wording, Part part) {
         else if (docimage::componentBoundaries.find(form[form.size() - wanted.size() - 1]) ==
                  std::string_view::npos)
             continue;
+        if (wording > 0 && m_components.size() == 1) {
+            const auto aliasRung = rungOfAlias(keyOf(proposal));
+            if (!isWhole || !aliasRung)
+                continue;
+            rung = std::max(rung, *aliasRung);
+        }
         m_candidates.add({.key = keyOf(proposal),
                           .call = m_call,
                           .rung = rung,
-                          .isOtherCase = isOtherCase(name, bytes),
-                          .distance = static_cast<std::uint32_t>(wording),
+                          .isOtherCase = isInOtherCase(name, bytes),
+                          // What is named like the whole text goes before it: ".a" before "a".
+                          .distance = static_cast<std::uint32_t>(wording + (isWhole ? 1 : 0)),
                           .change = change});
     }
 }

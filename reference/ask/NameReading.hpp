@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,6 +53,7 @@ class NameReading {
                                            std::uint32_t change);
     void addAliases();
     void findName(std::size_t wording, Part part);
+    [[nodiscard]] std::optional<Rung> rungOfAlias(std::uint32_t key) const;
     [[nodiscard]] Fit fitPackage(std::uint32_t key, std::uint32_t slips) const;
     [[nodiscard]] Fit fitWording(std::size_t number, std::uint32_t key,
                                  const std::vector<std::string_view>& components,

@@ -18,7 +18,12 @@ QuestionError::~QuestionError() = default;
 
 namespace {
 
-constexpr std::u16string_view filterNames[] = {u"type", u"product", u"in", u"is"};
+constexpr std::u16string_view knownPlaces[] = {u"name", u"purpose", u"text"};
+constexpr std::u16string_view knownStates[] = {u"deprecated", u"current"};
+constexpr QuestionFilter knownFilters[] = {{.name = u"type", .values = {}},
+                                           {.name = u"product", .values = {}},
+                                           {.name = u"in", .values = knownPlaces},
+                                           {.name = u"is", .values = knownStates}};
 // They bind names in code, and name nothing themselves.
 constexpr std::u16string_view codeWords[] = {
     u"as",   u"assert", u"async",  u"await", u"class", u"def",    u"del",  u"elif",
@@ -176,7 +181,7 @@ class QuestionParser {
             m_text.substr(colon).starts_with(u"::"))
             return false;
         const std::u16string name = asciiLower(m_text.substr(m_at, colon - m_at));
-        if (!isOneOf(name, filterNames))
+        if (std::ranges::find(knownFilters, name, &QuestionFilter::name) == std::end(knownFilters))
             return false;
         const std::size_t begin = m_at;
         m_at = colon + 1;
@@ -240,13 +245,13 @@ class QuestionParser {
                                              .position = m_before + position,
                                              .length = value.size()});
         } else if (name == u"in") {
-            if (lower != u"name" && lower != u"purpose" && lower != u"text")
+            if (!isOneOf(lower, knownPlaces))
                 refuse();
             m_question.m_place = lower == u"name"      ? Place::Names
                                  : lower == u"purpose" ? Place::Purposes
                                                        : Place::Texts;
         } else {
-            if (lower != u"deprecated" && lower != u"current")
+            if (!isOneOf(lower, knownStates))
                 refuse();
             m_question.m_deprecated = lower == u"deprecated";
         }
@@ -424,6 +429,10 @@ class QuestionParser {
     std::size_t m_at = 0;
     bool m_isCode = false;
 };
+
+std::span<const QuestionFilter> Question::filters() noexcept {
+    return knownFilters;
+}
 
 Question Question::parse(std::u16string_view text) {
     return QuestionParser(text).parse();

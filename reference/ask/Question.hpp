@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,13 @@ struct Term {
     // Of the question's text, in UTF-16 units.
     std::size_t position = 0;
     std::size_t length = 0;
+};
+
+// A filter, as "in", and what may stand after its colon; no values where these are types of
+// entities or names of products.
+struct QuestionFilter {
+    std::u16string_view name;
+    std::span<const std::u16string_view> values;
 };
 
 struct WantedProduct {
@@ -47,6 +55,9 @@ class VELTRA_REFERENCE_API Question {
     // Longer questions are not asked: no name and no sentence of a person is as long.
     static constexpr std::size_t maxLength = 4096;
     static constexpr std::size_t maxTerms = 64;
+
+    // All filters; valid as long as the process.
+    [[nodiscard]] static std::span<const QuestionFilter> filters() noexcept;
 
     // Throws QuestionError for a filter without a value or with an unknown one, a phrase that is
     // not ended, more than `maxLength` units or `maxTerms` terms, and a question that has nothing

@@ -34,6 +34,13 @@ if(EXISTS "${prefix}/bin/vref")
     endif()
 endif()
 
+foreach(script IN ITEMS bash-completion/completions/vref zsh/site-functions/_vref
+        fish/vendor_completions.d/vref.fish)
+    if(EXISTS "${prefix}/bin/vref" AND NOT EXISTS "${prefix}/share/${script}")
+        message(FATAL_ERROR "the completion script share/${script} is not installed")
+    endif()
+endforeach()
+
 # The program that the README shows is built too.
 file(READ "${SOURCE_DIR}/README.md" readme)
 string(REGEX MATCH "```cpp\n(.*)\n```\n\n```cmake" ignored "${readme}")

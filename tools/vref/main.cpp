@@ -12,6 +12,7 @@
 
 #include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
+#include "vref/CompleteLine.hpp"
 #include "vref/Configuration.hpp"
 #include "vref/FindCommandLine.hpp"
 #include "vref/ImportCommandLine.hpp"
@@ -55,6 +56,9 @@ class CommandLine {
         if (!arguments.empty() && arguments.front() == "help" &&
             std::ranges::none_of(arguments, [](auto& word) { return word.starts_with('-'); }))
             return help(std::span(arguments).subspan(1));
+        // Its words are those of another command line.
+        if (isLineCompletion(arguments))
+            return completeLine(m_app, arguments);
         // Words without a command are a question.
         if (!arguments.empty() && commandNamed(m_app, arguments.front()) == nullptr &&
             !isOwnOption(arguments.front())) {
@@ -224,6 +228,7 @@ class CommandLine {
         CLI::App* command = m_app.add_subcommand(
             "complete", "Lists names that go on from what is typed, for shells and editors");
         addCompleteOptions(*command, m_complete);
+        command->footer("Scripts that complete vref in bash, zsh and fish are installed with it.");
         addDocumentationOptions(*command, m_given);
         addColoursOption(*command, m_given);
         command->callback(

@@ -35,6 +35,9 @@ ProductBuilder frames() {
         .entity(u"frames.Table", RefEntityType::Class, u"Table.html", u"Columns.")
         .entity(u"frames.Table.linspace", RefEntityType::Method, u"t_linspace.html", u"Fills.")
         .entity(u"frames.Table.group", RefEntityType::Method, u"group.html", u"Groups rows.")
+        .entity(u"frames.rd", RefEntityType::Property, u"rd.html", u"Radius.")
+        .alias(u"rd", u"frames.Table", 50)
+        .alias(u"rd", u"frames.read_csv", 60)
         .alias(u"fr", u"frames", 40)
         .alias(u"t", u"frames.Table", 20)
         .alias(u"nm", u"numbers", 30);
@@ -91,7 +94,8 @@ TEST_F(AliasTest, AreWrittenOutFromMemoryFilesAndImages) {
         {u"fr.read_c", "frames.read_csv [beginning] alias: frames"},
         {u"fr", "frames [name] alias: frames"},
         {u"t.group()", "frames.Table.group [name] alias: frames.Table"},
-        {u"t", "frames.Table [name] alias: frames.Table"},
+        {u"t", "frames.Table [without-package] alias: frames.Table"},
+        {u"rd", "frames.rd [without-package]"},
         {u"x = fr.Table(y).group(z)", "frames.Table.group [without-package]"},
         {u"nm.linspace", "numbers.linspace [name] alias: numbers"},
         {u"nm.draw", "numbers.random.draw [without-package] alias: numbers"},
@@ -180,7 +184,7 @@ TEST_F(AliasTest, OfClassesNameNoProduct) {
             .entity(u"signals.rows", RefEntityType::Function, u"r.html", u"Rows.")
             .alias(u"tab", u"signals.Table", 90));
     EXPECT_EQ(first(u"tab.x"), "nothing");
-    EXPECT_EQ(first(u"tab"), "signals.Table [name] alias: signals.Table");
+    EXPECT_EQ(first(u"tab"), "signals.Table [without-package] alias: signals.Table");
     EXPECT_THAT(find(u"tab rows"), Not(Contains(StartsWith("signals.rows [without-package]"))));
 }
 
