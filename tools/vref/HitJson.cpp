@@ -27,12 +27,12 @@ constexpr std::string_view shortSet[] = {"name",    "type", "product", "purpose"
                                          "address", "rung", "change",  "deprecated"};
 
 // Of the item's members, this is said of its place, too.
-constexpr std::string_view purpose = "purpose";
+constexpr std::string_view purposeMember = "purpose";
 
 std::vector<std::string> knownFields() {
     std::vector<std::string> names(std::begin(placeMembers), std::end(placeMembers));
     for (const std::string_view member : itemMembers())
-        if (member != purpose)
+        if (member != purposeMember)
             names.emplace_back(member);
     return names;
 }
@@ -65,14 +65,14 @@ class HitWriter {
     // yet.
     void addItem(const property::RefItem& item) {
         const auto isWanted = [this](std::string_view name) {
-            return name != purpose && m_fields.has(name);
+            return name != purposeMember && m_fields.has(name);
         };
         if (std::ranges::none_of(itemMembers(), isWanted))
             return;
         json::object members = docset::toJson(item, docset::JsonForm::Complete);
         for (const std::string_view name : itemMembers())
             if (auto* const member = members.if_contains({name.data(), name.size()});
-                member != nullptr && name != purpose)
+                member != nullptr && name != purposeMember)
                 add(name, std::move(*member));
     }
 
@@ -137,7 +137,7 @@ json::object toJson(const FoundHit& hit, const HitFields& fields,
     writer.add("name", fl::i18n::toUtf8(hit.name));
     writer.add("type", entityTypeOf(hit));
     writer.add("product", fl::i18n::toUtf8(header.getShortName()));
-    writer.add(purpose, fl::i18n::toUtf8(item.getPurpose()));
+    writer.add(purposeMember, fl::i18n::toUtf8(item.getPurpose()));
     writer.add("helpFolder", fl::i18n::toUtf8(header.getHelpFolder()));
     writer.add("href", fl::i18n::toUtf8(item.getHref()));
     if (fields.has("address"))

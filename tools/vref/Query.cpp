@@ -46,14 +46,14 @@ std::optional<std::string> meantType(const std::string& text,
     return nearest(text, known);
 }
 
-constexpr std::pair<Search, const char*> searches[] = {{Search::Entity, "entity"},
-                                                       {Search::Class, "class"},
-                                                       {Search::Purpose, "purpose"},
-                                                       {Search::Text, "text"},
-                                                       {Search::Page, "page"}};
+constexpr std::pair<Search, const char*> namedSearches[] = {{Search::Entity, "entity"},
+                                                            {Search::Class, "class"},
+                                                            {Search::Purpose, "purpose"},
+                                                            {Search::Text, "text"},
+                                                            {Search::Page, "page"}};
 
 const char* nameOf(Search search) {
-    return std::ranges::find(searches, search, &std::pair<Search, const char*>::first)->second;
+    return std::ranges::find(namedSearches, search, &std::pair<Search, const char*>::first)->second;
 }
 
 // A word, quoted for a shell.
@@ -71,7 +71,7 @@ std::string quoted(const std::string& word) {
 }  // namespace
 
 std::optional<Search> toSearch(const std::string& name) {
-    for (const auto& [search, known] : searches)
+    for (const auto& [search, known] : namedSearches)
         if (name == known)
             return search;
     return std::nullopt;
@@ -79,7 +79,7 @@ std::optional<Search> toSearch(const std::string& name) {
 
 std::vector<std::string> searchNames() {
     std::vector<std::string> names;
-    for (const auto& [search, name] : searches)
+    for (const auto& [search, name] : namedSearches)
         names.emplace_back(name);
     return names;
 }
