@@ -128,8 +128,8 @@ void LexiconBuilder::writeTo(ImageWriter& writer, std::uint32_t firstSection, Fo
     if (foundBy == FoundBy::Ends) {
         std::vector<std::string_view> all;
         all.reserve(sorted.size());
-        for (const auto& [word, deltas] : sorted)
-            all.push_back(word);
+        for (const auto& entry : sorted)
+            all.push_back(entry.first);
         known = orderByEnds(all);
     }
     words.writeTo(writer, firstSection);

@@ -1,6 +1,5 @@
 #include "vref/FindCommandLine.hpp"
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -13,18 +12,11 @@
 namespace reference::tools {
 namespace {
 
-Search toSearch(const std::string& name) {
-    static const std::map<std::string, Search> searches = {{"entity", Search::Entity},
-                                                           {"class", Search::Class},
-                                                           {"purpose", Search::Purpose},
-                                                           {"text", Search::Text},
-                                                           {"page", Search::Page}};
-    const auto found = searches.find(name);
-    if (found == searches.end())
-        throw CLI::ValidationError("--search", "There is no search \"" + name +
-                                                   "\"; there is: entity, class, purpose, text, "
-                                                   "page.");
-    return found->second;
+Search searchOfOption(const std::string& name) {
+    if (const auto search = toSearch(name))
+        return *search;
+    throw CLI::ValidationError("--search", "There is no search \"" + name + "\"; there is: " +
+                                               boost::join(searchNames(), ", ") + ".");
 }
 
 void addProductOptions(CLI::App& command, QueryOptions& options) {
@@ -68,11 +60,11 @@ void addFindOptions(CLI::App& command, FindOptions& options) {
     command
         .add_option_function<std::string>(
             "--search",
-            [&options](const std::string& name) { options.query.search = toSearch(name); },
+            [&options](const std::string& name) { options.query.search = searchOfOption(name); },
             "What the name is compared with: entity names, classes, each with its "
             "properties, parts of names and purposes, parts of all text, or the pages that "
             "entries are on")
-        ->type_name("entity|class|purpose|text|page");
+        ->type_name(boost::join(searchNames(), "|"));
     addQueryOptions(command, options.query);
     command
         .add_option("--order", options.order,

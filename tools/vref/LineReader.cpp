@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <poll.h>
 #include <unistd.h>
+#include <utility>
 
 namespace reference::tools {
 
@@ -16,8 +17,10 @@ LineReader::Result LineReader::take(std::size_t size, std::size_t lineEnd) {
     m_buffer.erase(0, size + lineEnd);
     m_searched = 0;
     if (m_isOverlong || line.size() > maxLineLength) {
+        std::string beginning =
+            m_isOverlong ? std::move(m_beginning) : line.substr(0, beginningLength);
         m_isOverlong = false;
-        return {State::TooLong, {}};
+        return {State::TooLong, std::move(beginning)};
     }
     if (line.ends_with('\r'))
         line.pop_back();
@@ -31,6 +34,8 @@ LineReader::Result LineReader::next(milliseconds patience) {
             return take(end, 1);
         m_searched = m_buffer.size();
         if (m_buffer.size() > maxLineLength) {
+            if (!m_isOverlong)
+                m_beginning = m_buffer.substr(0, beginningLength);
             m_isOverlong = true;
             m_buffer.clear();
             m_searched = 0;

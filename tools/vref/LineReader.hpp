@@ -12,6 +12,8 @@ class LineReader {
   public:
     // Far longer than any request. A longer line cannot be a request and is not kept in memory.
     static constexpr std::size_t maxLineLength = std::size_t{1} << 20;
+    // So much of such a line is kept.
+    static constexpr std::size_t beginningLength = 256;
 
     enum class State {
         Line,      // a line is there
@@ -23,7 +25,8 @@ class LineReader {
 
     struct Result {
         State state;
-        std::string line;  // without its line end (LF or CR LF)
+        // Without its line end (LF or CR LF); of one that is too long, the beginning.
+        std::string line;
     };
 
     // The caller owns `descriptor` and keeps it open while this lives. The same holds for
@@ -44,7 +47,9 @@ class LineReader {
     const int m_answers;
     std::string m_buffer;
     std::size_t m_searched = 0;  // how much of the buffer is known to hold no line end
-    bool m_isOverlong = false;   // the buffer begins in the middle of a line that is too long
+    // The buffer begins in the middle of a line that is too long, and this is its beginning.
+    bool m_isOverlong = false;
+    std::string m_beginning;
     bool m_atTheEnd = false;
 };
 

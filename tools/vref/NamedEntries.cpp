@@ -29,7 +29,7 @@ bool isPage(const std::u16string& typed, const std::u16string& helpFolder,
 }
 
 // The entries that are filed under the page that the request's text names.
-std::vector<ReferenceData> entriesOfPage(const ReferenceRequest& request) {
+std::vector<ReferenceData> entriesFiledUnder(const ReferenceRequest& request) {
     std::vector<ReferenceData> found;
     const auto everything = ReferenceCacheManager::GetProductsWithEntity(
         ReferenceRequest::createMatchAllTextRequest(request.getTypes(), request.getProducts()),
@@ -108,7 +108,7 @@ NamedEntries firstReading(const FindOptions& options, const Documentation& docum
         asked = fromFinding(findEntries(options, documentation));
     if (!asked.entries.empty() && asked.change.empty())
         return asked;
-    if (auto page = entriesOfPage(request); !page.empty())
+    if (auto page = entriesFiledUnder(request); !page.empty())
         return fromResults(std::move(page));
     if (!isPage)
         return asked;
@@ -141,6 +141,13 @@ NamedEntries entriesNamed(const QueryOptions& query, std::size_t nth,
                         found.entries.begin() + static_cast<std::ptrdiff_t>(nth - 1));
     found.alike = nth == 1 ? found.alike : 1;
     return found;
+}
+
+std::vector<ReferenceData> entriesOfPage(const QueryOptions& query,
+                                         const Documentation& documentation) {
+    const ReferenceRequest request = toRequest(query, documentation);
+    auto filed = entriesFiledUnder(request);
+    return filed.empty() ? propertiesOfPage(request) : std::move(filed);
 }
 
 void tellOthers(const NamedEntries& found, Colours colours) {

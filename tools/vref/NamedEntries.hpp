@@ -29,6 +29,11 @@ struct NamedEntries {
 [[nodiscard]] NamedEntries entriesNamed(const QueryOptions& query, std::size_t nth,
                                         const Documentation& documentation);
 
+// The entries of the page that the name is the href of, with or without the help folder before it,
+// or else the class properties that are documented there. Throws what toRequest() throws.
+[[nodiscard]] std::vector<api::ReferenceData> entriesOfPage(const QueryOptions& query,
+                                                            const Documentation& documentation);
+
 // On the standard error stream: what the text was taken for, all entries that were found in the
 // same way but the first, and how to tell them apart.
 void tellOthers(const NamedEntries& found, Colours colours);

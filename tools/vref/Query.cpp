@@ -46,20 +46,14 @@ std::optional<std::string> meantType(const std::string& text,
     return nearest(text, known);
 }
 
+constexpr std::pair<Search, const char*> searches[] = {{Search::Entity, "entity"},
+                                                       {Search::Class, "class"},
+                                                       {Search::Purpose, "purpose"},
+                                                       {Search::Text, "text"},
+                                                       {Search::Page, "page"}};
+
 const char* nameOf(Search search) {
-    switch (search) {
-        case Search::Class:
-            return "class";
-        case Search::Purpose:
-            return "purpose";
-        case Search::Text:
-            return "text";
-        case Search::Page:
-            return "page";
-        case Search::Entity:
-            break;
-    }
-    return "entity";
+    return std::ranges::find(searches, search, &std::pair<Search, const char*>::first)->second;
 }
 
 // A word, quoted for a shell.
@@ -75,6 +69,20 @@ std::string quoted(const std::string& word) {
 }
 
 }  // namespace
+
+std::optional<Search> toSearch(const std::string& name) {
+    for (const auto& [search, known] : searches)
+        if (name == known)
+            return search;
+    return std::nullopt;
+}
+
+std::vector<std::string> searchNames() {
+    std::vector<std::string> names;
+    for (const auto& [search, name] : searches)
+        names.emplace_back(name);
+    return names;
+}
 
 RefEntityType::Value toType(const std::string& text) {
     if (const auto type = RefEntityType::fromString(text))

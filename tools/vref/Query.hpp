@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,6 +19,10 @@ enum class Search {
     Text,     // parts of everything that is said in prose
     Page,     // names of pages, each with all its entries
 };
+
+// The search of this name ("entity", "class", ...), if there is one, and the names of all.
+[[nodiscard]] std::optional<Search> toSearch(const std::string& name);
+[[nodiscard]] std::vector<std::string> searchNames();
 
 // What the command line says about a search, as it was typed. UTF-8.
 struct QueryOptions {

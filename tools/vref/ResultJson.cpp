@@ -38,6 +38,10 @@ json::object resultToJson(const api::ReferenceData& result) {
 
 }  // namespace
 
+std::span<const std::string_view> itemMembers() noexcept {
+    return memberOrder;
+}
+
 json::array toJson(std::span<const api::ReferenceData> results,
                    std::span<const std::string> notes) {
     json::array array;

@@ -3,12 +3,17 @@
 #include <iosfwd>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include <boost/json/array.hpp>
 
 #include "reference/api/ReferenceData.hpp"
 
 namespace reference::tools {
+
+// The names of an item's members, in the order in which programs read them. Lives as long as the
+// process.
+[[nodiscard]] std::span<const std::string_view> itemMembers() noexcept;
 
 // The results as one JSON array. Each element has "product", "helpFolder" and "href", then the
 // item's members; every member is there, empty or not, always in the same order.

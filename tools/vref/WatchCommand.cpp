@@ -1,12 +1,12 @@
 #include <chrono>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <unistd.h>
-#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -14,27 +14,25 @@
 #include <boost/json/value.hpp>
 
 #include "fl/i18n/utf.hpp"
-#include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
-#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
-#include "reference/api/cache_manager/ReferenceDataChangeEvent.hpp"
 #include "vref/CommandLineErrors.hpp"
 #include "vref/CommandLineText.hpp"
 #include "vref/Commands.hpp"
 #include "vref/FindCommandLine.hpp"
 #include "vref/LineReader.hpp"
-#include "vref/ManifestWatch.hpp"
 #include "vref/OptionTexts.hpp"
-#include "vref/ProductFigures.hpp"
+#include "vref/ProgramOutput.hpp"
+#include "vref/RpcError.hpp"
+#include "vref/RpcMessage.hpp"
+#include "vref/RpcMethods.hpp"
+#include "vref/RpcSession.hpp"
 #include "vref/StandardStreams.hpp"
 #include "vref/WatchOutput.hpp"
-#include "vvm/Factory.hpp"
+#include "vref/WatchedDocumentation.hpp"
 
 namespace reference::tools {
 namespace {
 
 namespace json = boost::json;
-using cache_manager::ReferenceCacheManager;
-using cache_manager::ReferenceDataChangeEvent;
 
 // How long a change of the documentation may go unnoticed between requests. Before a request is
 // answered, the session always checks.
@@ -127,52 +125,94 @@ std::optional<Command> commandIn(const std::string& line) {
 class Session {
   public:
     Session(const WatchOptions& options, const Configuration& configuration)
-        : m_isForProgram(options.json),
-          m_output(options.json ? WatchOutput::forProgram()
-                                : WatchOutput::forPerson(configuration.colours.value)),
+        : m_program(options.json ? std::make_unique<ProgramOutput>() : nullptr),
+          m_person(options.json ? nullptr : WatchOutput::forPerson(configuration.colours.value)),
+          m_output(options.json ? static_cast<WatchOutput&>(*m_program) : *m_person),
           m_usuallyPrefer(configuration.preferredProducts.value),
-          m_documentation(configuration.documentation(),
-                          [this](const std::string& message) { m_output->warning(message); }) {
-        vvm::Factory::makeLocalVVM();
-        ReferenceCacheManager::SubscribeToDataChangeEvent(
-            m_connection, [this](const ReferenceDataChangeEvent&) { m_isOutdated = true; });
-        static_cast<void>(m_manifests.hasChanged(m_documentation.roots()));
-        ReferenceCacheManager::PerformStartupOperations();
-        m_output->loaded("ready", whatIsLoaded());
-    }
+          m_watched(
+              configuration.documentation(),
+              [this](const std::string& message) { m_output.warning(message); },
+              [this](const std::string& why, const LoadedDocumentation& documentation) {
+                  m_output.loaded(why, documentation);
+              }),
+          m_methods(m_watched) {}
     Session(const Session&) = delete;  // the session of this process
     Session& operator=(const Session&) = delete;
-    ~Session() { vvm::Factory::setCurrentLocalVVM(nullptr); }
+    ~Session() = default;
 
-    // Answers lines until there are no more. Throws OutputError and ReaderGone after an answer that
-    // could not be written, and ReaderGone as soon as nobody reads the answers.
+    // Answers lines until there are no more, or the client asks for the end. Throws OutputError and
+    // ReaderGone after an answer that could not be written, and ReaderGone as soon as nobody reads
+    // the answers.
     void run() {
         using State = LineReader::State;
         LineReader reader(STDIN_FILENO, STDOUT_FILENO);
-        m_output->prompt();
-        while (true) {
-            flushOutput();
+        m_output.prompt();
+        while (!m_rpc || !m_rpc->isOver()) {
+            m_output.flush();
             const auto [state, line] = reader.next(lookAround);
             if (state == State::AtTheEnd)
-                return;
+                break;
             if (state == State::Unread)
                 throw ReaderGone();
-            m_documentation.startNewQuestion();
-            followDocumentation();
-            if (state == State::NoneYet)
-                continue;
-            ++m_line;
-            if (state == State::TooLong)
-                m_output->answerError(m_line, "The line is longer than " +
-                                                  std::to_string(LineReader::maxLineLength) +
-                                                  " bytes.");
+            if (state != State::NoneYet)
+                ++m_line;
+            if (m_program && isRpcLine(line, m_rpc.has_value()))
+                takeRpc(line, state == State::TooLong);
+            else if (m_rpc && state == State::NoneYet)
+                followForRpc();
             else
-                answer(line);
-            m_output->prompt();
+                alone([&, &state = state, &line = line] { takeLine(state, line); });
         }
+        if (m_rpc)
+            m_rpc->drain();
+        m_output.flush();
     }
 
   private:
+    // What changes the documentation does not wait for requests of version 2: they may last.
+    void followForRpc() {
+        if (m_watched.hasChanged())
+            m_rpc->readAnew();
+    }
+
+    void takeRpc(const std::string& line, bool isTooLong) {
+        if (!m_rpc) {
+            m_program->speakVersion2();
+            m_rpc.emplace(m_methods,
+                          [this](const json::value& message) { m_program->send(message); });
+        }
+        followForRpc();
+        if (isTooLong)
+            m_rpc->refuse(RpcError::notRequest(tooLong()));
+        else
+            m_rpc->take(line);
+    }
+
+    void alone(const std::function<void()>& task) {
+        if (m_rpc)
+            m_rpc->runAlone(task);
+        else
+            task();
+    }
+
+    static std::string tooLong() {
+        return "The line is longer than " + std::to_string(LineReader::maxLineLength) + " bytes.";
+    }
+
+    // A line of version 1, or none.
+    void takeLine(LineReader::State state, const std::string& line) {
+        using State = LineReader::State;
+        m_watched.documentation().startNewQuestion();
+        static_cast<void>(m_watched.followManifests());
+        if (state == State::NoneYet)
+            return;
+        if (state == State::TooLong)
+            m_output.answerError(m_line, tooLong());
+        else
+            answer(line);
+        m_output.prompt();
+    }
+
     void answer(const std::string& line) {
         try {
             requireUtf8(line);
@@ -184,107 +224,68 @@ class Session {
             else
                 find(parseLine(request));
         } catch (const HelpWanted&) {
-            m_output->answerHelp(m_line, helpText());
+            m_output.answerHelp(m_line, helpText());
         } catch (const std::exception& error) {
-            m_output->answerError(m_line, error.what());
+            m_output.answerError(m_line, error.what());
         }
     }
 
     // A program gets what version 1 of the protocol promises: the request of the library.
     [[nodiscard]] FindOptions parseLine(const std::string& line) const {
         FindOptions options = parseRequest(line);
-        options.exact = options.exact || m_isForProgram;
-        if (!m_isForProgram)
+        options.exact = options.exact || m_program;
+        if (!m_program)
             options.query.usuallyPrefer = m_usuallyPrefer;
         return options;
     }
 
     void find(const FindOptions& options) {
+        const Documentation& documentation = m_watched.documentation();
         for (int attempt = 1; attempt < maxAttempts; ++attempt) {
-            const std::size_t unreadable = m_documentation.unreadableFiles();
+            const std::size_t unreadable = documentation.unreadableFiles();
             try {
-                const Finding finding = findEntries(options, m_documentation);
-                if (m_documentation.unreadableFiles() == unreadable || !followDocumentation()) {
-                    m_output->answer(m_line, options, finding);
+                const Finding finding = findEntries(options, documentation);
+                if (documentation.unreadableFiles() == unreadable || !m_watched.followManifests()) {
+                    m_output.answer(m_line, options, finding);
                     return;
                 }
             } catch (const std::exception&) {
-                if (!followDocumentation())
+                if (!m_watched.followManifests())
                     throw;
             }
         }
-        m_output->answer(m_line, options, findEntries(options, m_documentation));
+        m_output.answer(m_line, options, findEntries(options, documentation));
     }
 
     void obey(const Command& command) {
         if (command.word == "help") {
-            m_output->answerHelp(m_line, helpText());
+            m_output.answerHelp(m_line, helpText());
             return;
         }
         if (command.word == "language") {
             if (command.argument.empty())
                 throw UnusableError("A language is missing; \":language ja_JP\" names one.");
-            m_documentation.setLanguage(command.argument);
-            reloadIfOutdated("language");
+            static_cast<void>(m_watched.setLanguage(command.argument));
         } else if (command.word == "reload") {
-            ReferenceCacheManager::ClearAllCaches();
-            reloadIfOutdated("request");
+            static_cast<void>(m_watched.reload());
         } else {
             throw UnusableError("There is no command \":" + command.word +
                                 "\"; there is: :help, :language, :reload.");
         }
-        m_output->answerDone(m_line);
+        m_output.answerDone(m_line);
     }
 
-    // Reads the documentation anew if its manifest was replaced, and returns whether it did. While
-    // a manifest cannot be read, for example because somebody is writing it, what is loaded is
-    // kept.
-    bool followDocumentation() {
-        const auto roots = m_documentation.roots();
-        if (!m_manifests.hasChanged(roots))
-            return false;
-        if (const std::string reason = whyUnreadable(roots.front()); !reason.empty()) {
-            m_output->warning(
-                "the documentation has changed but cannot be read, so that what is "
-                "loaded is kept: " +
-                reason);
-            return false;
-        }
-        ReferenceCacheManager::ClearAllCaches();
-        reloadIfOutdated("documentation");
-        return true;
-    }
+    // One of them.
+    const std::unique_ptr<ProgramOutput> m_program;
+    const std::unique_ptr<WatchOutput> m_person;
+    WatchOutput& m_output;
 
-    // Loads the lookup files again at once, so that the next request need not wait for them.
-    void reloadIfOutdated(const std::string& why) {
-        if (!std::exchange(m_isOutdated, false))
-            return;
-        try {
-            ReferenceCacheManager::PopulateLookupCaches();
-        } catch (const std::exception& error) {
-            m_output->warning(error.what());
-            return;
-        }
-        m_output->loaded(why, whatIsLoaded());
-    }
-
-    [[nodiscard]] LoadedDocumentation whatIsLoaded() const {
-        LoadedDocumentation loaded{.language = m_documentation.language()};
-        for (const auto& [name, lookup] : *ReferenceCacheManager::GetLookupCache()) {
-            ++loaded.products;
-            loaded.entities += countEntities(lookup);
-        }
-        return loaded;
-    }
-
-    const bool m_isForProgram;
-    const std::unique_ptr<WatchOutput> m_output;
     const std::vector<std::string> m_usuallyPrefer;
-    Documentation m_documentation;
-    ManifestWatch m_manifests;
-    foundation::msg_svc::eventmgr::ScopedConnection m_connection;
-    bool m_isOutdated = false;  // the caches were cleared and are not loaded again
+    WatchedDocumentation m_watched;
+    DocumentationMethods m_methods;
     std::size_t m_line = 0;
+    // From the first message of version 2 on. Last, so that its threads end first.
+    std::optional<RpcSession> m_rpc;
 };
 
 }  // namespace

@@ -5,26 +5,18 @@
 #include <string>
 
 #include "vref/Finding.hpp"
+#include "vref/WatchedDocumentation.hpp"
 
 namespace reference::tools {
 
-// The documentation as a session has it loaded.
-struct LoadedDocumentation {
-    std::string language;
-    std::size_t products = 0;
-    std::size_t entities = 0;
-};
-
 // How a session speaks to its client. docs/watch-protocol.md has the contract. Each operation
-// writes at once. Texts may be any bytes.
+// writes at once; what could not be written is known to flush(). Texts may be any bytes. One thread
+// but for warning(); for a program see ProgramOutput.
 class WatchOutput {
   public:
     // For a person: lists to the standard output stream, each with an empty line after it, and all
     // else to the standard error stream.
     [[nodiscard]] static std::unique_ptr<WatchOutput> forPerson(Colours colours);
-
-    // For a program: one JSON value per line to the standard output stream, and nothing elsewhere.
-    [[nodiscard]] static std::unique_ptr<WatchOutput> forProgram();
 
     WatchOutput() = default;
     WatchOutput(const WatchOutput&) = delete;  // there is one client
@@ -44,6 +36,9 @@ class WatchOutput {
     // "language", "documentation", "request"), and what the client should know.
     virtual void loaded(const std::string& why, const LoadedDocumentation& documentation) = 0;
     virtual void warning(const std::string& message) = 0;
+
+    // Throws OutputError and ReaderGone where anything could not be written so far.
+    virtual void flush() = 0;
 };
 
 }  // namespace reference::tools

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include <boost/json/parse.hpp>
+#include <boost/json/serialize.hpp>
 #include <boost/json/value.hpp>
 #include <boost/process.hpp>
 
@@ -31,11 +32,15 @@ RunningSession::~RunningSession() {
         static_cast<void>(end());
 }
 
-boost::json::object RunningSession::read() {
+std::string RunningSession::readLine() {
     std::string line;
     if (!std::getline(m_process->output, line))
         throw std::runtime_error("the session ended");
-    return boost::json::parse(line).as_object();
+    return line;
+}
+
+boost::json::object RunningSession::read() {
+    return boost::json::parse(readLine()).as_object();
 }
 
 void RunningSession::send(const std::string& bytes) {
@@ -51,6 +56,29 @@ boost::json::object RunningSession::ask(const std::string& line) {
             return value;
         m_notices.push_back(std::move(value));
     }
+}
+
+boost::json::object RunningSession::call(const std::string& method,
+                                         const boost::json::object& params) {
+    const std::int64_t id = ++m_lastId;
+    send(boost::json::serialize(boost::json::object{
+             {"jsonrpc", "2.0"}, {"id", id}, {"method", method}, {"params", params}}) +
+         "\n");
+    while (true) {
+        boost::json::object value = read();
+        if (const auto* const answered = value.if_contains("id");
+            answered != nullptr && *answered == id)
+            return value;
+        m_notices.push_back(std::move(value));
+    }
+}
+
+boost::json::object RunningSession::resultOf(const std::string& method,
+                                             const boost::json::object& params) {
+    const boost::json::object answer = call(method, params);
+    if (const auto* const error = answer.if_contains("error"))
+        throw std::runtime_error(std::string(error->at("message").as_string()));
+    return answer.at("result").as_object();
 }
 
 std::vector<boost::json::object> RunningSession::notices() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,7 +28,17 @@ class RunningSession {
     // Sends a line and reads up to its answer; notices on the way go to notices().
     boost::json::object ask(const std::string& line);
 
-    // The notices that ask() has met since this was last called.
+    // The next line that the session writes; throws std::runtime_error when it ends instead.
+    [[nodiscard]] std::string readLine();
+
+    // Sends a request of version 2, with an id of its own, and reads up to its answer; what comes
+    // on the way goes to notices().
+    boost::json::object call(const std::string& method, const boost::json::object& params = {});
+
+    // The result of such a request; throws std::runtime_error with the error's message instead.
+    boost::json::object resultOf(const std::string& method, const boost::json::object& params = {});
+
+    // The notices that ask() and call() have met since this was last called.
     [[nodiscard]] std::vector<boost::json::object> notices();
 
     // Ends the input, waits, and tells the exit status; what was written to the end is read over.
@@ -37,6 +48,7 @@ class RunningSession {
     struct Process;
     std::unique_ptr<Process> m_process;
     std::vector<boost::json::object> m_notices;
+    std::int64_t m_lastId = 0;
 };
 
 }  // namespace reference::tests

@@ -3,7 +3,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
-#include <fstream>
 #include <random>
 #include <string>
 #include <vector>
@@ -14,6 +13,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "ProtocolPage.hpp"
 #include "RunningSession.hpp"
 #include "RunningTool.hpp"
 #include "docset/publish.hpp"
@@ -62,22 +62,9 @@ TEST(WatchCommandTest, SaysThatItIsReadyAndWhatIsLoaded) {
     EXPECT_EQ(session.end(), 0);
 }
 
-// The indented lines that follow the given line on the page about the protocol.
-std::vector<std::string> exampleAfter(const std::string& heading) {
-    std::ifstream page(VELTRA_PROTOCOL_PAGE);
-    std::string line;
-    while (std::getline(page, line) && line != heading) {
-    }
-    std::vector<std::string> lines;
-    while (std::getline(page, line) && (line.empty() || line.starts_with("    ")))
-        if (!line.empty())
-            lines.push_back(line.substr(4));
-    return lines;
-}
-
 TEST(WatchCommandTest, TheExampleOfTheDocumentationHolds) {
-    const auto sent = exampleAfter("Sent:");
-    const auto received = exampleAfter("Received:");
+    const auto sent = exampleAfter("### An example of version 1", "Sent:");
+    const auto received = exampleAfter("### An example of version 1", "Received:");
     ASSERT_FALSE(sent.empty());
     RunningSession session;
     for (const auto& line : sent)

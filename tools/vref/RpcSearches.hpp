@@ -1,0 +1,27 @@
+#pragma once
+
+#include "vref/Documentation.hpp"
+#include "vref/RpcCall.hpp"
+#include "vref/RpcParameters.hpp"
+
+// The methods of version 2 that look something up. Each reads its parameters, and throws RpcError
+// where one is wrong. `documentation` must outlive the call.
+namespace reference::tools {
+
+// At most so many hits, or completions, are returned.
+inline constexpr std::size_t maxHits = 1000;
+
+// What a question finds.
+[[nodiscard]] RpcCall prepareAsk(RpcParameters& parameters, const Documentation& documentation);
+
+// What a request of the library finds: the options of "vref find --exact".
+[[nodiscard]] RpcCall prepareFind(RpcParameters& parameters, const Documentation& documentation);
+
+// One entry, and its manual page as text.
+[[nodiscard]] RpcCall prepareShow(RpcParameters& parameters, const Documentation& documentation);
+
+// How the beginning of a name goes on.
+[[nodiscard]] RpcCall prepareComplete(RpcParameters& parameters,
+                                      const Documentation& documentation);
+
+}  // namespace reference::tools
