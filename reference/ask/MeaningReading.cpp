@@ -29,12 +29,6 @@ bool isPrivate(std::string_view name) noexcept {
     return false;
 }
 
-// Who asks in words looks for what can be called more often than for a value or a term.
-constexpr std::uint32_t callable = typeBit(RefEntityType::Function) |
-                                   typeBit(RefEntityType::Class) | typeBit(RefEntityType::Method) |
-                                   typeBit(RefEntityType::Constructor) |
-                                   typeBit(RefEntityType::Command);
-
 }  // namespace
 
 MeaningReading::MeaningReading(const search::Snapshot& snapshot,
