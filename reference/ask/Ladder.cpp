@@ -82,8 +82,9 @@ class Climb {
     //  5. One or two slips of spelling, where nothing was found so far: in the name, or in words
     //     that occur nowhere, which are then replaced.
     //  6. All words in name and purpose, in any order and any form.
-    //  7. All words in the text, and
-    //  8. most of them, where nothing was found so far.
+    //  7. All words in name, purpose and one passage of the text, and
+    //  8. most of them, where little was found so far. What has all words but is far from the best
+    //     of these is a guess like them.
     //
     // Each rung adds what those before it did not find, and the ladder ends when there is enough.
     // A place that the question asks for ("in:text") leaves the rungs of that place.
@@ -280,9 +281,10 @@ Answer Climb::climb() {
     // A name that is found is not described by itself.
     if (place != Place::Texts && (!isFound || m_names.size() > 1))
         meaning.findWords(place == Place::Purposes);
-    if (place == Place::Texts ||
-        (place == Place::Anywhere && !isFound && candidates.entries() < few))
-        meaning.findTexts(place == Place::Anywhere);
+    if (place == Place::Texts)
+        meaning.findInTexts();
+    else if (place == Place::Anywhere && !isFound && candidates.entries() < few)
+        meaning.findMostWords();
     return answer(candidates);
 }
 

@@ -29,12 +29,6 @@ bool isPrivate(std::string_view name) noexcept {
     return false;
 }
 
-// Who asks in words looks for what can be called more often than for a value or a term.
-constexpr std::uint32_t callable = typeBit(RefEntityType::Function) |
-                                   typeBit(RefEntityType::Class) | typeBit(RefEntityType::Method) |
-                                   typeBit(RefEntityType::Constructor) |
-                                   typeBit(RefEntityType::Command);
-
 }  // namespace
 
 MeaningReading::MeaningReading(const search::Snapshot& snapshot,
@@ -144,13 +138,9 @@ void MeaningReading::findWords(bool isPurposeWanted) {
             add(key, Rung::Words, nearnessOf(key, m_stems.placesOf(key), {}));
 }
 
-// The names that have most of the words by what the indexes say, and the items whose texts do, are
-// looked at closely: words that are scattered over a long page say little together. The best that a
-// name can be is known from the index: all words of its texts may stand together. Those that can be
-// best are read first, and what cannot come near the best is not read at all.
-void MeaningReading::findTexts(bool alsoMostWords) {
-    if (m_stems.stems().empty())
-        return;
+// The names that have most of the words by what the indexes say, and the items whose texts do, by
+// the best that each can be: all words of its texts may stand together.
+std::vector<MeaningReading::Likely> MeaningReading::likelyEntries() {
     constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::compound,
                                  share::outer};
     std::vector<std::uint32_t> names;
@@ -159,46 +149,66 @@ void MeaningReading::findTexts(bool alsoMostWords) {
          }))
         names.push_back(name.key);
     std::ranges::sort(names);
-
-    struct Likely {
-        ItemTexts::Entry entry;
-        StemKeys::Places places;
-        float nearness;
-    };
     std::vector<Likely> likely;
-    for (auto& entry : m_texts.entriesOf(names, share::mostLikely)) {
+    for (const auto& entry : m_texts.entriesOf(names, share::mostLikely)) {
         if (m_candidates.has(entry.key))
             continue;
-        const auto places = m_stems.placesOf(entry.key);
-        const Texts texts{.all = entry.words, .passage = entry.words, .size = entry.size};
-        likely.push_back(
-            {.entry = entry, .places = places, .nearness = nearnessOf(entry.key, places, texts)});
+        Likely one{.entry = entry, .places = m_stems.placesOf(entry.key)};
+        one.nearness = nearnessOf(entry.key, one.places,
+                                  {.all = entry.words, .passage = entry.words, .size = entry.size});
+        likely.push_back(one);
     }
     std::ranges::stable_sort(likely, std::greater(), &Likely::nearness);
+    return likely;
+}
+
+// Those that can be best are read first. What cannot come near the best, and what the index has
+// told all about, is not read at all.
+void MeaningReading::readFirst(std::vector<Likely>& likely) {
     float best = 0;
     std::size_t read = 0;
     for (Likely& one : likely) {
         if (one.nearness < best * share::ofBest)
-            break;  // nor can those after it come near
-        Texts texts{.all = one.entry.words, .passage = {}, .size = one.entry.size};
+            return;  // nor can those after it
         if ((one.entry.words.any() & ~one.places.any()) != 0) {
             if (read++ < share::mostRead)
-                texts.passage = m_texts.passageOf(one.entry);
-            one.nearness = nearnessOf(one.entry.key, one.places, texts);
+                one.passage = m_texts.passageOf(one.entry);
+            one.nearness = nearnessOf(
+                one.entry.key, one.places,
+                {.all = one.entry.words, .passage = one.passage, .size = one.entry.size});
         }
         best = std::max(best, one.nearness);
     }
-    for (const Likely& one : likely) {
-        const std::uint32_t key = one.entry.key;
-        const StemKeys::Places& places = one.places;
-        const std::uint64_t said =
-            places.last | places.purpose | places.outer | one.entry.words.words;
-        const bool isAll = (said & m_stems.required()) == m_stems.required();
-        if (isAll && (!alsoMostWords || one.nearness >= best * share::asText))
-            add(key, Rung::Text, one.nearness);
-        else if (alsoMostWords && one.nearness >= best * share::ofBest &&
-                 shareOf(key, places.any() | one.entry.words.any()) >= share::least)
-            add(key, Rung::MostWords, one.nearness);
+}
+
+void MeaningReading::findInTexts() {
+    if (m_stems.stems().empty())
+        return;
+    for (const Likely& one : likelyEntries()) {
+        const WordBits passage = m_texts.passageOf(one.entry);
+        if ((passage.words & m_stems.required()) == m_stems.required())
+            add(one.entry.key, Rung::Text,
+                nearnessOf(one.entry.key, one.places,
+                           {.all = one.entry.words, .passage = passage, .size = one.entry.size}));
+    }
+}
+
+void MeaningReading::findMostWords() {
+    if (m_stems.stems().empty())
+        return;
+    auto likely = likelyEntries();
+    if (likely.empty())
+        return;
+    readFirst(likely);
+    const float best = std::ranges::max_element(likely, {}, &Likely::nearness)->nearness;
+    for (const auto& [entry, places, nearness, passage] : likely) {
+        if (nearness < best * share::ofBest ||
+            shareOf(entry.key, places.any() | entry.words.any()) < share::least)
+            continue;
+        const std::uint64_t words = places.last | places.purpose | places.outer | passage.words;
+        const bool isAll = (words & m_stems.required()) == m_stems.required();
+        add(entry.key, isAll && nearness >= best * share::asText ? Rung::Text : Rung::MostWords,
+            nearness);
     }
 }
 

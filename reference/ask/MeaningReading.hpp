@@ -26,9 +26,12 @@ class MeaningReading {
 
     // All words in name and purpose, in any form; or, with `isPurposeWanted`, in the purpose.
     void findWords(bool isPurposeWanted);
-    // All words in one passage of an item's texts, and with `alsoMostWords` names that have most of
-    // the words, or others of the same meaning, in name, purpose or text.
-    void findTexts(bool alsoMostWords);
+    // All words in one passage of an item's texts.
+    void findInTexts();
+    // Names that have most of the words, or others of the same meaning, in name, purpose and text:
+    // words that are scattered over a long page say little together. Those that have all of them,
+    // and are nearly as near as the nearest, are on the rung before.
+    void findMostWords();
 
   private:
     // What the texts of a name have.
@@ -37,6 +40,16 @@ class MeaningReading {
         WordBits passage;
         std::size_t size = 0;
     };
+    // A name that is looked at closely.
+    struct Likely {
+        ItemTexts::Entry entry;
+        StemKeys::Places places;
+        float nearness = 0;
+        WordBits passage;  // nothing as long as it was not read
+    };
+    [[nodiscard]] std::vector<Likely> likelyEntries();
+    void readFirst(std::vector<Likely>& likely);
+
     [[nodiscard]] static float countOf(std::uint64_t stem, const StemKeys::Places& places,
                                        const Texts& texts);
     [[nodiscard]] float likelihoodOf(std::uint32_t key) const;

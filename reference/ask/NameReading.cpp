@@ -198,11 +198,11 @@ NameReading::Fit NameReading::fitPackage(std::uint32_t key, std::uint32_t slips)
     const std::string form =
         docimage::searchForm(docimage::fromUnitBytes(m_candidates.textOf(key)));
     const auto components = componentsOf(form);
-    const Fit typed = fitWording(0, key, components, slips);
+    Fit typed = fitWording(0, key, components, slips);
     if (typed.missing == 0)
         return typed;
     for (std::size_t number = 1; number < m_wordings.size(); ++number) {
-        const Fit fit = fitWording(number, key, components, slips);
+        Fit fit = fitWording(number, key, components, slips);
         if (fit.missing == 0)
             return fit;
     }

@@ -115,14 +115,20 @@ class Completer {
     };
     // A package by one of its documented names.
     struct Package {
-        std::uint32_t product;
-        std::string_view name;
+        std::uint32_t product = 0;
+        std::string name;
 
-        friend auto operator<=>(const Package&, const Package&) = default;
+        // What packages are ordered by.
+        [[nodiscard]] std::pair<std::uint32_t, std::string_view> place() const {
+            return {product, name};
+        }
     };
 
     void addPackages();
-    void addPackagesOf(NameKind kind, std::string_view form, bool isWhole);
+    void addWhole(const std::string& package);
+    template <typename IsWanted>
+    void addPackagesOf(NameKind kind, std::string_view form, IsWanted isWanted);
+    void addAllParts(bool isInOtherPackage);
     void addParts(const Package& package, bool isInOtherPackage);
     void addPartsFrom(std::uint32_t product, const std::string& bytes, std::size_t before,
                       bool isInOtherPackage);
@@ -159,33 +165,43 @@ std::vector<Completion> Completer::complete() {
     return completions;
 }
 
-// The packages that were typed, by their whole names and by the ends of them.
+// The packages that were typed: by their whole names, by those that an alias stands for, and by the
+// ends of them.
 void Completer::addPackages() {
-    for (std::uint32_t product = 0; product < m_isWanted.size(); ++product)
-        m_packages.push_back({.product = product, .name = m_typed.package});
-    addPackagesOf(NameKind::ClassWhole, m_typed.packageForm, true);
-    addPackagesOf(NameKind::KeyWhole, m_typed.packageForm, true);
-    std::ranges::sort(m_packages);
-    m_packages.erase(std::unique(m_packages.begin(), m_packages.end()), m_packages.end());
-    for (const Package& package : m_packages)
-        addParts(package, false);
+    addWhole(m_typed.package);
+    const std::size_t dot = std::min(m_typed.package.find('.'), m_typed.package.size());
+    for (const std::string_view name :
+         m_questions.namesOfAlias(std::string_view(m_typed.package).substr(0, dot)))
+        addWhole(std::string(name) + m_typed.package.substr(dot));
+    addAllParts(false);
 
-    m_packages.clear();
-    if (docimage::hasTwoComponents(m_typed.packageForm))
-        addPackagesOf(NameKind::ClassLastTwo, docimage::lastTwoComponents(m_typed.packageForm),
-                      false);
-    else
-        addPackagesOf(NameKind::ClassLast, m_typed.packageForm, false);
-    std::ranges::sort(m_packages);
-    m_packages.erase(std::unique(m_packages.begin(), m_packages.end()), m_packages.end());
-    for (const Package& package : m_packages)
-        addParts(package, true);
+    const std::string& form = m_typed.packageForm;
+    const bool isQualified = docimage::hasTwoComponents(form);
+    addPackagesOf(isQualified ? NameKind::ClassLastTwo : NameKind::ClassLast,
+                  isQualified ? docimage::lastTwoComponents(form) : std::string_view(form),
+                  [&form](std::string_view name) {
+                      return name.size() > form.size() && name.ends_with(form) &&
+                             name[name.size() - form.size() - 1] == '.';
+                  });
+    addAllParts(true);
 }
 
-void Completer::addPackagesOf(NameKind kind, std::string_view form, bool isWhole) {
+// A package that is no class of anything, and no name itself, is found in its own case alone.
+void Completer::addWhole(const std::string& package) {
+    for (std::uint32_t product = 0; product < m_isWanted.size(); ++product)
+        m_packages.push_back({.product = product, .name = package});
+    const std::string form = docimage::searchForm(docimage::fromUnitBytes(package));
+    const auto isSame = [&form](std::string_view name) { return name == form; };
+    addPackagesOf(NameKind::ClassWhole, form, isSame);
+    addPackagesOf(NameKind::KeyWhole, form, isSame);
+}
+
+// `isWanted` is asked about the search form of a package's name.
+template <typename IsWanted>
+void Completer::addPackagesOf(NameKind kind, std::string_view form, IsWanted isWanted) {
     LookupIndex::Proposals proposals;
     m_index.proposeOfAll(kind, docimage::nameHash(form), proposals);
-    Package last{.product = 0, .name = {}};
+    Package last;
     for (const auto& proposal : proposals) {
         std::string_view name = m_index.lookup(proposal.product).key(proposal.number);
         // Names of one class mostly stand side by side.
@@ -195,16 +211,20 @@ void Completer::addPackagesOf(NameKind kind, std::string_view form, bool isWhole
             continue;
         if (kind != NameKind::KeyWhole)
             name = name.substr(0, std::min(name.rfind('.'), name.size()));
-        const std::string nameForm = docimage::searchForm(docimage::fromUnitBytes(name));
-        const std::size_t before =
-            nameForm.size() - std::min(nameForm.size(), m_typed.packageForm.size());
-        const bool isSame = nameForm.ends_with(m_typed.packageForm) &&
-                            (isWhole ? before == 0 : before > 0 && nameForm[before - 1] == '.');
-        if (!isSame)
+        if (!isWanted(docimage::searchForm(docimage::fromUnitBytes(name))))
             continue;
-        last = {.product = proposal.product, .name = name};
+        last = {.product = proposal.product, .name = std::string(name)};
         m_packages.push_back(last);
     }
+}
+
+void Completer::addAllParts(bool isInOtherPackage) {
+    std::ranges::sort(m_packages, {}, &Package::place);
+    const auto repeated = std::ranges::unique(m_packages, {}, &Package::place);
+    m_packages.erase(repeated.begin(), repeated.end());
+    for (const Package& package : m_packages)
+        addParts(package, isInOtherPackage);
+    m_packages.clear();
 }
 
 // Keys lie in the order of their bytes, so that those that go on alike lie side by side; a first
@@ -212,7 +232,7 @@ void Completer::addPackagesOf(NameKind kind, std::string_view form, bool isWhole
 void Completer::addParts(const Package& package, bool isInOtherPackage) {
     if (!m_isWanted[package.product])
         return;
-    std::string bytes(package.name);
+    std::string bytes = package.name;
     if (!bytes.empty())
         bytes += '.';
     const std::size_t before = bytes.size();

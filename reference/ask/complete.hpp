@@ -43,6 +43,7 @@ struct CompleteOptions {
 // before parts of names; then as the library prefers kinds of entities; shorter ones; and the order
 // of the texts. Of a beginning that thousands of names share, not all are looked at.
 //
+// A package may be typed by an alias that examples give it: "pd.read_c" goes on to "pd.read_csv".
 // A beginning without a dot goes on to the first part of names, and to their last: "read_c" to
 // "read_csv". "::", "->", "#" and "/" are taken for dots. Nothing that is typed is wrong: what no
 // name begins with has no completion. Throws what the document source throws.

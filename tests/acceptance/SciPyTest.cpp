@@ -29,6 +29,7 @@
 #include "reference/api/PageNameDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/ask/ask.hpp"
 #include "sphinx/ImportTree.hpp"
 #include "support/LookupModel.hpp"
 #include "support/LookupWalk.hpp"
@@ -181,6 +182,15 @@ std::vector<std::u16string> textsLike(const std::u16string& name) {
             name.substr(name.size() / 3, 4),
             u"the " + name.substr(last, 1),
             u"reference/generated/" + name + u".html"};
+}
+
+TEST_F(SciPyTest, AskingForTheNameOfAnyObjectFindsItFirst) {
+    for (const auto& name : objectNames()) {
+        const auto answer = ask::ask(name, {.limit = 1});
+        ASSERT_EQ(answer.hits.size(), 1u) << fl::i18n::toUtf8(name);
+        EXPECT_EQ(answer.hits.front().name, name);
+        EXPECT_EQ(answer.hits.front().rung, ask::Rung::Name) << fl::i18n::toUtf8(name);
+    }
 }
 
 TEST_F(SciPyTest, TheIndexAnswersAsAWalkOverAllKeysDoes) {

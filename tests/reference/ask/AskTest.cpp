@@ -251,6 +251,38 @@ TEST_F(AskTest, WordsOfATextCountWhereTheyStandTogether) {
     EXPECT_EQ(first(u"walruses and otters"), "zoo.near [text]");
 }
 
+TEST_F(AskTest, AWordMayBePartOfACompound) {
+    source().add(ProductBuilder(u"counting")
+                     .entity(u"counting.isprime", RefEntityType::Function, u"a.html", u"Test it.")
+                     .entity(u"counting.primer", RefEntityType::Function, u"b.html", u"Test it.")
+                     .entity(u"counting.cyprime", RefEntityType::Function, u"c.html", u"Test it.")
+                     .build());
+    EXPECT_EQ(first(u"test of a prime"), "counting.isprime [most-words]");
+}
+
+// Names that differ in one respect alone.
+TEST_F(AskTest, OfNamesWithTheSameWordsTheLikeliestIsFirst) {
+    const auto add = [](ProductBuilder& product, const std::u16string& name,
+                        const std::u16string& purpose,
+                        RefEntityType::Value type = RefEntityType::Function) {
+        product.entity(name, type, name + u".html", purpose);
+    };
+    ProductBuilder product(u"likely");
+    add(product, u"a.b.c.d.walk", u"Lead an otter.");
+    add(product, u"a.stroll", u"Lead an otter.");
+    add(product, u"a.Badger", u"Feed a walrus.", RefEntityType::Class);
+    add(product, u"a.weasel", u"Feed a walrus.");
+    add(product, u"a.fox", u"Wash a heron on every second day of the week in the morning.");
+    add(product, u"a.vole", u"Wash a heron.");
+    add(product, u"a._hare", u"Draw a lizard.");
+    add(product, u"a.lynx", u"Draw a lizard.");
+    source().add(product.build());
+    EXPECT_EQ(first(u"lead the otters"), "a.stroll [words]");
+    EXPECT_EQ(first(u"feeding walruses"), "a.weasel [words]");
+    EXPECT_EQ(first(u"washing herons"), "a.vole [words]");
+    EXPECT_EQ(first(u"drawing lizards"), "a.lynx [words]");
+}
+
 TEST_F(AskTest, APropertyOfAClassIsAHitOfItsOwn) {
     source().add(ProductBuilder(u"shapes")
                      .classWith(u"geo.Shape", u"geo", u"Shape.html", {{u"Size", {u"Breadth"}}})

@@ -139,6 +139,20 @@ TEST_F(CompleteTest, ProductsAreChosenAndPreferred) {
     EXPECT_THAT(complete(u"read", {.limit = 0}), IsEmpty());
 }
 
+TEST_F(CompleteTest, APackageMayBeTypedByItsAlias) {
+    source().add(ProductBuilder(u"frames")
+                     .record(u"frames.read_csv", RefEntityType::Function, u"csv.html")
+                     .record(u"frames.io.open", RefEntityType::Function, u"open.html")
+                     .record(u"fr.read_only", RefEntityType::Function, u"only.html")
+                     .alias(u"fr", u"frames", 9)
+                     .alias(u"fio", u"frames.io", 3)
+                     .build());
+    EXPECT_THAT(complete(u"fr.read_"), ElementsAre("fr.read_csv", "fr.read_only"));
+    EXPECT_THAT(complete(u"fr.io."), ElementsAre("fr.io.open"));
+    EXPECT_THAT(complete(u"fio.o"), ElementsAre("fio.open"));
+    EXPECT_THAT(complete(u"gr.o"), IsEmpty());
+}
+
 TEST_F(CompleteTest, OneTextComesOnce) {
     for (const char16_t* product : {u"alpha", u"beta", u"gamma"})
         source().add(ProductBuilder(product)

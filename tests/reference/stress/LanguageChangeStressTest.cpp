@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -14,6 +15,8 @@
 #include "docparser/FileDocSource.hpp"
 #include "docset/publish.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/ask/ask.hpp"
+#include "reference/ask/complete.hpp"
 #include "support/Generator.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/LookupWalk.hpp"
@@ -101,6 +104,58 @@ TEST_F(LanguageChangeConcurrencyTest, TheLanguagesDiffer) {
         return question.answers[0] != question.answers[1];
     };
     EXPECT_GT(std::ranges::count_if(questions(), isDifferent), 100);
+}
+
+using Names = std::vector<std::u16string>;
+
+// The names that a text finds as a question.
+Names found(const std::u16string& text) {
+    Names names;
+    for (const auto& hit : ask::ask(text, {.limit = 20}).hits)
+        names.push_back(hit.name);
+    return names;
+}
+
+// Those that it is completed to.
+Names completed(const std::u16string& text) {
+    Names names;
+    for (const auto& completion : ask::complete(text))
+        names.push_back(completion.text);
+    return names;
+}
+
+TEST_F(LanguageChangeConcurrencyTest, EveryLooseQuestionIsAnsweredInOneOfThem) {
+    // Words for each rung: names, parts of them, slips, words of purposes and texts.
+    const std::vector<std::u16string> texts = {u"a",    u"ab",         u"Ab.aB",    u"a b", u"abab",
+                                               u"x.ab", u"ba in:text", u"how to b", u"a.",  u"b"};
+    std::map<std::u16string, std::vector<std::pair<Names, Names>>> expected;
+    for (std::size_t language = 0; language < languages.size(); ++language) {
+        for (const auto& text : texts)
+            expected[text].emplace_back(found(text), completed(text));
+        changeLanguage();
+    }
+    EXPECT_TRUE(std::ranges::any_of(
+        expected, [](const auto& text) { return text.second[0] != text.second[1]; }));
+    std::atomic<int> asking{2};
+    std::atomic<int> wrong{0};
+    const auto ask = [&] {
+        for (int round = 0; round < 50; ++round)
+            for (const auto& [text, answers] : expected) {
+                const Names hits = found(text);
+                const Names completions = completed(text);
+                if (hits != answers[0].first && hits != answers[1].first)
+                    ++wrong;
+                if (completions != answers[0].second && completions != answers[1].second)
+                    ++wrong;
+            }
+        --asking;
+    };
+    const auto change = [&] {
+        while (asking > 0)
+            changeLanguage();
+    };
+    runTogether({ask, ask, change});
+    EXPECT_EQ(wrong, 0);
 }
 
 TEST_F(LanguageChangeConcurrencyTest, EveryAnswerIsTheWalksInOneOfThem) {
