@@ -15,9 +15,10 @@ namespace reference::tools {
 
 namespace json = boost::json;
 using foundation::core::MutexLock;
-using Lane = RequestPool::Lane;
 
 namespace {
+
+using Lane = RequestPool::Lane;
 
 // If a product is replaced for the second time while a request is carried out, its files may be
 // gone; the request is then repeated. More than a few times in a row is no accident.
