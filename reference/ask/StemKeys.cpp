@@ -107,7 +107,7 @@ std::vector<std::string_view> StemKeys::partsOf(std::string_view stem) const {
 // nothing, such as "is" or "by".
 bool StemKeys::isWord(std::string_view text) {
     constexpr std::size_t shortest = 3;
-    if (docimage::isStopWord(text))
+    if (text.size() > 1 && docimage::isStopWord(text))
         return true;
     return text.size() >= shortest && !keysOf(m_questions.purposes(), m_stemmer.stem(text)).empty();
 }

@@ -51,7 +51,7 @@ CLI::App& addImportSphinx(CLI::App& import, ImportSphinxOptions& options) {
     command
         ->add_option("--help-folder", options.helpFolder,
                      "The folder of the pages below the help root (else the short name)")
-        ->type_name("FOLDER")
+        ->type_name("PATH")
         ->check(checkHelpFolder);
     command->add_flag("--list-all", options.listAll,
                       "List every object without a description, however many");
