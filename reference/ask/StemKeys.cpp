@@ -118,7 +118,10 @@ std::vector<std::string_view> StemKeys::compoundsOf(std::string_view stem) {
     const docimage::TextTable& parts = m_questions.partWords();
     const auto byEnds = m_questions.partsByEnds();
     std::vector<std::string_view> compounds;
-    for (const std::string_view part : partsOf(stem)) {
+    auto forms = partsOf(stem);
+    if (std::ranges::find(forms, stem) == forms.end())
+        forms.push_back(stem);
+    for (const std::string_view part : forms) {
         if (part.size() < shortestPart)
             continue;
         for (std::size_t at = parts.lowerBound(part); at < parts.size(); ++at) {
