@@ -134,8 +134,9 @@ std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32
                                .words = item.words,
                                .size = pagesOf(item.product)->pages().sizeOfItem(item.number)});
     std::ranges::stable_sort(entries, {}, &Entry::key);
-    const auto repeated = std::ranges::unique(entries, {}, &Entry::key);
-    entries.erase(repeated.begin(), repeated.end());
+    entries.erase(std::unique(entries.begin(), entries.end(),
+                              [](const Entry& a, const Entry& b) { return a.key == b.key; }),
+                  entries.end());
     return entries;
 }
 

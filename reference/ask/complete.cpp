@@ -220,8 +220,10 @@ void Completer::addPackagesOf(NameKind kind, std::string_view form, IsWanted isW
 
 void Completer::addAllParts(bool isInOtherPackage) {
     std::ranges::sort(m_packages, {}, &Package::place);
-    const auto repeated = std::ranges::unique(m_packages, {}, &Package::place);
-    m_packages.erase(repeated.begin(), repeated.end());
+    m_packages.erase(
+        std::unique(m_packages.begin(), m_packages.end(),
+                    [](const Package& a, const Package& b) { return a.place() == b.place(); }),
+        m_packages.end());
     for (const Package& package : m_packages)
         addParts(package, isInOtherPackage);
     m_packages.clear();

@@ -211,8 +211,9 @@ std::vector<NearWord> nearWords(const docimage::Lexicon& lexicon, std::string_vi
     SlipTable reversedTable(reversed, admitted, rowsOf(word.size() - half));
     addNear(Backward(lexicon), reversedTable, word.size(), admitted, near);
     std::ranges::sort(near, {}, &NearWord::word);
-    const auto repeated = std::ranges::unique(near, {}, &NearWord::word);
-    near.erase(repeated.begin(), repeated.end());
+    near.erase(std::unique(near.begin(), near.end(),
+                           [](const NearWord& a, const NearWord& b) { return a.word == b.word; }),
+               near.end());
     return near;
 }
 
