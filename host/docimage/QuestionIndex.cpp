@@ -144,15 +144,23 @@ class QuestionIndexBuilder {
         });
     }
 
+    // Returns how many words the first sentence has: what follows it says more about the same.
     std::uint8_t addPurpose(std::u16string_view purpose, std::uint32_t number) {
+        const std::size_t end = std::min(purpose.find(u". "), purpose.size());
+        const std::size_t count = addWords(purpose.substr(0, end), number);
+        addWords(purpose.substr(end), number);
+        return toByte(count);
+    }
+
+    std::size_t addWords(std::u16string_view text, std::uint32_t number) {
         std::size_t count = 0;
-        for (const auto& word : wordsOf(purpose)) {
+        for (const auto& word : wordsOf(text)) {
             if (isStopWord(word) || word.size() > longestTerm)
                 continue;
             m_purposes.addWord(m_stemmer.stem(word), number);
             ++count;
         }
-        return toByte(count);
+        return count;
     }
 
     void writeAliases(ImageWriter& writer, std::uint32_t firstSection) const {

@@ -30,7 +30,7 @@ struct KeyFacts {
     // Of the last component: its parts, and the bytes of all of them in a row.
     std::uint8_t lastParts;
     std::uint8_t lastLength;
-    // The words of the purpose that are no stop words.
+    // The words of the purpose's first sentence that are no stop words.
     std::uint8_t purposeWords;
     // Pages that document the key.
     std::uint8_t entries;
