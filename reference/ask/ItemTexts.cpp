@@ -14,7 +14,6 @@
 
 namespace reference::ask {
 
-using docimage::Lexicon;
 using search::JoinedPages;
 
 namespace {
