@@ -70,8 +70,7 @@ ItemTexts::ItemTexts(const search::Snapshot& snapshot, StemKeys& stems)
     : m_snapshot(snapshot),
       m_index(*snapshot.index()),
       m_questions(m_index.questions()),
-      m_stems(stems),
-      m_finder({}) {}
+      m_stems(stems) {}
 
 const JoinedPages* ItemTexts::pagesOf(std::uint32_t product) const {
     try {
@@ -170,41 +169,43 @@ std::optional<std::uint32_t> ItemTexts::itemOfKey(std::uint32_t key) const {
     return std::nullopt;
 }
 
-// The words of a product's texts that have the stems.
-void ItemTexts::readProduct(std::uint32_t product) {
-    if (m_product == product)
-        return;
-    m_product = product;
-    m_finder = PassageFinder(m_stems.weightsIn(product));
+// It knows the words of the product's texts that have the stems. Items are read the likeliest
+// first, whichever product they are of.
+PassageFinder& ItemTexts::finderFor(std::uint32_t product) {
+    const auto [made, isNew] = m_finders.try_emplace(product, m_stems.weightsIn(product));
+    PassageFinder& finder = made->second;
+    if (!isNew)
+        return finder;
     const search::ProductPages& pages = pagesOf(product)->pages();
     std::size_t number = 0;
     for (const StemKeys::Stem& stem : m_stems.stems()) {
         const auto add = [&](const std::string& text, bool isSynonym) {
             for (const std::uint32_t word : keysOf(pages.wordStems(), text))
-                m_finder.addWord(pages.words().word(word), number, isSynonym);
+                finder.addWord(pages.words().word(word), number, isSynonym);
         };
         add(stem.text, false);
         for (const auto& synonym : stem.synonyms)
             add(synonym, true);
         ++number;
     }
+    return finder;
 }
 
 WordBits ItemTexts::passageOf(const Entry& entry) {
     if (!entry.item)
         return {};
     const std::uint32_t product = m_questions.productOf(entry.key);
-    readProduct(product);
-    m_finder.clear();
+    PassageFinder& finder = finderFor(product);
+    finder.clear();
     const search::ProductPages& pages = pagesOf(product)->pages();
     if (const docimage::PageImage* const image = pages.image())
         static_cast<void>(image->anySearchedText(
-            *entry.item, [&](std::string_view text) { return m_finder.look(text); }));
+            *entry.item, [&](std::string_view text) { return finder.look(text); }));
     else
         docimage::anySearchedText(pages.item(*entry.item), [&](const std::u16string& text) {
-            return m_finder.look(docimage::toUnitBytes(text));
+            return finder.look(docimage::toUnitBytes(text));
         });
-    return m_finder.passage();
+    return finder.passage();
 }
 
 }  // namespace reference::ask

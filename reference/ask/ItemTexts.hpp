@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <vector>
 
@@ -28,7 +29,7 @@ class ItemTexts {
         std::size_t size = 0;
     };
     // The items of these names, and those whose texts have most of the stems, as far as they have a
-    // name; each name once, in order. Consumes names in order.
+    // name; each name once, in order. `names` are in order.
     [[nodiscard]] std::vector<Entry> entriesOf(const std::vector<std::uint32_t>& names,
                                                std::size_t likeliest);
 
@@ -45,15 +46,13 @@ class ItemTexts {
     [[nodiscard]] const search::JoinedPages* pagesOf(std::uint32_t product) const;
     [[nodiscard]] std::optional<std::uint32_t> keyOfItem(const Item& item) const;
     [[nodiscard]] std::optional<std::uint32_t> itemOfKey(std::uint32_t key) const;
-    void readProduct(std::uint32_t product);
+    [[nodiscard]] PassageFinder& finderFor(std::uint32_t product);
 
     const search::Snapshot& m_snapshot;
     const search::LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
     StemKeys& m_stems;
-    // Looks at the texts of one product.
-    std::optional<std::uint32_t> m_product;
-    PassageFinder m_finder;
+    std::map<std::uint32_t, PassageFinder> m_finders;  // by product
 };
 
 }  // namespace reference::ask
