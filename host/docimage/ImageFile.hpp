@@ -17,7 +17,7 @@ enum class ImageKind : std::uint32_t { Lookup = 1, Pages = 2, Set = 3 };
 // The version of the form that this code reads and writes. Anything that changes what is stored or
 // how it is found (a section, the search form, the order of an item's fields) raises it; images of
 // another version are passed over.
-inline constexpr std::uint32_t imageFormatVersion = 4;
+inline constexpr std::uint32_t imageFormatVersion = 5;
 
 // The file that an image was made from; nothing for an image of several files, which says itself
 // what it is of.

@@ -50,12 +50,14 @@ class VELTRA_HOST_API Lexicon {
                                          : m_trigrams.range(0, m_trigrams.size());
     }
 
-    // Calls `visit(word number)` for each word that has the part, in ascending order.
-    // Requires: the part has letters.
+    // Calls `visit(word number)` for each word that has the part, in ascending order. A visit that
+    // returns false is the last; this holds for beginnings alone.
+    // Requires: the part has letters, or is a beginning: all words begin with none.
     template <typename Visit>
     void forEachWordWith(const WordPart& part, Visit visit) const;
 
-    // Calls `visit(text number)` for each text that holds the word, in ascending order.
+    // Calls `visit(text number)` for each text that holds the word, in ascending order. A visit
+    // that returns false is the last.
     template <typename Visit>
     void forEachTextWith(std::size_t word, Visit visit) const {
         forEachNumber(m_texts[word], visit);
@@ -122,7 +124,8 @@ void Lexicon::forEachWordWith(const WordPart& part, Visit visit) const {
             const std::string_view text = m_words[word];
             if (!text.starts_with(letters) || (part.isEnd && text.size() != letters.size()))
                 return;
-            visit(static_cast<std::uint32_t>(word));
+            if (!wantsMore(visit, static_cast<std::uint32_t>(word)))
+                return;
         }
         return;
     }

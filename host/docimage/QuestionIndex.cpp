@@ -12,7 +12,9 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include "docimage/Stemmer.hpp"
+#include "docimage/componentForms.hpp"
 #include "docimage/nameParts.hpp"
+#include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
 
 namespace reference::docimage {
@@ -31,6 +33,7 @@ enum QuestionSection : std::uint32_t {
     QuestionAliases = 44,     // 2 sections
     QuestionAliasNames = 46,  // 2 sections
     QuestionPartsByEnds = 48,
+    QuestionFirstNames = 49,  // 8 sections
 };
 
 // A longer run of letters is no part that anybody types.
@@ -52,6 +55,7 @@ std::uint16_t kindOf(const StoredRecord& record) {
 class QuestionIndexBuilder {
   public:
     void add(const LookupImage& lookup) {
+        m_roots.clear();
         for (std::size_t key = 0; key < lookup.keyCount(); ++key)
             addKey(lookup, key);
         for (const auto& [alias, names] : lookup.aliases())
@@ -61,6 +65,7 @@ class QuestionIndexBuilder {
 
     void writeTo(ImageWriter& writer, std::uint32_t firstSection) {
         writer.addArray(firstSection + QuestionFacts, m_facts);
+        m_firstNames.writeTo(writer, firstSection + QuestionFirstNames, FoundBy::Ends);
         m_lastNames.writeTo(writer, firstSection + QuestionLastNames, FoundBy::Ends);
         m_lastParts.writeTo(writer, firstSection + QuestionLastParts, FoundBy::Ends);
         m_outerParts.writeTo(writer, firstSection + QuestionOuterParts, FoundBy::Ends);
@@ -84,6 +89,7 @@ class QuestionIndexBuilder {
     void addKey(const LookupImage& lookup, std::size_t key) {
         const auto number = toOffset(m_facts.size());
         KeyFacts facts{};
+        addFirst(lookup.key(key), number);
         assignUnitBytes(lookup.key(key), m_text);
         addName(m_text, number, facts);
         facts.length = toByte(m_text.size());
@@ -100,6 +106,12 @@ class QuestionIndexBuilder {
         }
         facts.entries = toByte(m_hrefs.size());
         m_facts.push_back(facts);
+    }
+
+    void addFirst(std::string_view name, std::uint32_t number) {
+        const std::string_view first = firstComponent(name);
+        if (first.size() == name.size() || m_roots.emplace(first).second)
+            m_firstNames.addWord(searchForm(fromUnitBytes(first)), number);
     }
 
     void addName(std::u16string_view name, std::uint32_t number, KeyFacts& facts) {
@@ -180,6 +192,7 @@ class QuestionIndexBuilder {
 
     Stemmer m_stemmer;
     std::vector<KeyFacts> m_facts;
+    LexiconBuilder m_firstNames;
     LexiconBuilder m_lastNames;
     LexiconBuilder m_lastParts;
     LexiconBuilder m_outerParts;
@@ -188,6 +201,7 @@ class QuestionIndexBuilder {
     // How often a name is seen under an alias, in all products.
     std::map<std::string, std::map<std::string, std::uint64_t>> m_aliases;
     std::u16string m_text;
+    std::set<std::string, std::less<>> m_roots;  // that names of the product go on from
     std::set<std::uint32_t> m_hrefs;
 };
 
@@ -196,6 +210,7 @@ class QuestionIndexBuilder {
 QuestionIndex::QuestionIndex(std::shared_ptr<const Image> image, std::uint32_t firstSection)
     : m_image(std::move(image)),
       m_facts(*m_image, firstSection + QuestionFacts),
+      m_firstNames(*m_image, firstSection + QuestionFirstNames),
       m_lastNames(*m_image, firstSection + QuestionLastNames),
       m_lastParts(*m_image, firstSection + QuestionLastParts),
       m_outerParts(*m_image, firstSection + QuestionOuterParts),

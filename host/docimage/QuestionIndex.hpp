@@ -67,6 +67,9 @@ class VELTRA_HOST_API QuestionIndex {
         return m_facts.range(0, m_facts.size());
     }
 
+    // Keys by the search form of their first component; of the keys of a product that have the same
+    // first component, the one that is nothing else, and the first that goes on from it.
+    [[nodiscard]] const Lexicon& firstNames() const noexcept { return m_firstNames; }
     // Keys by their last component with its parts in a row: "readcsv".
     [[nodiscard]] const Lexicon& lastNames() const noexcept { return m_lastNames; }
     // Keys by each run of parts (see forEachRun) of the last component, and of those before it.
@@ -91,6 +94,7 @@ class VELTRA_HOST_API QuestionIndex {
     const std::shared_ptr<const Image> m_image;
     std::vector<std::uint32_t> m_firstKeys;
     ImageArray<KeyFacts> m_facts;
+    Lexicon m_firstNames;
     Lexicon m_lastNames;
     Lexicon m_lastParts;
     Lexicon m_outerParts;

@@ -10,6 +10,12 @@ namespace reference::docimage {
 // boundaries, and so does this.
 inline constexpr std::string_view componentBoundaries = "./";
 
+// A dot at the end is a part of the name, as in the operator "..".
+[[nodiscard]] inline std::string_view firstComponent(std::string_view name) {
+    const std::size_t dot = name.find('.');
+    return dot + 1 == name.size() ? name : name.substr(0, dot);
+}
+
 [[nodiscard]] inline std::string_view lastComponent(std::string_view form) {
     return form.substr(form.find_last_of(componentBoundaries) + 1);
 }

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 #include "docimage/Image.hpp"
 
@@ -31,13 +32,25 @@ inline void appendVarint(std::uint32_t number, std::string& bytes) {
     throw DamagedImage("A number in an image is not ended.");
 }
 
-// Ascending numbers as the differences between them.
+// Calls `visit(number)`; whether it wants another number: one that returns nothing wants all.
+template <typename Visit>
+bool wantsMore(Visit& visit, std::uint32_t number) {
+    if constexpr (std::is_void_v<decltype(visit(number))>) {
+        visit(number);
+        return true;
+    } else {
+        return visit(number);
+    }
+}
+
+// Ascending numbers as the differences between them. A visit that returns false is the last.
 template <typename Visit>
 void forEachNumber(std::string_view deltas, Visit visit) {
     std::uint32_t number = 0;
     while (!deltas.empty()) {
         number += takeVarint(deltas);
-        visit(number);
+        if (!wantsMore(visit, number))
+            return;
     }
 }
 

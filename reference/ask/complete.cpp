@@ -1,8 +1,9 @@
 #include "reference/ask/complete.hpp"
 
 #include <algorithm>
+#include <compare>
 #include <cstdint>
-#include <tuple>
+#include <limits>
 #include <utility>
 
 #include "docimage/QuestionIndex.hpp"
@@ -13,6 +14,7 @@
 #include "reference/api/cache_manager/referenceStore.hpp"
 #include "reference/ask/Question.hpp"
 #include "reference/ask/asciiBytes.hpp"
+#include "reference/ask/keyLists.hpp"
 #include "reference/ask/productRank.hpp"
 #include "reference/search/LookupIndex.hpp"
 
@@ -25,8 +27,8 @@ using search::LookupIndex;
 
 namespace {
 
-// Of the beginnings that thousands of names share, so many are looked at: more take longer than
-// between two keystrokes, and a person reads the first few.
+// Of the beginnings that thousands of names share, so many are looked at: a person reads the first
+// few.
 constexpr std::size_t mostFound = 4096;
 // The keys under one last name that are looked at: nearly all are written alike.
 constexpr std::size_t mostAlike = 16;
@@ -92,26 +94,37 @@ std::size_t lowerBoundFrom(const LookupImage& lookup, std::size_t from, std::str
 class Completer {
   public:
     Completer(const LookupIndex& index, const Typed& typed, const CompleteOptions& options)
-        : m_index(index), m_questions(index.questions()), m_typed(typed), m_limit(options.limit) {
+        : m_index(index),
+          m_questions(index.questions()),
+          m_typed(typed),
+          m_limit(options.limit) {
         for (const auto& product : index.products()) {
-            m_isWanted.push_back(options.products.empty() ||
-                                 std::ranges::find(options.products, product.name) !=
+            if (!options.products.empty())
+                m_isWanted.push_back(std::ranges::find(options.products, product.name) !=
                                      options.products.end());
             m_ranks.push_back(productRank(product, false, options.preferredProducts));
+            m_firstRank = std::min(m_firstRank, m_ranks.back());
         }
     }
 
     std::vector<Completion> complete();
 
   private:
-    // A part that goes on from what was typed. Views are those of the images.
+    // A part that goes on from what was typed, in the order of the members. Views are those of the
+    // images.
     struct Found {
-        std::string_view part;
-        std::uint32_t key;  // the name, or the first that goes on from the part
-        bool isName;
         bool isOtherCase;
         bool isHidden;
+        bool isLonger;
         bool isInOtherPackage;
+        std::uint32_t rank;
+        bool isPart;         // of names, and no name itself
+        std::uint16_t kind;  // of a name
+        std::size_t size;
+        std::string_view part;
+        std::uint32_t key;  // the name, or the first that goes on from the part
+
+        [[nodiscard]] auto operator<=>(const Found&) const = default;
     };
     // A package by one of its documented names.
     struct Package {
@@ -124,6 +137,7 @@ class Completer {
         }
     };
 
+    void addRoots();
     void addPackages();
     void addWhole(const std::string& package);
     template <typename IsWanted>
@@ -134,35 +148,59 @@ class Completer {
                       bool isInOtherPackage);
     void addLastNames();
     void add(std::string_view part, std::uint32_t key, bool isName, bool isInOtherPackage);
+    [[nodiscard]] bool canBeGood(std::string_view letters, std::uint32_t key, bool isLast) const;
+    [[nodiscard]] bool isWanted(std::uint32_t product) const {
+        return m_isWanted.empty() || m_isWanted[product];
+    }
+    [[nodiscard]] bool isWantedKey(std::uint32_t key) const {
+        return m_isWanted.empty() || m_isWanted[m_questions.productOf(key)];
+    }
     [[nodiscard]] bool isBegun(std::string_view part) const;
     [[nodiscard]] std::string_view keyText(std::uint32_t key) const;
-    [[nodiscard]] auto orderOf(const Found& found) const;
-    [[nodiscard]] std::vector<Found> best();
     [[nodiscard]] Completion completionOf(const Found& found) const;
 
     const LookupIndex& m_index;
     const docimage::QuestionIndex& m_questions;
     const Typed& m_typed;
     const std::size_t m_limit;
-    std::vector<bool> m_isWanted;        // by product
+    std::vector<bool> m_isWanted;        // by product; empty: all are
     std::vector<std::uint32_t> m_ranks;  // by product
+    std::uint32_t m_firstRank = std::numeric_limits<std::uint32_t>::max();
     std::vector<Package> m_packages;
-    std::vector<Found> m_found;
+    std::size_t m_found = 0;
+    std::vector<Found> m_best;  // the first of those that were found, in order, each part once
 };
 
 std::vector<Completion> Completer::complete() {
     if (m_typed.head.empty()) {
-        for (std::uint32_t product = 0; product < m_isWanted.size(); ++product)
-            addParts({.product = product, .name = {}}, false);
+        addRoots();
         if (!m_typed.part.empty())
             addLastNames();
     } else if (!m_typed.package.empty()) {
         addPackages();
     }
     std::vector<Completion> completions;
-    for (const Found& found : best())
+    for (const Found& found : m_best)
         completions.push_back(completionOf(found));
     return completions;
+}
+
+void Completer::addRoots() {
+    const docimage::Lexicon& names = m_questions.firstNames();
+    names.forEachWordWith({.letters = m_typed.partForm, .isStart = true}, [&](std::uint32_t word) {
+        names.forEachTextWith(word, [&](std::uint32_t key) {
+            if (!isWantedKey(key))
+                return;
+            ++m_found;
+            if (!canBeGood(names.word(word), key, false))
+                return;
+            const std::string_view name = keyText(key);
+            const std::string_view part = docimage::firstComponent(name);
+            if (!part.empty())
+                add(part, key, part.size() == name.size(), false);
+        });
+        return m_found < mostFound;
+    });
 }
 
 // The packages that were typed: by their whole names, by those that an alias stands for, and by the
@@ -188,9 +226,10 @@ void Completer::addPackages() {
 
 // A package that is no class of anything, and no name itself, is found in its own case alone.
 void Completer::addWhole(const std::string& package) {
-    for (std::uint32_t product = 0; product < m_isWanted.size(); ++product)
-        m_packages.push_back({.product = product, .name = package});
     const std::string form = docimage::searchForm(docimage::fromUnitBytes(package));
+    for (const std::uint32_t key :
+         keysOf(m_questions.firstNames(), docimage::firstComponent(form)))
+        m_packages.push_back({.product = m_questions.productOf(key), .name = package});
     const auto isSame = [&form](std::string_view name) { return name == form; };
     addPackagesOf(NameKind::ClassWhole, form, isSame);
     addPackagesOf(NameKind::KeyWhole, form, isSame);
@@ -232,7 +271,7 @@ void Completer::addAllParts(bool isInOtherPackage) {
 // Keys lie in the order of their bytes, so that those that go on alike lie side by side; a first
 // letter in the other case lies elsewhere.
 void Completer::addParts(const Package& package, bool isInOtherPackage) {
-    if (!m_isWanted[package.product])
+    if (!isWanted(package.product))
         return;
     std::string bytes = package.name;
     if (!bytes.empty())
@@ -254,18 +293,17 @@ void Completer::addPartsFrom(std::uint32_t product, const std::string& bytes, st
     const LookupImage& lookup = m_index.lookup(product);
     std::string next;
     for (std::size_t at = lowerBoundFrom(lookup, 0, bytes);
-         at < lookup.keyCount() && m_found.size() < mostFound;) {
+         at < lookup.keyCount() && m_found < mostFound;) {
         const std::string_view key = lookup.key(at);
         if (!key.starts_with(bytes))
             return;
-        // A dot at the end is a part of the name, as in the operator "..".
-        std::size_t end = std::min(key.find('.', before), key.size());
-        if (end + 1 == key.size())
-            end = key.size();
-        const std::string_view part = key.substr(before, end - before);
-        if (!part.empty() && isBegun(part))
+        const std::string_view part = docimage::firstComponent(key.substr(before));
+        const std::size_t end = before + part.size();
+        if (!part.empty() && isBegun(part)) {
+            ++m_found;
             add(part, m_questions.firstKeys()[product] + static_cast<std::uint32_t>(at),
                 end == key.size(), isInOtherPackage);
+        }
         if (end == key.size()) {
             ++at;
             continue;
@@ -282,30 +320,70 @@ void Completer::addLastNames() {
     const std::string letters = docimage::joinedParts(docimage::fromUnitBytes(m_typed.part));
     const docimage::Lexicon& names = m_questions.lastNames();
     names.forEachWordWith({.letters = letters, .isStart = true}, [&](std::uint32_t word) {
-        if (m_found.size() >= mostFound)
-            return;
         std::size_t seen = 0;
-        std::string_view last;
         names.forEachTextWith(word, [&](std::uint32_t key) {
-            if (seen == mostAlike || !m_isWanted[m_questions.productOf(key)])
-                return;
-            ++seen;
-            const std::string_view name = docimage::lastComponent(keyText(key));
-            if (name == last || name.empty() || !isBegun(name))
-                return;
-            last = name;
-            add(name, key, true, true);
+            if (!isWantedKey(key))
+                return true;
+            ++m_found;
+            if (canBeGood(names.word(word), key, true)) {
+                const std::string_view name = docimage::lastComponent(keyText(key));
+                if (!name.empty() && isBegun(name))
+                    add(name, key, true, true);
+            }
+            return ++seen < mostAlike;
         });
+        return m_found < mostFound;
     });
 }
 
+// Each text is completed once: as a name, or by what names go on from.
 void Completer::add(std::string_view part, std::uint32_t key, bool isName, bool isInOtherPackage) {
-    m_found.push_back({.part = part,
-                       .key = key,
-                       .isName = isName,
-                       .isOtherCase = !part.starts_with(m_typed.part),
-                       .isHidden = part.front() == '_' && !m_typed.part.starts_with('_'),
-                       .isInOtherPackage = isInOtherPackage});
+    const Found found{
+        .isOtherCase = !part.starts_with(m_typed.part),
+        .isHidden = part.front() == '_' && !m_typed.part.starts_with('_'),
+        .isLonger = part.size() != m_typed.part.size(),
+        .isInOtherPackage = isInOtherPackage,
+        .rank = m_ranks[m_questions.productOf(key)],
+        .isPart = !isName,
+        .kind = isName ? m_questions.facts(key).kind : std::uint16_t{0},
+        .size = part.size(),
+        .part = part,
+        .key = key,
+    };
+    if (m_best.size() == m_limit && (m_best.empty() || m_best.back() < found))
+        return;
+    const auto same = std::ranges::find(m_best, part, &Found::part);
+    if (same != m_best.end()) {
+        if (*same < found)
+            return;
+        m_best.erase(same);
+    } else if (m_best.size() == m_limit) {
+        m_best.pop_back();
+    }
+    m_best.insert(std::ranges::upper_bound(m_best, found), found);
+}
+
+// Whether the first or last part of a name, with these letters in lower case, can go before the
+// last of those that are known to be good, by what is known without a look at it: nearly all
+// cannot.
+bool Completer::canBeGood(std::string_view letters, std::uint32_t key, bool isLast) const {
+    if (m_best.size() < m_limit)
+        return true;
+    const KeyFacts& facts = m_questions.facts(key);
+    const bool isName = isLast || facts.depth == 1;
+    // Only what is not ASCII can have fewer bytes than its letters in lower case.
+    const std::size_t least = isAscii(letters) ? letters.size() : 0;
+    const Found atBest{.isOtherCase = false,
+                       .isHidden = false,
+                       .isLonger = least > m_typed.part.size(),
+                       .isInOtherPackage = isLast,
+                       .rank = m_firstRank,
+                       .isPart = !isName,
+                       .kind = isName ? facts.kind : std::uint16_t{0},
+                       .size = least,
+                       .part = {},
+                       .key = 0};
+    return !m_best.empty() && atBest < m_best.back();
 }
 
 bool Completer::isBegun(std::string_view part) const {
@@ -323,38 +401,11 @@ std::string_view Completer::keyText(std::uint32_t key) const {
     return m_index.lookup(product).key(key - m_questions.firstKeys()[product]);
 }
 
-auto Completer::orderOf(const Found& found) const {
-    const KeyFacts& facts = m_questions.facts(found.key);
-    return std::tuple(found.isOtherCase, found.isHidden, found.part.size() != m_typed.part.size(),
-                      found.isInOtherPackage, m_ranks[m_questions.productOf(found.key)],
-                      !found.isName, found.isName ? facts.kind : std::uint16_t{0},
-                      found.part.size(), found.part, found.key);
-}
-
-// Each text once: a name, or what names go on from.
-std::vector<Completer::Found> Completer::best() {
-    const auto before = [this](const Found& a, const Found& b) { return orderOf(a) < orderOf(b); };
-    std::vector<Found> chosen;
-    // Mostly a few more than are wanted do.
-    for (std::size_t sorted = 0; chosen.size() < m_limit && sorted < m_found.size();) {
-        const std::size_t end = std::min(m_found.size(), sorted + 2 * m_limit + 8);
-        const auto begin = m_found.begin() + static_cast<std::ptrdiff_t>(sorted);
-        std::ranges::partial_sort(begin, m_found.begin() + static_cast<std::ptrdiff_t>(end),
-                                  m_found.end(), before);
-        for (; sorted < end && chosen.size() < m_limit; ++sorted) {
-            const Found& found = m_found[sorted];
-            if (std::ranges::find(chosen, found.part, &Found::part) == chosen.end())
-                chosen.push_back(found);
-        }
-    }
-    return chosen;
-}
-
 Completion Completer::completionOf(const Found& found) const {
     Completion completion{
         .text = std::u16string(m_typed.head) + docimage::fromUnitBytes(found.part),
-        .isName = found.isName};
-    if (!found.isName) {
+        .isName = !found.isPart};
+    if (found.isPart) {
         completion.text += u'.';
         return completion;
     }
