@@ -18,6 +18,7 @@
 
 #include "fl/i18n/utf.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/ask/Question.hpp"
 #include "reference/ask/QuestionError.hpp"
 #include "reference/ask/ask.hpp"
 #include "reference/ask/complete.hpp"
@@ -95,6 +96,16 @@ std::string slipped(std::string name) {
     return name;
 }
 
+void print(const std::string& kind, std::vector<double> times) {
+    if (times.empty())
+        return;
+    std::ranges::sort(times);
+    const auto at = [&](std::size_t percent) { return times[(times.size() - 1) * percent / 100]; };
+    std::cout << std::left << std::setw(22) << kind << std::right << std::fixed
+              << std::setprecision(0) << std::setw(6) << times.size() << std::setw(10) << at(50)
+              << std::setw(10) << at(95) << std::setw(10) << times.back() << '\n';
+}
+
 template <typename Make, typename Ask>
 void measure(const std::string& kind, const std::vector<Entity>& entities, Make make, Ask ask) {
     std::vector<double> times;
@@ -111,13 +122,54 @@ void measure(const std::string& kind, const std::vector<Entity>& entities, Make 
         static_cast<void>(ask(text));
         times.push_back(std::chrono::duration<double, std::micro>(Clock::now() - begin).count());
     }
-    if (times.empty())
-        return;
-    std::ranges::sort(times);
-    const auto at = [&](std::size_t percent) { return times[(times.size() - 1) * percent / 100]; };
-    std::cout << std::left << std::setw(22) << kind << std::right << std::fixed
-              << std::setprecision(0) << std::setw(6) << times.size() << std::setw(10) << at(50)
-              << std::setw(10) << at(95) << std::setw(10) << times.back() << '\n';
+    print(kind, std::move(times));
+}
+
+std::string repeated(const std::string& text, std::size_t times) {
+    std::string all;
+    for (; times > 0; --times)
+        all += text;
+    return all;
+}
+
+// Questions that are meant to take long: at most 50 ms, whether they are answered or refused.
+void measureHostile() {
+    constexpr std::size_t megabyte = 1U << 20U;
+    constexpr std::size_t longest = reference::ask::Question::maxLength;
+    const std::string nul(1, '\0');
+    const std::vector<std::u16string> questions = {
+        fl::i18n::toUtf16(repeated("a", megabyte)),
+        fl::i18n::toUtf16(repeated("word ", 10'000)),
+        fl::i18n::toUtf16(repeated("sort list ", longest / 10)),
+        fl::i18n::toUtf16(repeated("a ", longest / 2)),
+        fl::i18n::toUtf16(repeated("a.", longest / 2)),
+        fl::i18n::toUtf16(repeated("(", longest)),
+        fl::i18n::toUtf16(repeated("f(", longest / 2)),
+        fl::i18n::toUtf16(repeated("\"a\" ", longest / 4)),
+        fl::i18n::toUtf16(repeated("-x ", longest / 3)),
+        fl::i18n::toUtf16(repeated("type:method ", longest / 12)),
+        fl::i18n::toUtf16(repeated("ab", longest / 2)),
+        fl::i18n::toUtf16(repeated("abababababababab ", longest / 17)),
+        fl::i18n::toUtf16("aaaaaaaaaaaaaaaaaaaaaaaaaaab"),
+        fl::i18n::toUtf16("eeeeeeeee_eeeeeeeeee_eeeeeeeee"),
+        fl::i18n::toUtf16(repeated("\xCE\xA3", longest)),
+        fl::i18n::toUtf16(repeated("\xE6\x97\xA5\xE6\x9C\xAC", longest / 2)),
+        fl::i18n::toUtf16("read" + nul + "csv" + repeated(nul, 100)),
+        std::u16string(longest, u'\xD800'),
+        u"e e e e e e e e",
+        u"get set",
+    };
+    std::vector<double> times;
+    for (const auto& question : questions) {
+        const auto begin = Clock::now();
+        try {
+            static_cast<void>(reference::ask::ask(question));
+        } catch (const reference::ask::QuestionError&) {
+            // Refused.
+        }
+        times.push_back(std::chrono::duration<double, std::micro>(Clock::now() - begin).count());
+    }
+    print("hostile, asked once", std::move(times));
 }
 
 void measureAll(std::size_t count) {
@@ -149,6 +201,7 @@ void measureAll(std::size_t count) {
     measure(
         "nothing there is", entities,
         [](const Entity& one) { return "qzxv" + one.last() + " wkjqy"; }, ask);
+    measureHostile();
     measure(
         "completion: part", entities,
         [](const Entity& one) { return one.name.substr(0, one.name.rfind('.') + 3); }, complete);

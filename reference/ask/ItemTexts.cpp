@@ -1,10 +1,15 @@
 #include "reference/ask/ItemTexts.hpp"
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
+#include "docimage/componentForms.hpp"
+#include "docimage/searchForm.hpp"
 #include "docimage/searchedTexts.hpp"
 #include "docimage/unitBytes.hpp"
 #include "docparser/DocParserException.hpp"
@@ -31,16 +36,28 @@ class ItemScores {
         m_items = items;
     }
 
+    // Counts the item from now on, whatever it has.
+    void expect(std::uint32_t item) {
+        m_scores[item].isFound = true;
+        m_found.push_back(item);
+    }
+
+    // Whether items that had none of the stems so far are passed over from now on.
+    void passNew(bool isPassed) { m_isNewPassed = isPassed; }
+
     // Counts a stem of the item, once: first the word itself, then synonyms of it.
     void count(std::uint32_t item, std::uint64_t stem, bool isSynonym, float score) {
         if (item >= m_items)
             throw docimage::DamagedImage("An image refers to an item that it does not have.");
         Score& counted = m_scores[item];
-        const std::uint64_t before = counted.words.any();
-        if ((before & stem) != 0)
-            return;
-        if (before == 0)
+        if (!counted.isFound) {
+            if (m_isNewPassed)
+                return;
+            counted.isFound = true;
             m_found.push_back(item);
+        }
+        if ((counted.words.any() & stem) != 0)
+            return;
         (isSynonym ? counted.words.synonyms : counted.words.words) |= stem;
         counted.score += score;
     }
@@ -58,11 +75,22 @@ class ItemScores {
     struct Score {
         WordBits words;
         float score = 0;
+        bool isFound = false;
     };
     std::vector<Score> m_scores;
     std::vector<std::uint32_t> m_found;
     std::size_t m_items = 0;
+    bool m_isNewPassed = false;
 };
+
+// The numbers of the weights, from the heaviest to the lightest.
+std::vector<std::size_t> byWeight(std::span<const float> weights) {
+    std::vector<std::size_t> order(weights.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::ranges::stable_sort(order, std::greater(),
+                             [&](std::size_t number) { return weights[number]; });
+    return order;
+}
 
 }  // namespace
 
@@ -97,28 +125,43 @@ std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32
         }
         const search::ProductPages& pages = joined->pages();
         scores.begin(pages.itemCount());
-        const auto weights = m_stems.weightsIn(product);
-        float all = 0;
-        for (std::size_t number = 0; number < weights.size(); ++number) {
-            const StemKeys::Stem& stem = m_stems.stems()[number];
-            const auto count = [&](const std::string& text, bool isSynonym, float score) {
-                for (const std::uint32_t word : keysOf(pages.wordStems(), text))
-                    pages.words().forEachTextWith(word, [&](std::uint32_t item) {
-                        scores.count(item, std::uint64_t{1} << number, isSynonym, score);
-                    });
-            };
-            all += weights[number];
-            count(stem.text, false, weights[number]);
-            for (const auto& synonym : stem.synonyms)
-                count(synonym, true, weights[number] * share::textSynonym);
-        }
+        const std::size_t firstEntry = entries.size();
         for (; name != names.end() && *name < end; ++name) {
             const auto item = itemOfKey(*name);
             entries.push_back({.key = *name,
                                .item = item,
-                               .words = item ? scores.wordsOf(*item) : WordBits(),
+                               .words = {},
                                .size = item ? pages.sizeOfItem(*item) : 0});
+            if (item)
+                scores.expect(*item);
         }
+        const auto weights = m_stems.weightsIn(product);
+        const float all = std::accumulate(weights.begin(), weights.end(), 0.0F);
+        float left = all;
+        for (const std::size_t number : byWeight(weights)) {
+            const StemKeys::Stem& stem = m_stems.stems()[number];
+            const auto count = [&](const std::string& text, bool isSynonym, float score) {
+                for (const std::uint32_t word : keysOf(pages.wordStems(), text)) {
+                    const docimage::Lexicon& words = pages.words();
+                    if (isSynonym && words.weightOf(word) > pages.itemCount() / share::commonInTexts)
+                        continue;
+                    words.forEachTextWith(word, [&](std::uint32_t item) {
+                        scores.count(item, std::uint64_t{1} << number, isSynonym, score);
+                    });
+                }
+            };
+            // With no more than these it would not be worth reading, or be among the likeliest.
+            scores.passNew(left <= share::worthReading * all || !best.isBetter(left / all));
+            left -= weights[number];
+            count(stem.text, false, weights[number]);
+            for (const auto* synonyms : {&stem.phrases, &stem.synonyms})
+                for (const auto& synonym : synonyms->stems)
+                    count(synonym, true, weights[number] * share::textSynonym);
+        }
+        for (auto entry = entries.begin() + static_cast<std::ptrdiff_t>(firstEntry);
+             entry != entries.end(); ++entry)
+            if (entry->item)
+                entry->words = scores.wordsOf(*entry->item);
         scores.forEach([&](std::uint32_t item, const WordBits& words, float score) {
             if (score > share::worthReading * all && best.isBetter(score / all))
                 best.add(
@@ -145,6 +188,22 @@ std::optional<std::uint32_t> ItemTexts::keyOfItem(const Item& item) const {
         if (const auto key = lookup.findKey(docimage::toUnitBytes(entity.getName())))
             return m_questions.firstKeys()[item.product] + *key;
     return std::nullopt;
+}
+
+std::size_t ItemTexts::mentionsOf(std::uint32_t key) const {
+    const std::uint32_t product = m_questions.productOf(key);
+    const JoinedPages* const joined = pagesOf(product);
+    if (joined == nullptr)
+        return 0;
+    const std::string_view name =
+        m_index.lookup(product).key(key - m_questions.firstKeys()[product]);
+    const std::string word =
+        docimage::searchForm(docimage::fromUnitBytes(docimage::lastComponent(name)));
+    const docimage::Lexicon& words = joined->pages().words();
+    std::size_t mentions = 0;
+    words.forEachWordWith({.letters = word, .isStart = true, .isEnd = true},
+                          [&](std::uint32_t number) { mentions = words.weightOf(number); });
+    return mentions;
 }
 
 std::optional<std::uint32_t> ItemTexts::itemOfKey(std::uint32_t key) const {
@@ -184,8 +243,9 @@ PassageFinder& ItemTexts::finderFor(std::uint32_t product) {
                 finder.addWord(pages.words().word(word), number, isSynonym);
         };
         add(stem.text, false);
-        for (const auto& synonym : stem.synonyms)
-            add(synonym, true);
+        for (const auto* synonyms : {&stem.phrases, &stem.synonyms})
+            for (const auto& synonym : synonyms->stems)
+                add(synonym, true);
         ++number;
     }
     return finder;

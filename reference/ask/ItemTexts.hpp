@@ -36,6 +36,9 @@ class ItemTexts {
     // The words of the passage of the entry's texts that has most of them.
     [[nodiscard]] WordBits passageOf(const Entry& entry);
 
+    // How many items of its product have the last component of a name as a word.
+    [[nodiscard]] std::size_t mentionsOf(std::uint32_t key) const;
+
   private:
     struct Item {
         std::uint32_t number;

@@ -51,6 +51,8 @@ float MeaningReading::countOf(std::uint64_t stem, const StemKeys::Places& places
         return share::last + twice;
     if (has(places.purpose))
         return share::purpose;
+    if (has(places.phrase))
+        return share::phrase;
     if (has(places.outer))
         return share::outer;
     if (has(places.synonym))
@@ -80,6 +82,7 @@ float MeaningReading::likelihoodOf(std::uint32_t key) const {
     float likelihood =
         1 /
         (1 + share::forDepth * std::max(static_cast<float>(facts.depth) - share::usualDepth, 0.0F));
+    likelihood *= 1 + share::mention * std::log2(1 + std::min(static_cast<float>(m_texts.mentionsOf(key)), share::mostMentions));
     if ((facts.types & typeBit(RefEntityType::Class)) != 0)
         likelihood *= share::forClass;
     if ((facts.types & callable) == 0)
@@ -141,8 +144,8 @@ void MeaningReading::findWords(bool isPurposeWanted) {
 // The names that have most of the words by what the indexes say, and the items whose texts do, by
 // the best that each can be: all words of its texts may stand together.
 std::vector<MeaningReading::Likely> MeaningReading::likelyEntries() {
-    constexpr FieldShares shares{share::last, share::purpose, share::synonym, share::compound,
-                                 share::outer};
+    constexpr FieldShares shares{share::last,    share::purpose,  share::phrase,
+                             share::synonym, share::compound, share::outer};
     std::vector<std::uint32_t> names;
     for (const auto& name : m_stems.likeliest(share::mostLikely, shares, [this](std::uint32_t key) {
              return m_candidates.has(key);

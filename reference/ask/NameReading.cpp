@@ -326,6 +326,9 @@ void NameReading::findSpelling() {
             if (m_candidates.has(key))
                 return;
             const Fit fit = fitPackage(key, admitted);
+            // In another package than the one that was typed, two slips are a guess upon a guess.
+            if (fit.missing > 0 && slips > 1)
+                return;
             const std::string_view name = m_candidates.textOf(key);
             const std::u16string last = docimage::fromUnitBytes(docimage::lastComponent(name));
             const std::u16string change =

@@ -170,6 +170,7 @@ class QuestionParser {
         const auto phrase = trimmed(m_text.substr(m_at + 1, end - m_at - 1));
         if (!phrase.empty())
             m_question.m_phrases.emplace_back(phrase);
+        requireFewWords(m_at);
         m_at = end + 1;
         return true;
     }
@@ -287,6 +288,7 @@ class QuestionParser {
             m_question.m_calls.insert(m_question.m_calls.end(),
                                       std::make_move_iterator(calls.begin()),
                                       std::make_move_iterator(calls.end()));
+            requireFewWords(begin);
             return;
         }
         if (endsLikeError(chunk)) {
@@ -296,7 +298,18 @@ class QuestionParser {
             m_question.m_phrases.clear();
         }
         addTerms(chunk, begin);
-        if (m_question.m_terms.size() > Question::maxTerms)
+        requireFewWords(begin);
+    }
+
+    // Each component of a name is a word, and so is a phrase. Of several calls, each may have as
+    // many.
+    void requireFewWords(std::size_t begin) const {
+        std::size_t words = m_question.m_phrases.size();
+        for (const Term& term : m_question.m_terms)
+            words += term.components.size();
+        for (const Term& call : m_question.m_calls)
+            words = std::max(words, call.components.size());
+        if (words > Question::maxTerms)
             fail("A question may have up to " + std::to_string(Question::maxTerms) + " words.",
                  begin, m_text.size() - begin);
     }

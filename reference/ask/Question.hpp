@@ -60,8 +60,8 @@ class VELTRA_REFERENCE_API Question {
     [[nodiscard]] static std::span<const QuestionFilter> filters() noexcept;
 
     // Throws QuestionError for a filter without a value or with an unknown one, a phrase that is
-    // not ended, more than `maxLength` units or `maxTerms` terms, and a question that has nothing
-    // to look for.
+    // not ended, more than `maxLength` units, more than `maxTerms` words (each component of a name
+    // is one, and each phrase), and a question that has nothing to look for.
     [[nodiscard]] static Question parse(std::u16string_view text);
 
     // References are valid as long as the question.

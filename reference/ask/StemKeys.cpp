@@ -85,15 +85,37 @@ StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string
     : m_index(index), m_questions(index.questions()) {
     for (const auto& text : stems.first(std::min(stems.size(), most))) {
         Stem stem{.text = text, .isWeak = isWeakStem(text)};
-        const auto synonyms = synonymsOf(text);
-        stem.synonyms.assign(synonyms.begin(), synonyms.end());
         m_stems.push_back(std::move(stem));
     }
+    addMeanings(stems.first(m_stems.size()));
     m_keys.resize(m_stems.size());
     const bool areAllWeak = std::ranges::all_of(m_stems, &Stem::isWeak);
     for (std::size_t at = 0; at < m_stems.size(); ++at)
         if (!m_stems[at].isWeak || areAllWeak)
             m_required |= bitOf(at);
+}
+
+void StemKeys::addMeanings(std::span<const std::string> stems) {
+    const auto addOnce = [](std::vector<std::string>& texts, std::string_view text) {
+        if (std::ranges::find(texts, text) == texts.end())
+            texts.emplace_back(text);
+    };
+    for (const auto& [meant, said] : meaningsOf(stems, m_stemmer))
+        docimage::forEachWord(said, [&, meant = meant](std::string_view word) {
+            std::string name(word);
+            std::erase(name, '_');
+            const std::string_view stem = m_stemmer.stem(word);
+            for (std::size_t at = 0; at < m_stems.size(); ++at) {
+                Stem& asked = m_stems[at];
+                if ((meant & bitOf(at)) == 0 || stem == asked.text)
+                    continue;
+                auto& synonyms = std::has_single_bit(meant) ? asked.synonyms : asked.phrases;
+                if (name.size() == word.size())
+                    addOnce(synonyms.stems, stem);
+                if (name != stem)
+                    addOnce(synonyms.names, name);
+            }
+        });
 }
 
 std::vector<std::string_view> StemKeys::partsOf(std::string_view stem) const {
@@ -146,19 +168,47 @@ std::vector<std::string_view> StemKeys::compoundsOf(std::string_view stem) {
     return compounds;
 }
 
+// Leaves those of products in which too many names have the word.
+StemKeys::Keys StemKeys::withoutCommon(Keys keys) const {
+    const auto& first = m_questions.firstKeys();
+    auto left = keys.begin();
+    for (auto at = keys.begin(); at != keys.end();) {
+        const std::uint32_t product = m_questions.productOf(*at);
+        const auto end = std::lower_bound(at, keys.end(), first[product + 1]);
+        const auto names = static_cast<std::ptrdiff_t>(first[product + 1] - first[product]);
+        if (end - at <= names / share::commonInNames)
+            left = std::copy(at, end, left);
+        at = end;
+    }
+    keys.erase(left, keys.end());
+    return keys;
+}
+
 StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
     Keys keys;
     bool isOne = true;
-    const auto add = [&](const Lexicon& lexicon, std::string_view word) {
-        const auto found = keysOf(lexicon, word);
+    const auto addKeys = [&](const Keys& found) {
         if (found.empty())
             return;
+        if (found.back() >= m_questions.keyCount())
+            throw docimage::DamagedImage("An image refers to a name that it does not have.");
         isOne = keys.empty();
         keys.insert(keys.end(), found.begin(), found.end());
+    };
+    const auto add = [&](const Lexicon& lexicon, std::string_view word) {
+        addKeys(keysOf(lexicon, word));
     };
     const auto addParts = [&](const Lexicon& lexicon, std::string_view text) {
         for (const auto part : partsOf(text))
             add(lexicon, part);
+    };
+    const auto addSynonyms = [&](const Synonyms& synonyms) {
+        for (const auto& synonym : synonyms.stems) {
+            addKeys(withoutCommon(keysOf(m_questions.purposes(), synonym)));
+            addParts(m_questions.lastParts(), synonym);
+        }
+        for (const auto& name : synonyms.names)
+            add(m_questions.lastParts(), name);
     };
     switch (field) {
         case Field::Last:
@@ -167,11 +217,11 @@ StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
         case Field::Purpose:
             add(m_questions.purposes(), stem.text);
             break;
+        case Field::Phrase:
+            addSynonyms(stem.phrases);
+            break;
         case Field::Synonym:
-            for (const auto& synonym : stem.synonyms) {
-                add(m_questions.purposes(), synonym);
-                addParts(m_questions.lastParts(), synonym);
-            }
+            addSynonyms(stem.synonyms);
             break;
         case Field::Compound:
             for (const auto part : compoundsOf(stem.text))
@@ -181,12 +231,8 @@ StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
             addParts(m_questions.outerParts(), stem.text);
             break;
     }
-    if (!isOne) {
-        std::ranges::sort(keys);
-        keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-    }
-    if (!keys.empty() && keys.back() >= m_questions.keyCount())
-        throw docimage::DamagedImage("An image refers to a name that it does not have.");
+    if (!isOne)
+        putInOrder(keys, m_questions.keyCount());
     return keys;
 }
 
@@ -206,6 +252,7 @@ StemKeys::Places StemKeys::placesOf(std::uint32_t key) {
         };
         mark(Field::Last, places.last);
         mark(Field::Purpose, places.purpose);
+        mark(Field::Phrase, places.phrase);
         mark(Field::Synonym, places.synonym);
         mark(Field::Compound, places.compound);
         mark(Field::Outer, places.outer);

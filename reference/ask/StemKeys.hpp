@@ -17,11 +17,11 @@
 namespace reference::ask {
 
 // Where a name has a word, from the field that says most: in its last component; in its purpose; by
-// a synonym, in either; at an end of a part of its last component, as "isprime" has "prime"; in the
-// components before the last.
-enum class Field : std::uint8_t { Last, Purpose, Synonym, Compound, Outer };
-inline constexpr Field fields[] = {Field::Last, Field::Purpose, Field::Synonym, Field::Compound,
-                                   Field::Outer};
+// what a phrase means that the word is part of, in either; by a synonym, in either; at an end of a
+// part of its last component, as "isprime" has "prime"; in the components before the last.
+enum class Field : std::uint8_t { Last, Purpose, Phrase, Synonym, Compound, Outer };
+inline constexpr Field fields[] = {Field::Last,    Field::Purpose,  Field::Phrase,
+                                   Field::Synonym, Field::Compound, Field::Outer};
 
 // What a word that stands in a field counts, by field.
 using FieldShares = std::array<float, std::size(fields)>;
@@ -33,23 +33,30 @@ class StemKeys {
     // What is beyond is left out.
     static constexpr std::size_t most = 64;
 
+    // The stems of words that mean the same, and parts of names that do, without underscores.
+    struct Synonyms {
+        std::vector<std::string> stems;
+        std::vector<std::string> names;
+    };
     struct Stem {
         std::string text;
         // Most questions could have it, whatever they ask for: found, it counts a little; missing,
         // it does not matter.
         bool isWeak = false;
-        std::vector<std::string> synonyms;
+        Synonyms synonyms;
+        Synonyms phrases;  // of phrases that it is part of
     };
     // Where a name has the stems: a bit for each.
     struct Places {
         std::uint64_t last = 0;
         std::uint64_t purpose = 0;
+        std::uint64_t phrase = 0;
         std::uint64_t synonym = 0;
         std::uint64_t compound = 0;
         std::uint64_t outer = 0;
 
         [[nodiscard]] std::uint64_t any() const noexcept {
-            return last | purpose | synonym | compound | outer;
+            return last | purpose | phrase | synonym | compound | outer;
         }
     };
 
@@ -84,11 +91,13 @@ class StemKeys {
         const std::function<bool(std::uint32_t key)>& isLeftOut);
 
   private:
+    void addMeanings(std::span<const std::string> stems);
     // The parts of names that have the stem.
     [[nodiscard]] std::vector<std::string_view> partsOf(std::string_view stem) const;
     // Parts of names that are made of one that has the stem and another word.
     [[nodiscard]] std::vector<std::string_view> compoundsOf(std::string_view stem);
     [[nodiscard]] bool isWord(std::string_view text);
+    [[nodiscard]] Keys withoutCommon(Keys keys) const;
     [[nodiscard]] Keys find(const Stem& stem, Field field);
     void weigh();
 

@@ -31,7 +31,9 @@ std::uint32_t slipsInSentence(std::size_t length) {
 
 WordReading::WordReading(const docimage::QuestionIndex& questions, std::span<const Term> terms,
                          Candidates& candidates)
-    : m_questions(questions), m_candidates(candidates) {
+    : m_questions(questions),
+      m_candidates(candidates),
+      m_isQualifiedName(terms.size() == 1 && terms.front().components.size() > 1) {
     for (const Term& term : terms)
         for (const auto& component : term.components)
             addWord(component);
@@ -170,12 +172,12 @@ void WordReading::findParts() {
     }
 }
 
-bool WordReading::isKnown(const Word& word) const {
+bool WordReading::isKnown(const Word& word) {
     if (!keysOf(m_questions.lastParts(), word.form).empty() ||
         !keysOf(m_questions.outerParts(), word.form).empty())
         return true;
     return std::ranges::all_of(word.stems, [&](const std::string& stem) {
-        return isNumber(stem) || !synonymsOf(stem).empty() ||
+        return isNumber(stem) || !meaningsOf({&stem, 1}, m_stemmer).empty() ||
                !keysOf(m_questions.purposes(), stem).empty() ||
                !keysOf(m_questions.partStems(), stem).empty();
     });
@@ -190,8 +192,11 @@ bool WordReading::correctSpelling() {
     for (Word& word : m_words) {
         if (word.isStop || isKnown(word))
             continue;
-        const std::uint32_t admitted =
+        std::uint32_t admitted =
             isSentence ? slipsInSentence(word.form.size()) : admittedSlips(word.form.size());
+        // The package that it was looked for in did not have it.
+        if (m_isQualifiedName)
+            admitted = std::min(admitted, 1U);
         std::uint32_t fewest = admitted + 1;
         std::size_t heaviest = 0;
         std::string best;

@@ -52,12 +52,13 @@ class WordReading {
     };
     [[nodiscard]] WordKeys keysOfWord(std::size_t number) const;
     [[nodiscard]] bool standsInOrder(std::uint32_t key) const;
-    [[nodiscard]] bool isKnown(const Word& word) const;
+    [[nodiscard]] bool isKnown(const Word& word);
 
     const docimage::QuestionIndex& m_questions;
     Candidates& m_candidates;
     docimage::Stemmer m_stemmer;
     std::vector<Word> m_words;
+    const bool m_isQualifiedName;  // and nothing else
     std::uint32_t m_change = 0;
 };
 

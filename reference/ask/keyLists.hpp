@@ -2,6 +2,8 @@
 #pragma once
 
 #include <algorithm>
+#include <bit>
+#include <cstddef>
 #include <cstdint>
 #include <iterator>
 #include <string_view>
@@ -27,6 +29,25 @@ namespace reference::ask {
 
 [[nodiscard]] inline bool holds(const std::vector<std::uint32_t>& numbers, std::uint32_t number) {
     return std::ranges::binary_search(numbers, number);
+}
+
+// Puts numbers that are less than `end` in order, each once. Many of them are marked rather than
+// sorted.
+inline void putInOrder(std::vector<std::uint32_t>& numbers, std::size_t end) {
+    constexpr std::size_t bits = 64;
+    if (numbers.size() < end / bits) {
+        std::ranges::sort(numbers);
+        numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
+        return;
+    }
+    std::vector<std::uint64_t> marks(end / bits + 1);
+    for (const std::uint32_t number : numbers)
+        marks[number / bits] |= std::uint64_t{1} << (number % bits);
+    numbers.clear();
+    for (std::size_t at = 0; at < marks.size(); ++at)
+        for (std::uint64_t left = marks[at]; left != 0; left &= left - 1)
+            numbers.push_back(
+                static_cast<std::uint32_t>(at * bits + static_cast<std::size_t>(std::countr_zero(left))));
 }
 
 // Adds the numbers of another list.

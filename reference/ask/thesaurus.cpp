@@ -1,349 +1,101 @@
 #include "reference/ask/thesaurus.hpp"
 
 #include <algorithm>
-#include <functional>
-#include <map>
-#include <vector>
+#include <cstddef>
+#include <optional>
+#include <utility>
 
-#include "docimage/Stemmer.hpp"
-#include "docimage/searchForm.hpp"
 #include "foundation/core/NeverDestroyed.hpp"
+#include "reference/ask/thesaurusTexts.hpp"
 
 namespace reference::ask {
 namespace {
 
-// One group of words a line, in any of their forms. A word may stand in several groups, and means
-// what any of them does. Here stand the words that documentation and its readers exchange for one
-// another, not all that a dictionary has: each group makes questions find more, and less of what
-// they find is meant.
-constexpr std::string_view groups[] = {
-    // What is done.
-    "delete remove drop erase discard clear unlink rid",
-    "strip trim remove",
-    "convert turn transform change cast",
-    "parse read interpret decode",
-    "make create build generate construct produce",
-    "get fetch retrieve obtain",
-    "find search locate look seek detect lookup query",
-    "check test verify validate determine",
-    "run execute launch spawn invoke",
-    "start begin launch",
-    "stop end finish terminate kill cancel abort",
-    "pause sleep wait suspend delay block",
-    "capture collect record catch",
-    "catch handle suppress ignore",
-    "print display show output write",
-    "write save store dump export serialize persist",
-    "read load open import",
-    "join merge combine concatenate concat unite stack",
-    "split divide break partition separate chop hold",
-    "sort order arrange rank",
-    "reverse backwards flip invert",
-    "group aggregate bucket bin",
-    "loop iterate iteration traverse walk",
-    "repeat duplicate replicate tile",
-    "copy duplicate clone",
-    "move rename",
-    "replace substitute swap exchange",
-    "plug substitute insert",
-    "insert add append put attach",
-    "compress zip gzip deflate archive pack",
-    "decompress extract unpack unzip inflate",
-    "compare difference diff",
-    "choose select pick filter",
-    "keep preserve retain",
-    "fill impute pad",
-    "cut truncate clip limit",
-    "measure time benchmark profile",
-    "compute calculate evaluate",
-    "normalize standardize rescale scale squeeze",
-    "rotate turn spin",
-    "chain pipeline compose sequence",
-    "mix confuse confusion misclassify",
-    "arrange order ordering permutation permute",
-    "combination combine subset",
-    "transpose swap pivot",
-    "round truncate",
-    "encode dummy indicator categorical",
-    "decay exponential weighted",
-    "mock fake stub patch",
-    "cache memoize remember",
-    "encrypt cipher",
-    "translate convert map",
-    "register hook callback handler",
-    "inherit subclass derive",
-    "annotate type hint",
-    "inspect examine introspect",
-    "pass forward delegate",
-    "expand multiply",
-    "collect gather",
-    "schedule plan timer",
-    "resize reshape",
-    "label annotate tag",
-    "skip ignore omit",
-    "estimate approximate",
-    "fit train learn",
-    "predict forecast estimate",
-    "tune optimize search try",
-    "optimize minimize maximize",
-    "simplify reduce",
-    "draw plot chart figure visualize view graph",
-    "resample sample draw",
-    "call invoke",
-    "listen watch monitor observe",
-    "send transmit post",
-    "receive accept",
-    "download fetch retrieve url",
-    "enumerate list number",
-    "flatten ravel unnest explode",
-    "pivot reshape unstack",
-    "stack pile",
-    "shuffle permute random",
-    "escape quote",
-    "align justify",
-    "wrap fold",
-    // What it is done to.
-    "folder directory",
-    "text string",
-    "word token",
-    "char character letter",
-    "picture image photo",
-    "program process command executable application subprocess",
-    "shell terminal console",
-    "table dataframe frame",
-    "row record line",
-    "column field variable feature",
-    "cell value entry",
-    "element item entry member",
-    "list array sequence vector",
-    "dictionary dict mapping map",
-    "pair tuple",
-    "key index label",
-    "number numeric digit",
-    "integer int",
-    "float decimal real",
-    "boolean bool truth",
-    "path route",
-    "graph network",
-    "node vertex vertices",
-    "edge link connection arc",
-    "tree hierarchy",
-    "heap priority",
-    "queue fifo",
-    "file document",
-    "spreadsheet excel xlsx sheet workbook",
-    "database sql",
-    "web internet http url",
-    "address url uri",
-    "server service",
-    "email mail message",
-    "socket connection",
-    "thread concurrent parallel",
-    "parallel concurrent simultaneous multiprocessing",
-    "coroutine async asynchronous awaitable task",
-    "lock mutex semaphore",
-    "error exception failure",
-    "warning alert",
-    "argument parameter option",
-    "function callable routine",
-    "attribute property field",
-    "formula expression equation",
-    "polynomial poly",
-    "root zero",
-    "integral area quadrature",
-    "derivative gradient slope differentiate",
-    "matrix matrices",
-    "picture plot figure",
-    "signal waveform",
-    "time duration period interval elapsed timestamp",
-    "hour hourly day daily month monthly frequency",
-    "utc timezone",
-    "latex tex",
-    "markup html xml",
-    "recurrence recursion recursive",
-    "subfolder subdirectory directory recursively",
-    "sparse zeros",
-    "huge large big",
-    "blob object feature region",
-    "ratio percent percentage relative change",
-    "binary bytes",
-    "endian byte order",
-    "equation equal solve",
-    "limit bound constraint",
-    "outcome result",
-    "test trial hypothesis",
-    "curve line",
-    "surface area",
-    "corner vertex",
-    "circle round disk",
-    "angle rotation",
-    "page document",
-    "setting option configuration config",
-    "client request",
-    "stream pipe",
-    "stdin input",
-    "stdout output",
-    "stderr error",
-    "locale language",
-    "money currency",
-    "bit binary",
-    "dimension axis",
-    "diagonal trace",
-    "norm length magnitude",
-    "rank order",
-    "bag multiset counter",
-    "interpreter python",
-    "hyperlink link url",
-    "login authenticate authentication",
-    "host hostname",
-    "environment env environ",
-    "exit quit leave",
-    "crash fault",
-    "decorator wrapper decorate",
-    "generator iterator yield",
-    "abstract interface protocol",
-    "enum enumeration",
-    "bytes buffer bytearray",
-    "hex hexadecimal",
-    "encoding charset codec unicode",
-    "indent dedent indentation",
-    "difference delta",
-    "glob wildcard",
-    "symlink symbolic",
-    "permission mode access",
-    "struct structure record",
-    "background daemon",
-    "infinity inf infinite",
-    "complex imaginary",
-    "modulo remainder mod",
-    "factorize factor factorization decompose decomposition",
-    "primality prime",
-    "exponent power exponential",
-    "logarithm log",
-    "inverse invert inv reciprocal",
-    "determinant det",
-    "eigenvalue eigenvector eig",
-    "interpolate interpolation interp",
-    "smooth filter blur",
-    "convolve convolution",
-    "fourier fft spectrum",
-    "peak maximum extremum",
-    "differential ode",
-    "substitute subs",
-    "regression fit",
-    "lag shift lead offset",
-    "melt unpivot",
-    "top head first",
-    "bottom tail last",
-    "downsample resample",
-    "traceback stack exception",
-    "breakpoint debug debugger",
-    "unit test assert",
-    "clock timer counter",
-    "date day datetime",
-    "weekday day",
-    "timezone tz",
-    "calendar month",
-    "password secret credential",
-    "token key secret",
-    "hash digest checksum fingerprint",
-    "memory ram bytes storage",
-    "size length len",
-    "count number frequency occurrence amount tally",
-    "version release",
-    "user person account",
-    "group cluster segment",
-    "category class label target",
-    "fold split cross validation",
-    "anomaly outlier novelty abnormal",
-    "pattern regex regular expression",
-    "whitespace space blank",
-    "newline line",
-    "prefix begin start",
-    "suffix end",
-    "quantile percentile quartile",
-    "median middle",
-    "percent percentage pct",
-    "proportion ratio fraction share percentage",
-    "average mean",
-    "sum total add",
-    "spread deviation variance dispersion",
-    "probability chance likelihood",
-    "correlation association dependence",
-    "similarity similar resemblance alike close fuzzy approximate",
-    "distance metric",
-    "noise disturbance",
-    "neighbor nearest closest",
-    "model estimator",
-    "score accuracy metric",
-    "weight coefficient",
-    "hyperparameter parameter",
-    "missing null nan na absent",
-    // How it is.
-    "random pseudorandom stochastic",
-    "reproducible deterministic seed",
-    "typical average",
-    "periodic regular repeated",
-    "secure unguessable cryptographic strong safe",
-    "temporary scratch temp tmp",
-    "unique distinct different",
-    "equal same identical equivalent",
-    "duplicate repeated same",
-    "maximum max largest biggest greatest highest",
-    "minimum min smallest lowest least",
-    "short shortest cheap cheapest minimum",
-    "long longest maximum",
-    "consecutive successive adjacent previous",
-    "cumulative running accumulate",
-    "rolling moving sliding window",
-    "nested recursive recursively deep tree",
-    "entire whole everything complete full",
-    "empty blank none",
-    "upper uppercase capital",
-    "lower lowercase",
-    "sorted ordered",
-    "readable human pretty",
-    "balanced stratified",
-    "exhaustive grid brute all",
-    "normal gaussian",
-    "symmetric hermitian",
-    "fast quick efficient",
-    "several multiple many",
-    "shared common",
-    "current now today",
-    "external outside foreign",
-    "descending reverse decreasing",
-    "ascending increasing",
-    "irreducible prime",
+// Calls `visit(text)` for each of the texts between separators that is not empty.
+template <typename Visit>
+void forEachBetween(std::string_view text, char separator, Visit visit) {
+    while (!text.empty()) {
+        const std::size_t end = std::min(text.find(separator), text.size());
+        if (end > 0)
+            visit(text.substr(0, end));
+        text.remove_prefix(std::min(end + 1, text.size()));
+    }
+}
+
+std::string_view firstWord(std::string_view text) {
+    return text.substr(0, text.find(' '));
+}
+
+struct Line {
+    std::string_view asked;  // a word or several
+    std::string_view said;
 };
 
-using Thesaurus = std::map<std::string, std::vector<std::string>, std::less<>>;
+// By what is asked. Words are not reduced to stems before a question has words that begin like
+// them: few do, and a process may ask one question.
+using Thesaurus = std::vector<Line>;
 
-Thesaurus readGroups() {
+Thesaurus readLines() {
     Thesaurus thesaurus;
-    docimage::Stemmer stemmer;
-    for (const auto& group : groups) {
-        std::vector<std::string> stems;
-        docimage::forEachWord(
-            group, [&](std::string_view word) { stems.emplace_back(stemmer.stem(word)); });
-        for (const auto& stem : stems) {
-            auto& synonyms = thesaurus[stem];
-            for (const auto& other : stems)
-                if (other != stem && std::ranges::find(synonyms, other) == synonyms.end())
-                    synonyms.push_back(other);
-        }
-    }
+    for (const std::string_view text : thesaurusTexts())
+        forEachBetween(text, '\n', [&](std::string_view line) {
+            const std::size_t colon = line.find(':');
+            if (colon == std::string_view::npos)
+                forEachBetween(line, ' ', [&](std::string_view word) {
+                    thesaurus.push_back({.asked = word, .said = line});
+                });
+            else
+                thesaurus.push_back(
+                    {.asked = line.substr(0, colon), .said = line.substr(colon + 1)});
+        });
+    std::ranges::stable_sort(thesaurus, {}, &Line::asked);
     return thesaurus;
+}
+
+// The lines whose first word may have the stem: stemming changes the end of a word.
+std::span<const Line> linesNear(const Thesaurus& thesaurus, std::string_view stem) {
+    constexpr std::size_t mostKept = 3;
+    const std::string_view kept =
+        stem.substr(0, std::min(mostKept, std::max<std::size_t>(stem.size(), 2) - 1));
+    const auto beginning = [&kept](const Line& line) { return line.asked.substr(0, kept.size()); };
+    const auto found = std::ranges::equal_range(thesaurus, kept, {}, beginning);
+    return {found.begin(), found.end()};
+}
+
+// The bits of the words of a phrase, if the stems have all of them.
+std::optional<std::uint64_t> bitsOf(std::string_view phrase, std::span<const std::string> stems,
+                                    docimage::Stemmer& stemmer) {
+    std::uint64_t bits = 0;
+    bool hasAll = true;
+    forEachBetween(phrase, ' ', [&](std::string_view word) {
+        const auto found = std::ranges::find(stems, stemmer.stem(word));
+        hasAll = hasAll && found != stems.end();
+        if (hasAll)
+            bits |= std::uint64_t{1} << static_cast<std::size_t>(found - stems.begin());
+    });
+    return hasAll ? std::optional(bits) : std::nullopt;
 }
 
 }  // namespace
 
-std::span<const std::string> synonymsOf(std::string_view stem) {
-    static const foundation::core::NeverDestroyed<Thesaurus> thesaurus{readGroups()};
-    const auto found = thesaurus->find(stem);
-    if (found == thesaurus->end())
-        return {};
-    return found->second;
+std::vector<Meaning> meaningsOf(std::span<const std::string> stems, docimage::Stemmer& stemmer) {
+    static const foundation::core::NeverDestroyed<Thesaurus> thesaurus{readLines()};
+    std::vector<Meaning> meanings;
+    for (const std::string& stem : stems) {
+        std::string_view last;
+        bool hasStem = false;
+        for (const Line& line : linesNear(*thesaurus, stem)) {
+            if (firstWord(line.asked) != last) {
+                last = firstWord(line.asked);
+                hasStem = stemmer.stem(last) == stem;
+            }
+            if (!hasStem)
+                continue;
+            if (const auto bits = bitsOf(line.asked, stems, stemmer))
+                meanings.push_back({.stems = *bits, .said = line.said});
+        }
+    }
+    return meanings;
 }
 
 }  // namespace reference::ask

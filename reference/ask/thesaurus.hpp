@@ -1,14 +1,26 @@
-// Words that people use for the same thing. Internal: no public header includes it.
+// Words that mean what other words mean. Internal: no public header includes it.
 #pragma once
 
+#include <cstdint>
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "docimage/Stemmer.hpp"
 
 namespace reference::ask {
 
-// The stems of words that mean what a word with this stem may mean, in no order; not the stem
-// itself. Empty for most. Lives as long as the process; any thread.
-[[nodiscard]] std::span<const std::string> synonymsOf(std::string_view stem);
+// What documentation may say in place of some of a question's words.
+struct Meaning {
+    std::uint64_t stems;    // which words: a bit for each stem
+    std::string_view said;  // words, divided by blanks; may contain some of those
+};
+
+// What the thesaurus has for the stems of a question, 64 at most: for each alone, and for phrases
+// that all words of which are among them. The texts live as long as the process; any thread with a
+// stemmer of its own.
+[[nodiscard]] std::vector<Meaning> meaningsOf(std::span<const std::string> stems,
+                                              docimage::Stemmer& stemmer);
 
 }  // namespace reference::ask
