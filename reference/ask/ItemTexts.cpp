@@ -143,7 +143,8 @@ std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32
             const auto count = [&](const std::string& text, bool isSynonym, float score) {
                 for (const std::uint32_t word : keysOf(pages.wordStems(), text)) {
                     const docimage::Lexicon& words = pages.words();
-                    if (isSynonym && words.weightOf(word) > pages.itemCount() / share::commonInTexts)
+                    if (isSynonym &&
+                        words.weightOf(word) > pages.itemCount() / share::commonInTexts)
                         continue;
                     words.forEachTextWith(word, [&](std::uint32_t item) {
                         scores.count(item, std::uint64_t{1} << number, isSynonym, score);

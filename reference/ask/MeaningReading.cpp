@@ -82,7 +82,9 @@ float MeaningReading::likelihoodOf(std::uint32_t key) const {
     float likelihood =
         1 /
         (1 + share::forDepth * std::max(static_cast<float>(facts.depth) - share::usualDepth, 0.0F));
-    likelihood *= 1 + share::mention * std::log2(1 + std::min(static_cast<float>(m_texts.mentionsOf(key)), share::mostMentions));
+    likelihood *=
+        1 + share::mention * std::log2(1 + std::min(static_cast<float>(m_texts.mentionsOf(key)),
+                                                    share::mostMentions));
     if ((facts.types & typeBit(RefEntityType::Class)) != 0)
         likelihood *= share::forClass;
     if ((facts.types & callable) == 0)
@@ -145,7 +147,7 @@ void MeaningReading::findWords(bool isPurposeWanted) {
 // the best that each can be: all words of its texts may stand together.
 std::vector<MeaningReading::Likely> MeaningReading::likelyEntries() {
     constexpr FieldShares shares{share::last,    share::purpose,  share::phrase,
-                             share::synonym, share::compound, share::outer};
+                                 share::synonym, share::compound, share::outer};
     std::vector<std::uint32_t> names;
     for (const auto& name : m_stems.likeliest(share::mostLikely, shares, [this](std::uint32_t key) {
              return m_candidates.has(key);

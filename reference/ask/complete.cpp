@@ -94,10 +94,7 @@ std::size_t lowerBoundFrom(const LookupImage& lookup, std::size_t from, std::str
 class Completer {
   public:
     Completer(const LookupIndex& index, const Typed& typed, const CompleteOptions& options)
-        : m_index(index),
-          m_questions(index.questions()),
-          m_typed(typed),
-          m_limit(options.limit) {
+        : m_index(index), m_questions(index.questions()), m_typed(typed), m_limit(options.limit) {
         for (const auto& product : index.products()) {
             if (!options.products.empty())
                 m_isWanted.push_back(std::ranges::find(options.products, product.name) !=
@@ -227,8 +224,7 @@ void Completer::addPackages() {
 // A package that is no class of anything, and no name itself, is found in its own case alone.
 void Completer::addWhole(const std::string& package) {
     const std::string form = docimage::searchForm(docimage::fromUnitBytes(package));
-    for (const std::uint32_t key :
-         keysOf(m_questions.firstNames(), docimage::firstComponent(form)))
+    for (const std::uint32_t key : keysOf(m_questions.firstNames(), docimage::firstComponent(form)))
         m_packages.push_back({.product = m_questions.productOf(key), .name = package});
     const auto isSame = [&form](std::string_view name) { return name == form; };
     addPackagesOf(NameKind::ClassWhole, form, isSame);

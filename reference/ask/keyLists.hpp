@@ -46,8 +46,8 @@ inline void putInOrder(std::vector<std::uint32_t>& numbers, std::size_t end) {
     numbers.clear();
     for (std::size_t at = 0; at < marks.size(); ++at)
         for (std::uint64_t left = marks[at]; left != 0; left &= left - 1)
-            numbers.push_back(
-                static_cast<std::uint32_t>(at * bits + static_cast<std::size_t>(std::countr_zero(left))));
+            numbers.push_back(static_cast<std::uint32_t>(
+                at * bits + static_cast<std::size_t>(std::countr_zero(left))));
 }
 
 // Adds the numbers of another list.

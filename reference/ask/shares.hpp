@@ -16,7 +16,7 @@ inline constexpr float outer = 0.65F;
 inline constexpr float passage = 0.8F;
 inline constexpr float text = 0.35F;
 inline constexpr float textSynonym = 0.5F;  // of what the word itself would count there
-inline constexpr float twice = 0.1F;       // more, for a word in name and purpose
+inline constexpr float twice = 0.1F;        // more, for a word in name and purpose
 inline constexpr float weak = 0.25F;        // of what another word as rare would count
 
 // The power of the share of the words that are found: two of four are less than half as good.
@@ -25,9 +25,9 @@ inline constexpr float forMissing = 1.6F;
 // A word that so few names have is as rare as one that a single name has.
 inline constexpr float rare = 5;
 
-inline constexpr float forNameRest = 0.035F;     // for each part of the name not asked for
+inline constexpr float forNameRest = 0.035F;    // for each part of the name not asked for
 inline constexpr float forPurposeRest = 0.06F;  // for each word of the purpose not asked for
-inline constexpr float longPurpose = 8;        // words of it that are counted at most
+inline constexpr float longPurpose = 8;         // words of it that are counted at most
 inline constexpr float forLength = 0.025F;      // each time that the text is twice as long
 inline constexpr float forDepth = 0.04F;        // for each component beyond the usual
 inline constexpr float usualDepth = 2;

@@ -103,6 +103,33 @@ TEST(LexiconTest, AgreesWithASearchOfAllWords) {
     }
 }
 
+TEST(LexiconTest, AVisitThatReturnsFalseIsTheLast) {
+    LexiconBuilder builder;
+    for (std::uint32_t text = 0; text < 10; ++text)
+        for (const std::string_view word : {"ab", "abc", "b"})
+            builder.addWord(word, text);
+    ImageWriter writer;
+    builder.writeTo(writer, 0);
+    const auto image = writer.finish();
+    const Lexicon lexicon(*image, 0);
+    std::size_t visits = 0;
+    lexicon.forEachTextWith(0, [&](std::uint32_t text) {
+        ++visits;
+        return text < 3;
+    });
+    EXPECT_EQ(visits, 4);
+    visits = 0;
+    lexicon.forEachWordWith({.letters = "a", .isStart = true}, [&](std::uint32_t /*word*/) {
+        ++visits;
+        return false;
+    });
+    EXPECT_EQ(visits, 1);
+    visits = 0;
+    lexicon.forEachWordWith({.letters = "", .isStart = true},
+                            [&](std::uint32_t /*word*/) { ++visits; });
+    EXPECT_EQ(visits, 3);
+}
+
 TEST(LexiconTest, TellsWhetherAllTextsAreWellFormed) {
     EXPECT_TRUE(lexiconOf({}).lexicon.isWellFormed());
     EXPECT_TRUE(lexiconOf({u"a", u"\U00010400"}).lexicon.isWellFormed());

@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 
 #include "fl/i18n/utf.hpp"
+#include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/ask/QuestionError.hpp"
 #include "reference/ask/ask.hpp"
 #include "support/Items.hpp"
@@ -16,6 +17,7 @@ namespace reference::tests {
 namespace {
 
 using ask::AskOptions;
+using cache_manager::ReferenceCacheManager;
 using property::RefEntityType;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
@@ -258,6 +260,66 @@ TEST_F(AskTest, AWordMayBePartOfACompound) {
                      .entity(u"counting.cyprime", RefEntityType::Function, u"c.html", u"Test it.")
                      .build());
     EXPECT_EQ(first(u"test of a prime"), "counting.isprime [most-words]");
+}
+
+TEST_F(AskTest, APhraseMayMeanANameThatHasNoneOfItsWords) {
+    source().add(ProductBuilder(u"spread")
+                     .entity(u"spread.std", RefEntityType::Function, u"a.html", u"How far apart.")
+                     .entity(u"spread.conf_int", RefEntityType::Function, u"b.html", u"Bounds.")
+                     .entity(u"spread.other", RefEntityType::Function, u"c.html", u"Another.")
+                     .build());
+    EXPECT_EQ(first(u"standard deviation of samples"), "spread.std [most-words]");
+    EXPECT_EQ(first(u"confidence interval"), "spread.conf_int [most-words]");
+    EXPECT_THAT(find(u"standard"), IsEmpty());
+}
+
+// What all names have would make each of them an answer.
+TEST_F(AskTest, AWordThatManyNamesHaveSaysNothingInPlaceOfAnother) {
+    ProductBuilder product(u"tables");
+    for (unsigned number = 0; number < 100; ++number) {
+        const std::u16string name = u"tables.f" + std::u16string(number / 10 + 1, u'x') +
+                                    static_cast<char16_t>(u'a' + number % 10);
+        product.entity(name, RefEntityType::Function, name + u".html",
+                       number < 50 ? u"Shuffle them." : u"Leave them.");
+    }
+    source().add(product.build());
+    EXPECT_THAT(find(u"scramble"), IsEmpty());
+    source().add(ProductBuilder(u"decks")
+                     .entity(u"decks.deal", RefEntityType::Function, u"a.html", u"Shuffle them.")
+                     .entity(u"decks.cut", RefEntityType::Function, u"b.html", u"Cut them.")
+                     .build());
+    ReferenceCacheManager::ClearAllCaches();
+    EXPECT_THAT(find(u"scramble"), IsEmpty());
+}
+
+TEST_F(AskTest, WhatOthersReferToIsLikelier) {
+    ProductBuilder product(u"referred");
+    const auto add = [&](const std::u16string& name, const std::u16string& purpose,
+                         const std::u16string& description) {
+        const std::u16string href = name + u".html";
+        product.record(name, RefEntityType::Function, href, purpose);
+        product.item(makeItem(
+            {.href = href,
+             .entities = {{RefEntityType::Function, name, property::FunctionType::Function}},
+             .purpose = purpose,
+             .description = description}));
+    };
+    add(u"referred.abler", u"Feed the otters.", u"As it was.");
+    add(u"referred.baker", u"Feed the otters.", u"As it was.");
+    for (const char16_t letter : {u'p', u'q', u'r', u's'})
+        add(u"referred." + std::u16string(5, letter), u"Something else.", u"See also baker.");
+    source().add(product.build());
+    EXPECT_EQ(first(u"feeding otters"), "referred.baker [words]");
+}
+
+TEST_F(AskTest, AQualifiedNameThatItsPackageDoesNotHaveIsCorrectedByOneSlip) {
+    source().add(ProductBuilder(u"letters")
+                     .entity(u"letters.isspace", RefEntityType::Function, u"a.html", u"Blank.")
+                     .build());
+    EXPECT_EQ(first(u"letters.insspaec"), "letters.isspace [spelling] spelling: isspace");
+    EXPECT_EQ(first(u"insspaec"), "letters.isspace [spelling] spelling: isspace");
+    EXPECT_EQ(first(u"np.isspaec"), "letters.isspace [spelling] spelling: isspace");
+    EXPECT_THAT(find(u"np.insspaec"), IsEmpty());
 }
 
 // Names that differ in one respect alone.

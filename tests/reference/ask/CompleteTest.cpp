@@ -184,6 +184,38 @@ TEST_F(CompleteTest, NothingThatIsTypedIsWrong) {
         EXPECT_THAT(complete(text), IsEmpty()) << text.size();
 }
 
+// Most are passed over unseen.
+TEST_F(CompleteTest, ASmallerLimitGivesTheFirstOfTheSame) {
+    std::mt19937 random(21);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same names on each run
+    const std::u16string letters = u"aAbBc_.\u00DF\u0130";
+    for (const char16_t product : {u'x', u'y', u'z'}) {
+        ProductBuilder builder(std::u16string(1, product));
+        for (int number = 0; number < 200; ++number) {
+            std::u16string name = u"a";
+            for (std::size_t length = 1 + random() % 9; length > 0; --length)
+                name += letters[random() % letters.size()];
+            if (name.back() == u'.')
+                name += u'b';
+            const auto types = {RefEntityType::Function, RefEntityType::Class,
+                                RefEntityType::Property};
+            builder.record(name, *(types.begin() + random() % types.size()), name + u".html");
+        }
+        source().add(builder.build());
+    }
+    for (const std::u16string beginning : {u"", u"a", u"A", u"b", u"aa", u"a.", u"_", u"c", u"aB"})
+        for (CompleteOptions options : {CompleteOptions(), CompleteOptions{.products = {u"y"}},
+                                        CompleteOptions{.preferredProducts = {u"z"}}}) {
+            options.limit = 1000;
+            const auto all = complete(beginning, options);
+            for (const std::size_t limit : {0U, 1U, 2U, 5U, 20U}) {
+                options.limit = limit;
+                auto wanted = all;
+                wanted.resize(std::min(limit, all.size()));
+                EXPECT_EQ(complete(beginning, options), wanted) << fl::i18n::toUtf8(beginning);
+            }
+        }
+}
+
 TEST_F(CompleteTest, WithoutDocumentationThereIsNothing) {
     EXPECT_THAT(complete(u"a"), IsEmpty());
     EXPECT_THAT(complete(u""), IsEmpty());

@@ -163,6 +163,18 @@ TEST(QuestionErrorTest, WhatNobodyTypesIsRefused) {
     for (int word = 0; word < 1000; ++word)
         words += u"w ";
     EXPECT_THROW(static_cast<void>(Question::parse(words)), QuestionError);
+    std::u16string name = u"w";
+    std::u16string phrases;
+    for (std::size_t word = 1; word < Question::maxTerms; ++word) {
+        name += u".w";
+        phrases += u"\"w w\" ";
+    }
+    EXPECT_NO_THROW(static_cast<void>(Question::parse(name)));
+    EXPECT_THROW(static_cast<void>(Question::parse(name + u".w")), QuestionError);
+    EXPECT_NO_THROW(static_cast<void>(Question::parse(name + u"()")));
+    EXPECT_THROW(static_cast<void>(Question::parse(name + u".w()")), QuestionError);
+    EXPECT_NO_THROW(static_cast<void>(Question::parse(phrases + u"w")));
+    EXPECT_THROW(static_cast<void>(Question::parse(phrases + u"\"w\" w")), QuestionError);
     const std::u16string brackets(4000, u'(');
     EXPECT_EQ(dump(Question::parse(u"f" + brackets)), "calls f");
 }
