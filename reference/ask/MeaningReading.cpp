@@ -18,12 +18,15 @@ using property::RefEntityType;
 
 namespace {
 
-// A component that begins with one underscore is not for others to use.
+// A component that begins with an underscore is not for others to use, unless two of them stand at
+// its beginning and at its end.
 bool isPrivate(std::string_view name) noexcept {
     for (std::size_t at = name.find('_'); at != std::string_view::npos;
          at = name.find('_', at + 1)) {
-        const bool isFirst = at == 0 || name[at - 1] == '.';
-        if (isFirst && at + 1 < name.size() && name[at + 1] != '_')
+        if (at > 0 && name[at - 1] != '.')
+            continue;
+        const std::string_view component = name.substr(at, name.find('.', at) - at);
+        if (!component.starts_with("__") || !component.ends_with("__"))
             return true;
     }
     return false;

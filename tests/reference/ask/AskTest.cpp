@@ -338,11 +338,15 @@ TEST_F(AskTest, OfNamesWithTheSameWordsTheLikeliestIsFirst) {
     add(product, u"a.vole", u"Wash a heron.");
     add(product, u"a._hare", u"Draw a lizard.");
     add(product, u"a.lynx", u"Draw a lizard.");
+    add(product, u"a.__crab", u"Paint a turtle.");
+    add(product, u"a.__dove__", u"Paint a turtle.");
+    add(product, u"a.__eels.__flea__", u"Paint a turtle.");
     source().add(product.build());
     EXPECT_EQ(first(u"lead the otters"), "a.stroll [words]");
     EXPECT_EQ(first(u"feeding walruses"), "a.weasel [words]");
     EXPECT_EQ(first(u"washing herons"), "a.vole [words]");
     EXPECT_EQ(first(u"drawing lizards"), "a.lynx [words]");
+    EXPECT_EQ(first(u"painting turtles"), "a.__dove__ [words]");
 }
 
 TEST_F(AskTest, APropertyOfAClassIsAHitOfItsOwn) {
