@@ -156,8 +156,8 @@ std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32
             left -= weights[number];
             count(stem.text, false, weights[number]);
             for (const auto* synonyms : {&stem.phrases, &stem.synonyms})
-                for (const auto& synonym : synonyms->stems)
-                    count(synonym, true, weights[number] * share::textSynonym);
+                for (const StemKeys::Synonym& synonym : *synonyms)
+                    count(synonym.stem, true, weights[number] * share::textSynonym);
         }
         for (auto entry = entries.begin() + static_cast<std::ptrdiff_t>(firstEntry);
              entry != entries.end(); ++entry)
@@ -245,8 +245,8 @@ PassageFinder& ItemTexts::finderFor(std::uint32_t product) {
         };
         add(stem.text, false);
         for (const auto* synonyms : {&stem.phrases, &stem.synonyms})
-            for (const auto& synonym : synonyms->stems)
-                add(synonym, true);
+            for (const StemKeys::Synonym& synonym : *synonyms)
+                add(synonym.stem, true);
         ++number;
     }
     return finder;

@@ -277,8 +277,10 @@ Answer Climb::climb() {
     if (isEnough() || place == Place::Names)
         return answer(candidates);
     const bool isFound = candidates.isFound();
-    MeaningReading meaning(m_snapshot, reading.stems(), reading.change(), candidates);
     // A name that is found is not described by itself.
+    if (isFound && m_names.size() <= 1 && place != Place::Texts)
+        return answer(candidates);
+    MeaningReading meaning(m_snapshot, reading.stems(), reading.change(), candidates);
     if (place != Place::Texts && (!isFound || m_names.size() > 1))
         meaning.findWords(place == Place::Purposes);
     if (place == Place::Texts)

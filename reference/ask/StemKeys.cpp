@@ -96,24 +96,18 @@ StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string
 }
 
 void StemKeys::addMeanings(std::span<const std::string> stems) {
-    const auto addOnce = [](std::vector<std::string>& texts, std::string_view text) {
-        if (std::ranges::find(texts, text) == texts.end())
-            texts.emplace_back(text);
-    };
     for (const auto& [meant, said] : meaningsOf(stems, m_stemmer))
         docimage::forEachWord(said, [&, meant = meant](std::string_view word) {
-            std::string name(word);
-            std::erase(name, '_');
-            const std::string_view stem = m_stemmer.stem(word);
+            Synonym synonym{.stem = std::string(m_stemmer.stem(word)), .name = std::string(word)};
+            std::erase(synonym.name, '_');
+            synonym.isName = synonym.name.size() < word.size();
             for (std::size_t at = 0; at < m_stems.size(); ++at) {
                 Stem& asked = m_stems[at];
-                if ((meant & bitOf(at)) == 0 || stem == asked.text)
+                if ((meant & bitOf(at)) == 0 || synonym.stem == asked.text)
                     continue;
                 auto& synonyms = std::has_single_bit(meant) ? asked.synonyms : asked.phrases;
-                if (name.size() == word.size())
-                    addOnce(synonyms.stems, stem);
-                if (name != stem)
-                    addOnce(synonyms.names, name);
+                if (std::ranges::find(synonyms, synonym.stem, &Synonym::stem) == synonyms.end())
+                    synonyms.push_back(synonym);
             }
         });
 }
@@ -202,13 +196,17 @@ StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
         for (const auto part : partsOf(text))
             add(lexicon, part);
     };
-    const auto addSynonyms = [&](const Synonyms& synonyms) {
-        for (const auto& synonym : synonyms.stems) {
-            addKeys(withoutCommon(keysOf(m_questions.purposes(), synonym)));
-            addParts(m_questions.lastParts(), synonym);
+    const auto addSynonyms = [&](const std::vector<Synonym>& synonyms) {
+        for (const Synonym& synonym : synonyms) {
+            if (!synonym.isName)
+                addKeys(withoutCommon(keysOf(m_questions.purposes(), synonym.stem)));
+            const auto parts = partsOf(synonym.stem);
+            for (const auto part : parts)
+                add(m_questions.lastParts(), part);
+            // Else it may be several parts in a row.
+            if (parts.empty())
+                add(m_questions.lastParts(), synonym.name);
         }
-        for (const auto& name : synonyms.names)
-            add(m_questions.lastParts(), name);
     };
     switch (field) {
         case Field::Last:

@@ -33,18 +33,19 @@ class StemKeys {
     // What is beyond is left out.
     static constexpr std::size_t most = 64;
 
-    // The stems of words that mean the same, and parts of names that do, without underscores.
-    struct Synonyms {
-        std::vector<std::string> stems;
-        std::vector<std::string> names;
+    // A word that means the same.
+    struct Synonym {
+        std::string stem;
+        std::string name;     // the word without underscores
+        bool isName = false;  // it has some, at which purposes divide their words
     };
     struct Stem {
         std::string text;
         // Most questions could have it, whatever they ask for: found, it counts a little; missing,
         // it does not matter.
         bool isWeak = false;
-        Synonyms synonyms;
-        Synonyms phrases;  // of phrases that it is part of
+        std::vector<Synonym> synonyms;
+        std::vector<Synonym> phrases;  // of phrases that it is part of
     };
     // Where a name has the stems: a bit for each.
     struct Places {
