@@ -105,7 +105,10 @@ void StemKeys::addMeanings(std::span<const std::string> stems) {
                 Stem& asked = m_stems[at];
                 if ((meant & bitOf(at)) == 0 || synonym.stem == asked.text)
                     continue;
-                auto& synonyms = std::has_single_bit(meant) ? asked.synonyms : asked.phrases;
+                const bool isPhrase = !std::has_single_bit(meant);
+                if (asked.isWeak && !isPhrase)
+                    continue;
+                auto& synonyms = isPhrase ? asked.phrases : asked.synonyms;
                 if (std::ranges::find(synonyms, synonym.stem, &Synonym::stem) == synonyms.end())
                     synonyms.push_back(synonym);
             }

@@ -42,7 +42,7 @@ class StemKeys {
     struct Stem {
         std::string text;
         // Most questions could have it, whatever they ask for: found, it counts a little; missing,
-        // it does not matter.
+        // it does not matter. What else could be said in its place is not looked for.
         bool isWeak = false;
         std::vector<Synonym> synonyms;
         std::vector<Synonym> phrases;  // of phrases that it is part of
