@@ -51,7 +51,7 @@ class VELTRA_HOST_API Lexicon {
     }
 
     // Calls `visit(word number)` for each word that has the part, in ascending order. A visit that
-    // returns false is the last; this holds for beginnings alone.
+    // returns false is the last.
     // Requires: the part has letters, or is a beginning: all words begin with none.
     template <typename Visit>
     void forEachWordWith(const WordPart& part, Visit visit) const;
@@ -131,8 +131,7 @@ void Lexicon::forEachWordWith(const WordPart& part, Visit visit) const {
     }
     if (letters.size() >= 3) {
         forEachNumber(rarestTrigram(letters), [&](std::uint32_t word) {
-            if (hasPart(m_words[word], part))
-                visit(word);
+            return !hasPart(m_words[word], part) || wantsMore(visit, word);
         });
         return;
     }
@@ -140,8 +139,8 @@ void Lexicon::forEachWordWith(const WordPart& part, Visit visit) const {
     for (std::size_t at = all.find(letters); at != std::string_view::npos;) {
         const std::size_t word = m_words.textAt(at);
         const std::size_t end = m_words.startOf(word + 1);
-        if (hasPart(m_words[word], part))
-            visit(static_cast<std::uint32_t>(word));
+        if (hasPart(m_words[word], part) && !wantsMore(visit, static_cast<std::uint32_t>(word)))
+            return;
         at = all.find(letters, std::max(end, at + 1));  // onward even where the starts are damaged
     }
 }

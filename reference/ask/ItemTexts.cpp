@@ -38,8 +38,8 @@ class ItemScores {
 
     // Counts the item from now on, whatever it has.
     void expect(std::uint32_t item) {
-        m_scores[item].isFound = true;
-        m_found.push_back(item);
+        if (!std::exchange(m_scores[item].isFound, true))
+            m_found.push_back(item);
     }
 
     // Whether items that had none of the stems so far are passed over from now on.

@@ -36,7 +36,8 @@ class ItemTexts {
     // The words of the passage of the entry's texts that has most of them.
     [[nodiscard]] WordBits passageOf(const Entry& entry);
 
-    // How many items of its product have the last component of a name as a word.
+    // How many items of its product have the last component of a name as a word: about as many as
+    // the bytes that tell which.
     [[nodiscard]] std::size_t mentionsOf(std::uint32_t key) const;
 
   private:

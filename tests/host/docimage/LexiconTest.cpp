@@ -106,7 +106,7 @@ TEST(LexiconTest, AgreesWithASearchOfAllWords) {
 TEST(LexiconTest, AVisitThatReturnsFalseIsTheLast) {
     LexiconBuilder builder;
     for (std::uint32_t text = 0; text < 10; ++text)
-        for (const std::string_view word : {"ab", "abc", "b"})
+        for (const std::string_view word : {"ab", "abc", "abcd", "b"})
             builder.addWord(word, text);
     ImageWriter writer;
     builder.writeTo(writer, 0);
@@ -118,16 +118,21 @@ TEST(LexiconTest, AVisitThatReturnsFalseIsTheLast) {
         return text < 3;
     });
     EXPECT_EQ(visits, 4);
-    visits = 0;
-    lexicon.forEachWordWith({.letters = "a", .isStart = true}, [&](std::uint32_t /*word*/) {
-        ++visits;
-        return false;
-    });
-    EXPECT_EQ(visits, 1);
+    // By a beginning, by letters anywhere, and by trigrams.
+    const WordPart parts[] = {
+        {.letters = "a", .isStart = true}, {.letters = "b"}, {.letters = "abc"}};
+    for (const WordPart& part : parts) {
+        visits = 0;
+        lexicon.forEachWordWith(part, [&](std::uint32_t /*word*/) {
+            ++visits;
+            return false;
+        });
+        EXPECT_EQ(visits, 1) << part.letters;
+    }
     visits = 0;
     lexicon.forEachWordWith({.letters = "", .isStart = true},
                             [&](std::uint32_t /*word*/) { ++visits; });
-    EXPECT_EQ(visits, 3);
+    EXPECT_EQ(visits, 4);
 }
 
 TEST(LexiconTest, TellsWhetherAllTextsAreWellFormed) {

@@ -12,6 +12,7 @@
 
 #include "RunningSession.hpp"
 #include "docset/publish.hpp"
+#include "rpcResults.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/TempFolder.hpp"
 
@@ -23,23 +24,6 @@ using property::RefEntityType;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-
-std::string text(const json::value& value, const char* pointer) {
-    json::error_code problem;
-    const auto* const found = value.find_pointer(pointer, problem);
-    return found != nullptr && found->is_string() ? std::string(found->as_string()) : std::string();
-}
-
-std::vector<std::string> texts(const json::object& result, const char* list, const char* member) {
-    std::vector<std::string> found;
-    for (const auto& element : result.at(list).as_array())
-        found.emplace_back(element.at(member).as_string());
-    return found;
-}
-
-const json::object& firstHit(const json::object& result) {
-    return result.at("hits").as_array().at(0).as_object();
-}
 
 TEST(WatchRpcChangesTest, TheLanguageIsChangedForWhatIsReadAfterwards) {
     RunningSession session;
@@ -89,7 +73,7 @@ TEST(WatchRpcChangesTest, RequestsAreOrderedByAChangeOnly) {
             continue;
         const auto id = value.at("id").to_number<std::int64_t>();
         EXPECT_TRUE(answered.insert(id).second);
-        const std::string purpose = text(value, "/result/hits/0/purpose");
+        const std::string purpose = textAt(value, "/result/hits/0/purpose");
         if (id >= 20)
             EXPECT_EQ(purpose, "マスクによる画像のフィルター処理") << id;
         else
@@ -110,7 +94,7 @@ class WatchRpcSetTest : public ::testing::Test {
             ProductBuilder(name).entity(u"f", RefEntityType::Function, u"f.html", purpose).build());
     }
     static std::vector<std::string> purposes(RunningSession& session) {
-        return texts(session.resultOf("find", {{"name", "f"}}), "hits", "purpose");
+        return textsIn(session.resultOf("find", {{"name", "f"}}), "hits", "purpose");
     }
     [[nodiscard]] const TempFolder& root() const noexcept { return m_root; }
 
@@ -129,17 +113,17 @@ TEST_F(WatchRpcSetTest, ARequestIsAnsweredFromWhatIsOnTheDisk) {
                         edition, edition + std::char_traits<char16_t>::length(edition))));
         const auto notices = session.notices();
         ASSERT_EQ(notices.size(), 1U);
-        EXPECT_EQ(text(notices[0], "/method"), "documentationChanged");
-        EXPECT_EQ(text(notices[0], "/params/why"), "documentation");
+        EXPECT_EQ(textAt(notices[0], "/method"), "documentationChanged");
+        EXPECT_EQ(textAt(notices[0], "/params/why"), "documentation");
     }
 }
 
 TEST_F(WatchRpcSetTest, NoticesSpeakTheClientsVersion) {
     RunningSession session({"--doc-root", root().path().string()});
-    EXPECT_EQ(text(session.read(), "/notice"), "ready");
+    EXPECT_EQ(textAt(session.read(), "/notice"), "ready");
     EXPECT_EQ(session.ask("f").at("total"), 1);
     publish(u"added", u"more");
-    EXPECT_EQ(text(session.read(), "/notice"), "reloaded");
+    EXPECT_EQ(textAt(session.read(), "/notice"), "reloaded");
 
     static_cast<void>(session.call("products"));
     publish(u"added", u"again");
@@ -154,7 +138,7 @@ TEST_F(WatchRpcSetTest, NoticesSpeakTheClientsVersion) {
     EXPECT_TRUE(session.ask(":reload").contains("done"));
     const auto notices = session.notices();
     ASSERT_EQ(notices.size(), 1U);
-    EXPECT_EQ(text(notices[0], "/params/why"), "request");
+    EXPECT_EQ(textAt(notices[0], "/params/why"), "request");
     EXPECT_TRUE(session.ask("[\"f\"]").contains("results"));
 }
 
@@ -179,8 +163,8 @@ TEST_F(WatchRpcSetTest, AProductThatCannotBeReadIsAWarningAndTheOthersAnswer) {
     EXPECT_THAT(purposes(session), ElementsAre("sound"));
     const auto notices = session.notices();
     ASSERT_GE(notices.size(), 1U);
-    EXPECT_EQ(text(notices[0], "/method"), "warning");
-    EXPECT_THAT(text(notices[0], "/params/text"), HasSubstr("en_US/tools-1.reference.json:1:2"));
+    EXPECT_EQ(textAt(notices[0], "/method"), "warning");
+    EXPECT_THAT(textAt(notices[0], "/params/text"), HasSubstr("en_US/tools-1.reference.json:1:2"));
 }
 
 }  // namespace

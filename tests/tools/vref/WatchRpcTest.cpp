@@ -15,6 +15,7 @@
 #include "ProtocolPage.hpp"
 #include "RunningSession.hpp"
 #include "RunningTool.hpp"
+#include "rpcResults.hpp"
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
@@ -25,28 +26,11 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-std::string text(const json::value& value, const char* pointer) {
-    json::error_code problem;
-    const auto* const found = value.find_pointer(pointer, problem);
-    return found != nullptr && found->is_string() ? std::string(found->as_string()) : std::string();
-}
-
-std::vector<std::string> texts(const json::object& result, const char* list, const char* member) {
-    std::vector<std::string> found;
-    for (const auto& element : result.at(list).as_array())
-        found.emplace_back(element.at(member).as_string());
-    return found;
-}
-
 std::vector<std::string> keys(const json::object& object) {
     std::vector<std::string> names;
     for (const auto& member : object)
         names.emplace_back(member.key());
     return names;
-}
-
-const json::object& firstHit(const json::object& result) {
-    return result.at("hits").as_array().at(0).as_object();
 }
 
 TEST(WatchRpcTest, InitializeSaysWhatThereIs) {
@@ -55,7 +39,7 @@ TEST(WatchRpcTest, InitializeSaysWhatThereIs) {
         session.resultOf("initialize", {{"protocol", 2}, {"clientInfo", {{"name", "test"}}}});
     EXPECT_EQ(result.at("protocol"), 2);
     EXPECT_EQ(json::serialize(result.at("protocols")), "[1,2]");
-    EXPECT_EQ("vref " + text(result, "/server/version") + "\n", runTool({"--version"}).output);
+    EXPECT_EQ("vref " + textAt(result, "/server/version") + "\n", runTool({"--version"}).output);
     EXPECT_EQ(result.at("language"), "en_US");
     EXPECT_EQ(result.at("products"), 10);
     EXPECT_EQ(result.at("entities"), 190);
@@ -101,7 +85,7 @@ TEST(WatchRpcTest, AskFindsWhatIsMeant) {
 
     const auto inProduct = session.resultOf(
         "ask", {{"question", "filter"}, {"products", {"lumora"}}, {"types", {"function"}}});
-    EXPECT_THAT(texts(inProduct, "hits", "product"), ElementsAre("lumora"));
+    EXPECT_THAT(textsIn(inProduct, "hits", "product"), ElementsAre("lumora"));
     EXPECT_EQ(session.resultOf("ask", {{"question", "filter"}, {"prefer", {"lumora", "absent"}}})
                   .at("hits")
                   .at(0)
@@ -191,19 +175,19 @@ TEST(WatchRpcTest, FindNamesTheEntityThatWasAskedFor) {
 TEST(WatchRpcTest, ShowHasThePageAsItIsShown) {
     RunningSession session;
     const auto shown = session.resultOf("show", {{"question", "filter"}});
-    EXPECT_EQ(text(shown, "/text"), runTool({"show", "filter"}).output);
+    EXPECT_EQ(textAt(shown, "/text"), runTool({"show", "filter"}).output);
     EXPECT_EQ(shown.at("total"), 6);
     EXPECT_EQ(shown.at("hit").at("name"), "filter");
     EXPECT_TRUE(shown.at("hit").as_object().contains("syntaxGroups"));
 
     const auto second =
         session.resultOf("show", {{"question", "filter"}, {"nth", 2}, {"fields", {"product"}}});
-    EXPECT_EQ(text(second, "/text"), runTool({"show", "filter", "--nth", "2"}).output);
+    EXPECT_EQ(textAt(second, "/text"), runTool({"show", "filter", "--nth", "2"}).output);
     EXPECT_THAT(keys(second.at("hit").as_object()), ElementsAre("product"));
 
     const auto page =
         session.resultOf("show", {{"href", "ref/filter.html"}, {"products", {"lumora"}}});
-    EXPECT_EQ(text(page, "/text"),
+    EXPECT_EQ(textAt(page, "/text"),
               runTool({"show", "ref/filter.html", "--product", "lumora"}).output);
 
     const auto narrow = session.resultOf("show", {{"question", "filter"}, {"width", 40}});
