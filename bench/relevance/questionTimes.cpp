@@ -132,6 +132,18 @@ std::string repeated(const std::string& text, std::size_t times) {
     return all;
 }
 
+// Words that no text has.
+std::string differentWords(std::size_t count) {
+    std::string words;
+    for (std::size_t word = 0; word < count; ++word) {
+        words += "qzxvabcd";
+        words += static_cast<char>('a' + word / 26);
+        words += static_cast<char>('a' + word % 26);
+        words += ' ';
+    }
+    return words;
+}
+
 // Questions that are meant to take long: at most 50 ms, whether they are answered or refused.
 void measureHostile() {
     constexpr std::size_t megabyte = 1U << 20U;
@@ -150,6 +162,8 @@ void measureHostile() {
         fl::i18n::toUtf16(repeated("type:method ", longest / 12)),
         fl::i18n::toUtf16(repeated("ab", longest / 2)),
         fl::i18n::toUtf16(repeated("abababababababab ", longest / 17)),
+        fl::i18n::toUtf16("\"" + differentWords(longest / 11 - 1) + "\""),
+        fl::i18n::toUtf16(differentWords(reference::ask::Question::maxTerms)),
         fl::i18n::toUtf16("aaaaaaaaaaaaaaaaaaaaaaaaaaab"),
         fl::i18n::toUtf16("eeeeeeeee_eeeeeeeeee_eeeeeeeee"),
         fl::i18n::toUtf16(repeated("\xCE\xA3", longest)),

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -48,7 +49,10 @@ template <typename Visit>
 void forEachNumber(std::string_view deltas, Visit visit) {
     std::uint32_t number = 0;
     while (!deltas.empty()) {
-        number += takeVarint(deltas);
+        const std::uint32_t delta = takeVarint(deltas);
+        if (delta > std::numeric_limits<std::uint32_t>::max() - number)
+            throw DamagedImage("Numbers in an image do not ascend.");
+        number += delta;
         if (!wantsMore(visit, number))
             return;
     }

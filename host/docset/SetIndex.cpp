@@ -131,7 +131,8 @@ SetIndex readIndex(const std::shared_ptr<const Image>& image) {
     if (index.names->firstKeys().size() != index.products.size())
         throw DamagedImage("An index has the names of other products than it lists.");
     index.questions = std::make_shared<const QuestionIndex>(image, IndexQuestions);
-    if (!std::ranges::equal(index.names->firstKeys(),
+    if (index.questions->firstKeys().size() != index.products.size() + 1 ||
+        !std::ranges::equal(index.names->firstKeys(),
                             std::span(index.questions->firstKeys()).first(index.products.size())))
         throw DamagedImage("An index numbers the names of its products in two ways.");
     return index;

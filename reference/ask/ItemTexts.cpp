@@ -83,6 +83,12 @@ class ItemScores {
     bool m_isNewPassed = false;
 };
 
+// Whether so many texts have the word that it says nothing in place of another.
+bool isCommon(const search::ProductPages& pages, std::uint32_t word) {
+    return pages.words().weightOf(word) >
+           std::max(pages.itemCount() / share::commonInTexts, share::neverCommon);
+}
+
 // The numbers of the weights, from the heaviest to the lightest.
 std::vector<std::size_t> byWeight(std::span<const float> weights) {
     std::vector<std::size_t> order(weights.size());
@@ -98,14 +104,19 @@ ItemTexts::ItemTexts(const search::Snapshot& snapshot, StemKeys& stems)
     : m_snapshot(snapshot),
       m_index(*snapshot.index()),
       m_questions(m_index.questions()),
-      m_stems(stems) {}
+      m_stems(stems),
+      m_pages(m_index.products().size()) {}
 
 const JoinedPages* ItemTexts::pagesOf(std::uint32_t product) const {
-    try {
-        return m_snapshot.pagesOf(product);
-    } catch (const docparser::DocParserException&) {
-        return nullptr;  // the other products are still searched
+    auto& pages = m_pages.at(product);
+    if (!pages) {
+        try {
+            pages = m_snapshot.pagesOf(product);
+        } catch (const docparser::DocParserException&) {
+            pages = nullptr;  // the other products are still searched
+        }
     }
+    return *pages;
 }
 
 std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32_t>& names,
@@ -142,11 +153,9 @@ std::vector<ItemTexts::Entry> ItemTexts::entriesOf(const std::vector<std::uint32
             const StemKeys::Stem& stem = m_stems.stems()[number];
             const auto count = [&](const std::string& text, bool isSynonym, float score) {
                 for (const std::uint32_t word : keysOf(pages.wordStems(), text)) {
-                    const docimage::Lexicon& words = pages.words();
-                    if (isSynonym &&
-                        words.weightOf(word) > pages.itemCount() / share::commonInTexts)
+                    if (isSynonym && isCommon(pages, word))
                         continue;
-                    words.forEachTextWith(word, [&](std::uint32_t item) {
+                    pages.words().forEachTextWith(word, [&](std::uint32_t item) {
                         scores.count(item, std::uint64_t{1} << number, isSynonym, score);
                     });
                 }
@@ -241,7 +250,8 @@ PassageFinder& ItemTexts::finderFor(std::uint32_t product) {
     for (const StemKeys::Stem& stem : m_stems.stems()) {
         const auto add = [&](const std::string& text, bool isSynonym) {
             for (const std::uint32_t word : keysOf(pages.wordStems(), text))
-                finder.addWord(pages.words().word(word), number, isSynonym);
+                if (!isSynonym || !isCommon(pages, word))
+                    finder.addWord(pages.words().word(word), number, isSynonym);
         };
         add(stem.text, false);
         for (const auto* synonyms : {&stem.phrases, &stem.synonyms})

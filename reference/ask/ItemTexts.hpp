@@ -57,6 +57,8 @@ class ItemTexts {
     const docimage::QuestionIndex& m_questions;
     StemKeys& m_stems;
     std::map<std::uint32_t, PassageFinder> m_finders;  // by product
+    // By product, as far as they were asked for: what cannot be read is not tried again.
+    mutable std::vector<std::optional<const search::JoinedPages*>> m_pages;
 };
 
 }  // namespace reference::ask

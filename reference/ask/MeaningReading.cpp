@@ -56,8 +56,6 @@ float MeaningReading::countOf(std::uint64_t stem, const StemKeys::Places& places
         return share::purpose;
     if (has(places.phrase))
         return share::phrase;
-    if (has(places.outer))
-        return share::outer;
     if (has(places.synonym))
         return share::synonym;
     if (has(places.compound))
@@ -66,7 +64,9 @@ float MeaningReading::countOf(std::uint64_t stem, const StemKeys::Places& places
     const float length =
         1 + share::forLength * std::log2(1 + static_cast<float>(texts.size) / usualSize);
     if (has(texts.passage.words))
-        return share::passage / length;
+        return std::max(share::passage / length, has(places.outer) ? share::outer : 0);
+    if (has(places.outer))
+        return share::outer;
     if (has(texts.passage.synonyms))
         return share::passage * share::textSynonym / length;
     if (has(texts.all.words))
@@ -179,8 +179,13 @@ void MeaningReading::readFirst(std::vector<Likely>& likely) {
         if (one.nearness < best * share::ofBest)
             return;  // nor can those after it
         if ((one.entry.words.any() & ~one.places.any()) != 0) {
-            if (read++ < share::mostRead)
-                one.passage = m_texts.passageOf(one.entry);
+            // What it would need to be among the others is not known: its place would depend on
+            // how many were read before it.
+            if (read++ >= share::mostRead) {
+                one.nearness = 0;
+                continue;
+            }
+            one.passage = m_texts.passageOf(one.entry);
             one.nearness = nearnessOf(
                 one.entry.key, one.places,
                 {.all = one.entry.words, .passage = one.passage, .size = one.entry.size});

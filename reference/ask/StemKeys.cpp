@@ -172,8 +172,9 @@ StemKeys::Keys StemKeys::withoutCommon(Keys keys) const {
     for (auto at = keys.begin(); at != keys.end();) {
         const std::uint32_t product = m_questions.productOf(*at);
         const auto end = std::lower_bound(at, keys.end(), first[product + 1]);
-        const auto names = static_cast<std::ptrdiff_t>(first[product + 1] - first[product]);
-        if (end - at <= names / share::commonInNames)
+        const std::size_t names = first[product + 1] - first[product];
+        if (static_cast<std::size_t>(end - at) <=
+            std::max(names / share::commonInNames, share::neverCommon))
             left = std::copy(at, end, left);
         at = end;
     }
@@ -206,8 +207,8 @@ StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
             const auto parts = partsOf(synonym.stem);
             for (const auto part : parts)
                 add(m_questions.lastParts(), part);
-            // Else it may be several parts in a row.
-            if (parts.empty())
+            // It may be several parts in a row.
+            if (std::ranges::find(parts, synonym.name) == parts.end())
                 add(m_questions.lastParts(), synonym.name);
         }
     };

@@ -73,8 +73,8 @@ class StemKeys {
     [[nodiscard]] const Keys& keysWith(std::size_t stem, Field field);
     [[nodiscard]] Places placesOf(std::uint32_t key);
 
-    // The names that have all required stems, in order: in the purpose, or in any field but for
-    // synonyms.
+    // The names that have all required stems themselves, in order: in the purpose, or in the name
+    // or the purpose.
     [[nodiscard]] Keys keysWithAll(bool isPurposeWanted);
 
     // What each stem counts in a product: a rare word says more than a frequent one. How rare it is

@@ -1,6 +1,7 @@
 #include "reference/ask/WordReading.hpp"
 
 #include <algorithm>
+#include <cstdint>
 #include <utility>
 
 #include "docimage/nameParts.hpp"
@@ -60,13 +61,19 @@ void WordReading::addWord(std::u16string_view component) {
         return;
     if (parts.size() > 1 && !has(m_questions.lastParts()) && !has(m_questions.outerParts())) {
         for (const auto& part : parts)
-            m_words.push_back({.form = part,
-                               .text = docimage::fromUnitBytes(part),
-                               .stems = {std::string(m_stemmer.stem(part))}});
+            add({.form = part,
+                 .text = docimage::fromUnitBytes(part),
+                 .stems = {std::string(m_stemmer.stem(part))}});
         return;
     }
     word.isStop = docimage::isStopWord(word.form);
-    m_words.push_back(std::move(word));
+    add(std::move(word));
+}
+
+// A phrase may have more words, and a component more parts, than a person types.
+void WordReading::add(Word word) {
+    if (m_words.size() < Question::maxTerms)
+        m_words.push_back(std::move(word));
 }
 
 WordReading::WordKeys WordReading::keysOfWord(std::size_t number) const {
@@ -172,13 +179,12 @@ void WordReading::findParts() {
     }
 }
 
-bool WordReading::isKnown(const Word& word) {
+bool WordReading::isKnown(const Word& word) const {
     if (!keysOf(m_questions.lastParts(), word.form).empty() ||
         !keysOf(m_questions.outerParts(), word.form).empty())
         return true;
     return std::ranges::all_of(word.stems, [&](const std::string& stem) {
-        return isNumber(stem) || !meaningsOf({&stem, 1}, m_stemmer).empty() ||
-               !keysOf(m_questions.purposes(), stem).empty() ||
+        return isNumber(stem) || !keysOf(m_questions.purposes(), stem).empty() ||
                !keysOf(m_questions.partStems(), stem).empty();
     });
 }
@@ -188,9 +194,18 @@ bool WordReading::correctSpelling() {
     constexpr std::size_t fewWords = 3;
     const bool isSentence =
         std::ranges::count(m_words, false, &Word::isStop) > static_cast<std::ptrdiff_t>(fewWords);
+    auto allStems = stems();
+    allStems.resize(std::min(allStems.size(), mostMeant));
+    std::uint64_t meant = 0;
+    for (const Meaning& meaning : meaningsOf(allStems, m_stemmer))
+        meant |= meaning.stems;
+    const auto isMeant = [&](const std::string& stem) {
+        const auto found = std::ranges::find(allStems, stem);
+        return found != allStems.end() && (meant >> (found - allStems.begin()) & 1U) != 0;
+    };
     std::u16string change;
     for (Word& word : m_words) {
-        if (word.isStop || isKnown(word))
+        if (word.isStop || isKnown(word) || std::ranges::all_of(word.stems, isMeant))
             continue;
         std::uint32_t admitted =
             isSentence ? slipsInSentence(word.form.size()) : admittedSlips(word.form.size());

@@ -52,7 +52,8 @@ class WordReading {
     };
     [[nodiscard]] WordKeys keysOfWord(std::size_t number) const;
     [[nodiscard]] bool standsInOrder(std::uint32_t key) const;
-    [[nodiscard]] bool isKnown(const Word& word);
+    void add(Word word);
+    [[nodiscard]] bool isKnown(const Word& word) const;
 
     const docimage::QuestionIndex& m_questions;
     Candidates& m_candidates;

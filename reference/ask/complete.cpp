@@ -30,7 +30,8 @@ namespace {
 // Of the beginnings that thousands of names share, so many are looked at: a person reads the first
 // few.
 constexpr std::size_t mostFound = 4096;
-// The keys under one last name that are looked at: nearly all are written alike.
+// The keys under one last name that are looked at, unless one of a preferred product may come
+// later: nearly all are written alike.
 constexpr std::size_t mostAlike = 16;
 
 // What was typed: "DataFrame.gr" is the package "DataFrame" and the beginning "gr" of the part
@@ -94,7 +95,11 @@ std::size_t lowerBoundFrom(const LookupImage& lookup, std::size_t from, std::str
 class Completer {
   public:
     Completer(const LookupIndex& index, const Typed& typed, const CompleteOptions& options)
-        : m_index(index), m_questions(index.questions()), m_typed(typed), m_limit(options.limit) {
+        : m_index(index),
+          m_questions(index.questions()),
+          m_typed(typed),
+          m_limit(options.limit),
+          m_prefersSome(!options.preferredProducts.empty()) {
         for (const auto& product : index.products()) {
             if (!options.products.empty())
                 m_isWanted.push_back(std::ranges::find(options.products, product.name) !=
@@ -160,6 +165,7 @@ class Completer {
     const docimage::QuestionIndex& m_questions;
     const Typed& m_typed;
     const std::size_t m_limit;
+    const bool m_prefersSome;            // products
     std::vector<bool> m_isWanted;        // by product; empty: all are
     std::vector<std::uint32_t> m_ranks;  // by product
     std::uint32_t m_firstRank = std::numeric_limits<std::uint32_t>::max();
@@ -224,8 +230,11 @@ void Completer::addPackages() {
 // A package that is no class of anything, and no name itself, is found in its own case alone.
 void Completer::addWhole(const std::string& package) {
     const std::string form = docimage::searchForm(docimage::fromUnitBytes(package));
-    for (const std::uint32_t key : keysOf(m_questions.firstNames(), docimage::firstComponent(form)))
+    const std::string_view first = std::string_view(form).substr(0, form.find('.'));
+    for (const std::uint32_t key : keysOf(m_questions.firstNames(), first))
         m_packages.push_back({.product = m_questions.productOf(key), .name = package});
+    for (std::uint32_t product = 0; first.empty() && product < m_ranks.size(); ++product)
+        m_packages.push_back({.product = product, .name = package});
     const auto isSame = [&form](std::string_view name) { return name == form; };
     addPackagesOf(NameKind::ClassWhole, form, isSame);
     addPackagesOf(NameKind::KeyWhole, form, isSame);
@@ -314,19 +323,23 @@ void Completer::addPartsFrom(std::uint32_t product, const std::string& bytes, st
 
 void Completer::addLastNames() {
     const std::string letters = docimage::joinedParts(docimage::fromUnitBytes(m_typed.part));
+    // Then what begins with these letters begins with what was typed.
+    const bool isPlain = letters == m_typed.partForm;
     const docimage::Lexicon& names = m_questions.lastNames();
     names.forEachWordWith({.letters = letters, .isStart = true}, [&](std::uint32_t word) {
         std::size_t seen = 0;
         names.forEachTextWith(word, [&](std::uint32_t key) {
             if (!isWantedKey(key))
                 return true;
-            ++m_found;
-            if (canBeGood(names.word(word), key, true)) {
-                const std::string_view name = docimage::lastComponent(keyText(key));
-                if (!name.empty() && isBegun(name))
-                    add(name, key, true, true);
+            m_found += isPlain ? 1 : 0;
+            if (!canBeGood(names.word(word), key, true))
+                return m_found < mostFound;
+            const std::string_view name = docimage::lastComponent(keyText(key));
+            if (!name.empty() && isBegun(name)) {
+                m_found += isPlain ? 0 : 1;
+                add(name, key, true, true);
             }
-            return ++seen < mostAlike;
+            return (++seen < mostAlike || m_prefersSome) && m_found < mostFound;
         });
         return m_found < mostFound;
     });

@@ -51,8 +51,10 @@ inline constexpr float worthReading = 0.3F;
 
 // What more than one of so many names or texts of a product have says nothing in place of another
 // word.
-inline constexpr std::ptrdiff_t commonInNames = 16;
+inline constexpr std::size_t commonInNames = 16;
 inline constexpr std::size_t commonInTexts = 8;
+// What so few have is not common, however small the product is.
+inline constexpr std::size_t neverCommon = 4;
 
 // Names and items that are looked at closely, and of these, texts that are read.
 inline constexpr std::size_t mostLikely = 16;

@@ -58,8 +58,8 @@ std::span<const Line> linesNear(const Thesaurus& thesaurus, std::string_view ste
     const std::string_view kept =
         stem.substr(0, std::min(mostKept, std::max<std::size_t>(stem.size(), 2) - 1));
     const auto beginning = [&kept](const Line& line) { return line.asked.substr(0, kept.size()); };
-    const auto found = std::ranges::equal_range(thesaurus, kept, {}, beginning);
-    return {found.begin(), found.end()};
+    return {std::ranges::lower_bound(thesaurus, kept, {}, beginning),
+            std::ranges::upper_bound(thesaurus, kept, {}, beginning)};
 }
 
 // The bits of the words of a phrase, if the stems have all of them.

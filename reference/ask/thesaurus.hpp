@@ -1,6 +1,7 @@
 // Words that mean what other words mean. Internal: no public header includes it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -17,9 +18,11 @@ struct Meaning {
     std::string_view said;  // words, divided by blanks; may contain some of those
 };
 
-// What the thesaurus has for the stems of a question, 64 at most: for each alone, and for phrases
-// that all words of which are among them. The texts live as long as the process; any thread with a
-// stemmer of its own.
+inline constexpr std::size_t mostMeant = 64;
+
+// What the thesaurus has for the stems of a question, `mostMeant` at most: for each alone, and for
+// each phrase whose words are all among them. The texts live as long as the process; any thread
+// with a stemmer of its own.
 [[nodiscard]] std::vector<Meaning> meaningsOf(std::span<const std::string> stems,
                                               docimage::Stemmer& stemmer);
 

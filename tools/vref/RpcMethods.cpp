@@ -100,13 +100,13 @@ RpcCall DocumentationMethods::prepare(const std::string& method, const json::val
         return prepareInitialize(parameters, m_watched);
     RpcCall call;
     if (method == "ask")
-        call = prepareAsk(parameters, m_watched.documentation());
+        call = prepareAsk(parameters, m_watched.documentation(), m_usuallyPrefer);
     else if (method == "find")
         call = prepareFind(parameters, m_watched.documentation());
     else if (method == "show")
-        call = prepareShow(parameters, m_watched.documentation());
+        call = prepareShow(parameters, m_watched.documentation(), m_usuallyPrefer);
     else if (method == "complete")
-        call = prepareComplete(parameters, m_watched.documentation());
+        call = prepareComplete(parameters, m_watched.documentation(), m_usuallyPrefer);
     else if (method == "products")
         call = prepareProducts(m_watched.documentation());
     else if (method == "reload")

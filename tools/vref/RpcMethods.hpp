@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <boost/json/value.hpp>
@@ -40,8 +41,11 @@ class RpcMethods {
 // The methods over the documentation of a session.
 class DocumentationMethods final : public RpcMethods {
   public:
-    // The documentation must outlive this.
-    explicit DocumentationMethods(WatchedDocumentation& documentation) : m_watched(documentation) {}
+    // `usuallyPrefer` are products that go before others, after those that a request prefers; they
+    // need not be installed. The documentation must outlive this.
+    DocumentationMethods(WatchedDocumentation& documentation,
+                         std::vector<std::string> usuallyPrefer)
+        : m_watched(documentation), m_usuallyPrefer(std::move(usuallyPrefer)) {}
 
     [[nodiscard]] RpcCall prepare(const std::string& method,
                                   const boost::json::value& params) override;
@@ -54,6 +58,7 @@ class DocumentationMethods final : public RpcMethods {
 
   private:
     WatchedDocumentation& m_watched;
+    const std::vector<std::string> m_usuallyPrefer;
 };
 
 // Methods of the session itself.

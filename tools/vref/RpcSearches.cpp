@@ -92,9 +92,17 @@ struct Asked {
     std::vector<NamedText> products;
 };
 
-Asked askedFor(RpcParameters& parameters) {
+std::vector<std::u16string> preferredBy(RpcParameters& parameters,
+                                        const std::vector<std::string>& usuallyPrefer) {
+    auto preferred = plainUtf16(parameters.texts("prefer"));
+    for (const auto& product : usuallyPrefer)
+        preferred.push_back(fromCommandLine(product));
+    return preferred;
+}
+
+Asked askedFor(RpcParameters& parameters, const std::vector<std::string>& usuallyPrefer) {
     Asked asked{.products = parameters.texts("products")};
-    asked.options = {.preferredProducts = plainUtf16(parameters.texts("prefer")),
+    asked.options = {.preferredProducts = preferredBy(parameters, usuallyPrefer),
                      .types = typesOf(parameters.texts("types")),
                      .products = plainUtf16(asked.products)};
     return asked;
@@ -256,9 +264,10 @@ json::object toJson(const ask::Completion& completion) {
 
 }  // namespace
 
-RpcCall prepareAsk(RpcParameters& parameters, const Documentation& documentation) {
+RpcCall prepareAsk(RpcParameters& parameters, const Documentation& documentation,
+                   const std::vector<std::string>& usuallyPrefer) {
     auto question = fromCommandLine(parameters.requiredText("question"));
-    Asked asked = askedFor(parameters);
+    Asked asked = askedFor(parameters, usuallyPrefer);
     asked.question = std::move(question);
     asked.options.limit = parameters.count("limit", usualHits, 0, maxHits);
     const HitFields fields = HitFields::parse(parameters, HitFields::brief());
@@ -281,10 +290,11 @@ RpcCall prepareFind(RpcParameters& parameters, const Documentation& documentatio
             }};
 }
 
-RpcCall prepareShow(RpcParameters& parameters, const Documentation& documentation) {
+RpcCall prepareShow(RpcParameters& parameters, const Documentation& documentation,
+                    const std::vector<std::string>& usuallyPrefer) {
     const auto question = parameters.text("question");
     const auto href = parameters.text("href");
-    Shown wanted{.asked = askedFor(parameters), .types = parameters.texts("types")};
+    Shown wanted{.asked = askedFor(parameters, usuallyPrefer), .types = parameters.texts("types")};
     if (question.has_value() == href.has_value())
         throw RpcError::wrongParameter(
             "question", question ? "stands beside \"href\"" : "is missing, and so is \"href\"",
@@ -305,13 +315,14 @@ RpcCall prepareShow(RpcParameters& parameters, const Documentation& documentatio
             }};
 }
 
-RpcCall prepareComplete(RpcParameters& parameters, const Documentation& documentation) {
+RpcCall prepareComplete(RpcParameters& parameters, const Documentation& documentation,
+                        const std::vector<std::string>& usuallyPrefer) {
     const auto prefix = fromCommandLine(parameters.text("prefix").value_or(""));
     if (parameters.any("prefix") == nullptr)
         throw RpcError::wrongParameter("prefix", "is missing", "a text, which may be empty");
     auto products = parameters.texts("products");
     ask::CompleteOptions options{.products = plainUtf16(products),
-                                 .preferredProducts = plainUtf16(parameters.texts("prefer"))};
+                                 .preferredProducts = preferredBy(parameters, usuallyPrefer)};
     options.limit = parameters.count("limit", options.limit, 0, maxHits);
     return {Lane::Quick,
             [prefix, options = std::move(options), products = std::move(products),

@@ -135,7 +135,7 @@ class Session {
               [this](const std::string& why, const LoadedDocumentation& documentation) {
                   m_output.loaded(why, documentation);
               }),
-          m_methods(m_watched) {}
+          m_methods(m_watched, m_usuallyPrefer) {}
     Session(const Session&) = delete;  // the session of this process
     Session& operator=(const Session&) = delete;
     ~Session() = default;

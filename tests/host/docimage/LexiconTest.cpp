@@ -13,6 +13,7 @@
 #include "docimage/Lexicon.hpp"
 #include "docimage/NameTable.hpp"
 #include "docimage/searchForm.hpp"
+#include "docimage/varint.hpp"
 #include "support/Generator.hpp"
 
 namespace reference::tests {
@@ -133,6 +134,19 @@ TEST(LexiconTest, AVisitThatReturnsFalseIsTheLast) {
     lexicon.forEachWordWith({.letters = "", .isStart = true},
                             [&](std::uint32_t /*word*/) { ++visits; });
     EXPECT_EQ(visits, 4);
+}
+
+TEST(VarintTest, NumbersThatDoNotAscendAreDamage) {
+    std::string deltas;
+    appendVarint(0xFFFFFFF0U, deltas);
+    std::vector<std::uint32_t> numbers;
+    const auto take = [&](std::uint32_t number) { numbers.push_back(number); };
+    forEachNumber(deltas, take);
+    EXPECT_EQ(numbers, std::vector<std::uint32_t>{0xFFFFFFF0U});
+    appendVarint(0x0FU, deltas);
+    EXPECT_NO_THROW(forEachNumber(deltas, take));
+    appendVarint(1, deltas);
+    EXPECT_THROW(forEachNumber(deltas, take), DamagedImage);
 }
 
 TEST(LexiconTest, TellsWhetherAllTextsAreWellFormed) {

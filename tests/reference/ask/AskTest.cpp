@@ -289,7 +289,27 @@ TEST_F(AskTest, AWordThatManyNamesHaveSaysNothingInPlaceOfAnother) {
                      .entity(u"decks.cut", RefEntityType::Function, u"b.html", u"Cut them.")
                      .build());
     ReferenceCacheManager::ClearAllCaches();
-    EXPECT_THAT(find(u"scramble"), IsEmpty());
+    EXPECT_THAT(find(u"scramble"), ElementsAre("decks.deal [most-words]"));
+}
+
+TEST_F(AskTest, WordsOfAPhraseThatTheThesaurusKnowsAreNotMisspelt) {
+    source().add(ProductBuilder(u"chance")
+                     .entity(u"chance.random", RefEntityType::Function, u"a.html", u"Any number.")
+                     .entity(u"chance.month", RefEntityType::Function, u"b.html", u"One of twelve.")
+                     .build());
+    EXPECT_EQ(first(u"monte carlo"), "chance.random [most-words]");
+}
+
+TEST_F(AskTest, SynonymsAreFoundWhateverElseIsInstalled) {
+    source().add(ProductBuilder(u"clock")
+                     .entity(u"clock.TimeZone", RefEntityType::Class, u"a.html", u"An offset.")
+                     .build());
+    EXPECT_EQ(first(u"utc"), "clock.TimeZone [most-words]");
+    source().add(ProductBuilder(u"more")
+                     .entity(u"more.all_timezones", RefEntityType::Function, u"b.html", u"Names.")
+                     .build());
+    ReferenceCacheManager::ClearAllCaches();
+    EXPECT_THAT(find(u"utc product:clock"), ElementsAre("clock.TimeZone [most-words]"));
 }
 
 TEST_F(AskTest, WhatOthersReferToIsLikelier) {

@@ -184,6 +184,29 @@ TEST_F(CompleteTest, NothingThatIsTypedIsWrong) {
         EXPECT_THAT(complete(text), IsEmpty()) << text.size();
 }
 
+TEST_F(CompleteTest, APackageMayBeginWithADotOrEndWithOne) {
+    source().add(ProductBuilder(u"dots")
+                     .record(u".hidden.part.name", RefEntityType::Function, u"a.html")
+                     .record(u"a..part.name", RefEntityType::Function, u"b.html")
+                     .build());
+    EXPECT_THAT(complete(u".hidden."), ElementsAre(".hidden.part."));
+    EXPECT_THAT(complete(u".hidden.part.n"), ElementsAre(".hidden.part.name"));
+    EXPECT_THAT(complete(u"a..part."), ElementsAre("a..part.name"));
+}
+
+TEST_F(CompleteTest, OfManyThatAreCompletedAlikeTheBestIsTold) {
+    constexpr int products = 30;
+    for (int number = 10; number < 10 + products; ++number) {
+        const std::u16string name = u"p" + fl::i18n::toUtf16(std::to_string(number));
+        source().add(ProductBuilder(name)
+                         .record(name + u".Table.drop", RefEntityType::Method, u"drop.html", name)
+                         .build());
+    }
+    const auto best = ask::complete(u"dro", {.preferredProducts = {u"p39"}});
+    ASSERT_EQ(best.size(), 1);
+    EXPECT_EQ(best.front().name, u"p39.Table.drop");
+}
+
 // Most are passed over unseen.
 TEST_F(CompleteTest, ASmallerLimitGivesTheFirstOfTheSame) {
     std::mt19937 random(21);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same names on each run

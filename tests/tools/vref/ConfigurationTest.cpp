@@ -10,8 +10,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "RunningSession.hpp"
 #include "RunningTool.hpp"
 #include "docset/publish.hpp"
+#include "rpcResults.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/TempFolder.hpp"
 
@@ -115,6 +117,20 @@ TEST_F(ConfigurationTest, AnOptionBeatsTheEnvironmentWhichBeatsTheFile) {
     EXPECT_EQ(told(options.at("language")), "\"en_US\" < --language");
 }
 
+TEST_F(ConfigurationTest, PreferredProductsGoFirstInCompletions) {
+    docset::publishProduct(
+        set(), "en_US",
+        ProductBuilder(u"four").entity(u"f", RefEntityType::Class, u"f.html").build());
+    configure("documentation-set = \"set\"\npreferred-products = [\"four\"]\n");
+    RunningSession session({}, {"XDG_CONFIG_HOME=" + m_folder.path().string()});
+    const auto types = [&](const json::object& params) {
+        return textsIn(session.resultOf("complete", params), "completions", "type");
+    };
+    EXPECT_EQ(types({{"prefix", "f"}}), Texts{"class"});
+    EXPECT_EQ(types({{"prefix", "f"}, {"prefer", "one"}}), Texts{"function"});
+    EXPECT_EQ(session.end(), 0);
+}
+
 TEST_F(ConfigurationTest, EveryCommandObeys) {
     configure("documentation-set = \"set\"\nlanguage = \"ja\"\ncolours = \"always\"\n");
     EXPECT_THAT(run({"find", "f"}).output, StartsWith("\033[1mf"));
@@ -143,6 +159,15 @@ TEST_F(ConfigurationTest, PreferredProductsGoFirstAfterThoseOfTheCommandLine) {
     const ToolRun unknown = run({"find", "f", "--exact", "--prefer", "gone"});
     EXPECT_EQ(unknown.status, 2);
     EXPECT_THAT(unknown.messages, HasSubstr("no product \"gone\""));
+
+    RunningSession session({}, {"XDG_CONFIG_HOME=" + m_folder.path().string()});
+    EXPECT_EQ(textsIn(session.resultOf("ask", {{"question", "f"}}), "hits", "product"),
+              (Texts{"two", "one", "three"}));
+    EXPECT_EQ(textsIn(session.resultOf("ask", {{"question", "f"}, {"prefer", "three"}}), "hits",
+                      "product"),
+              (Texts{"three", "two", "one"}));
+    EXPECT_EQ(textAt(session.resultOf("show", {{"question", "f"}}), "/hit/product"), "two");
+    EXPECT_EQ(session.end(), 0);
 
     const json::object told = config({"--prefer", "three"});
     EXPECT_EQ(toldAll(told.at("preferred-products")),

@@ -1,5 +1,6 @@
 #include "RunningSession.hpp"
 
+#include <cstddef>
 #include <stdexcept>
 #include <utility>
 
@@ -18,12 +19,18 @@ struct RunningSession::Process {
     process::child child;
 };
 
-RunningSession::RunningSession(const std::vector<std::string>& arguments)
+RunningSession::RunningSession(const std::vector<std::string>& arguments,
+                               const std::vector<std::string>& environment)
     : m_process(std::make_unique<Process>()) {
+    process::environment variables = boost::this_process::environment();
+    for (const auto& variable : environment) {
+        const std::size_t sign = variable.find('=');
+        variables[variable.substr(0, sign)] = variable.substr(sign + 1);
+    }
     std::vector<std::string> all{"watch", "--json"};
     all.insert(all.end(), arguments.begin(), arguments.end());
     m_process->child =
-        process::child(process::exe = VELTRA_VREF, process::args = all,
+        process::child(process::exe = VELTRA_VREF, process::args = all, variables,
                        process::std_in<m_process->input, process::std_out> m_process->output);
 }
 

@@ -12,8 +12,9 @@ namespace reference::tests {
 // A running "vref watch --json", spoken to as an editor would. By one thread.
 class RunningSession {
   public:
-    // `arguments` come after "watch --json".
-    explicit RunningSession(const std::vector<std::string>& arguments = {});
+    // `arguments` come after "watch --json"; `environment` is as for runTool().
+    explicit RunningSession(const std::vector<std::string>& arguments = {},
+                            const std::vector<std::string>& environment = {});
     RunningSession(const RunningSession&) = delete;  // one process, one owner
     RunningSession& operator=(const RunningSession&) = delete;
     ~RunningSession();  // ends the input and waits for the end
