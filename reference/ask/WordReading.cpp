@@ -203,10 +203,15 @@ bool WordReading::correctSpelling() {
         const auto found = std::ranges::find(allStems, stem);
         return found != allStems.end() && (meant >> (found - allStems.begin()) & 1U) != 0;
     };
+    constexpr std::size_t mostUnknown = 8;
+    std::size_t unknown = 0;
     std::u16string change;
     for (Word& word : m_words) {
         if (word.isStop || isKnown(word) || std::ranges::all_of(word.stems, isMeant))
             continue;
+        // Who types so many words that nothing has did not misspell them.
+        if (++unknown > mostUnknown)
+            break;
         std::uint32_t admitted =
             isSentence ? slipsInSentence(word.form.size()) : admittedSlips(word.form.size());
         // The package that it was looked for in did not have it.
