@@ -126,6 +126,7 @@ class Completer {
         std::string_view part;
         std::uint32_t key;  // the name, or the first that goes on from the part
 
+        // NOLINTNEXTLINE(modernize-use-nullptr): the compiler's own code compares with 0
         [[nodiscard]] auto operator<=>(const Found&) const = default;
     };
     // A package by one of its documented names.
