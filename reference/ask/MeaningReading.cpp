@@ -179,8 +179,8 @@ void MeaningReading::readFirst(std::vector<Likely>& likely) {
         if (one.nearness < best * share::ofBest)
             return;  // nor can those after it
         if ((one.entry.words.any() & ~one.places.any()) != 0) {
-            // What it would need to be among the others is not known: its place would depend on
-            // how many were read before it.
+            // Without its passage its place would be too low, and how many are read before it
+            // depends on other products. It is left out.
             if (read++ >= share::mostRead) {
                 one.nearness = 0;
                 continue;

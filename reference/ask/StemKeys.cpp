@@ -10,7 +10,6 @@
 #include "reference/ask/Likeliest.hpp"
 #include "reference/ask/keyLists.hpp"
 #include "reference/ask/shares.hpp"
-#include "reference/ask/thesaurus.hpp"
 
 namespace reference::ask {
 
@@ -83,10 +82,8 @@ class NameBlock {
 
 StemKeys::StemKeys(const search::LookupIndex& index, std::span<const std::string> stems)
     : m_index(index), m_questions(index.questions()) {
-    for (const auto& text : stems.first(std::min(stems.size(), most))) {
-        Stem stem{.text = text, .isWeak = isWeakStem(text)};
-        m_stems.push_back(std::move(stem));
-    }
+    for (const auto& text : stems.first(std::min(stems.size(), most)))
+        m_stems.push_back({.text = text, .isWeak = isWeakStem(text)});
     addMeanings(stems.first(m_stems.size()));
     m_keys.resize(m_stems.size());
     const bool areAllWeak = std::ranges::all_of(m_stems, &Stem::isWeak);

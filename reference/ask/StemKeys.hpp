@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "docimage/Stemmer.hpp"
+#include "reference/ask/thesaurus.hpp"
 #include "reference/search/LookupIndex.hpp"
 
 namespace reference::ask {
@@ -31,7 +32,7 @@ class StemKeys {
   public:
     using Keys = std::vector<std::uint32_t>;
     // What is beyond is left out.
-    static constexpr std::size_t most = 64;
+    static constexpr std::size_t most = mostMeant;
 
     // A word that means the same.
     struct Synonym {

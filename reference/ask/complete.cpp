@@ -324,7 +324,7 @@ void Completer::addPartsFrom(std::uint32_t product, const std::string& bytes, st
 
 void Completer::addLastNames() {
     const std::string letters = docimage::joinedParts(docimage::fromUnitBytes(m_typed.part));
-    // Then what begins with these letters begins with what was typed.
+    // If so, what begins with these letters begins with what was typed.
     const bool isPlain = letters == m_typed.partForm;
     const docimage::Lexicon& names = m_questions.lastNames();
     names.forEachWordWith({.letters = letters, .isStart = true}, [&](std::uint32_t word) {

@@ -3,19 +3,19 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
-#include <utility>
 
+#include "docimage/searchForm.hpp"
 #include "foundation/core/NeverDestroyed.hpp"
 #include "reference/ask/thesaurusTexts.hpp"
 
 namespace reference::ask {
 namespace {
 
-// Calls `visit(text)` for each of the texts between separators that is not empty.
+// Calls `visit(line)` for each line that is not empty.
 template <typename Visit>
-void forEachBetween(std::string_view text, char separator, Visit visit) {
+void forEachLine(std::string_view text, Visit visit) {
     while (!text.empty()) {
-        const std::size_t end = std::min(text.find(separator), text.size());
+        const std::size_t end = std::min(text.find('\n'), text.size());
         if (end > 0)
             visit(text.substr(0, end));
         text.remove_prefix(std::min(end + 1, text.size()));
@@ -38,10 +38,10 @@ using Thesaurus = std::vector<Line>;
 Thesaurus readLines() {
     Thesaurus thesaurus;
     for (const std::string_view text : thesaurusTexts())
-        forEachBetween(text, '\n', [&](std::string_view line) {
+        forEachLine(text, [&](std::string_view line) {
             const std::size_t colon = line.find(':');
             if (colon == std::string_view::npos)
-                forEachBetween(line, ' ', [&](std::string_view word) {
+                docimage::forEachWord(line, [&](std::string_view word) {
                     thesaurus.push_back({.asked = word, .said = line});
                 });
             else
@@ -67,7 +67,7 @@ std::optional<std::uint64_t> bitsOf(std::string_view phrase, std::span<const std
                                     docimage::Stemmer& stemmer) {
     std::uint64_t bits = 0;
     bool hasAll = true;
-    forEachBetween(phrase, ' ', [&](std::string_view word) {
+    docimage::forEachWord(phrase, [&](std::string_view word) {
         const auto found = std::ranges::find(stems, stemmer.stem(word));
         hasAll = hasAll && found != stems.end();
         if (hasAll)
