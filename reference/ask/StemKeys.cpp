@@ -119,21 +119,48 @@ std::vector<std::string_view> StemKeys::partsOf(std::string_view stem) const {
     return parts;
 }
 
-// What can stand beside another word in a compound: a word that purposes have, or one that says
-// nothing, such as "is" or "by".
-bool StemKeys::isWord(std::string_view text) {
-    constexpr std::size_t shortest = 3;
-    if (text.size() > 1 && docimage::isStopWord(text))
-        return true;
-    return text.size() >= shortest && !keysOf(m_questions.purposes(), m_stemmer.stem(text)).empty();
+// Leaves those of products for which `isKept(product, count)` holds, where `count` of them are.
+template <typename IsKept>
+StemKeys::Keys StemKeys::ofProducts(Keys keys, IsKept isKept) const {
+    const auto& first = m_questions.firstKeys();
+    auto left = keys.begin();
+    for (auto at = keys.begin(); at != keys.end();) {
+        const std::uint32_t product = m_questions.productOf(*at);
+        const auto end = std::lower_bound(at, keys.end(), first[product + 1]);
+        if (isKept(product, static_cast<std::size_t>(end - at)))
+            left = std::copy(at, end, left);
+        at = end;
+    }
+    keys.erase(left, keys.end());
+    return keys;
 }
 
-std::vector<std::string_view> StemKeys::compoundsOf(std::string_view stem) {
+// What can stand beside another word in a compound: a word that purposes of the product have, or
+// one that says nothing, such as "is" or "by".
+StemKeys::Keys StemKeys::keysOfCompound(const Compound& compound) {
+    constexpr std::size_t shortest = 3;
+    const std::string_view rest = compound.rest;
+    if (rest.size() > 1 && docimage::isStopWord(rest))
+        return keysOf(m_questions.lastParts(), compound.text);
+    if (rest.size() < shortest)
+        return {};
+    const Keys inPurposes = keysOf(m_questions.purposes(), m_stemmer.stem(rest));
+    if (inPurposes.empty())
+        return {};
+    return ofProducts(keysOf(m_questions.lastParts(), compound.text),
+                      [&](std::uint32_t product, std::size_t /*count*/) {
+                          const auto& first = m_questions.firstKeys();
+                          const auto found = std::ranges::lower_bound(inPurposes, first[product]);
+                          return found != inPurposes.end() && *found < first[product + 1];
+                      });
+}
+
+std::vector<StemKeys::Compound> StemKeys::compoundsOf(std::string_view stem) const {
     // Shorter ones stand in too many words by chance.
     constexpr std::size_t shortestPart = 4;
     const docimage::TextTable& parts = m_questions.partWords();
     const auto byEnds = m_questions.partsByEnds();
-    std::vector<std::string_view> compounds;
+    std::vector<Compound> compounds;
     auto forms = partsOf(stem);
     if (std::ranges::find(forms, stem) == forms.end())
         forms.push_back(stem);
@@ -144,8 +171,8 @@ std::vector<std::string_view> StemKeys::compoundsOf(std::string_view stem) {
             const std::string_view text = parts[at];
             if (!text.starts_with(part))
                 break;
-            if (text.size() > part.size() && isWord(text.substr(part.size())))
-                compounds.push_back(text);
+            if (text.size() > part.size())
+                compounds.push_back({.text = text, .rest = text.substr(part.size())});
         }
         const auto endsBefore = [&parts](std::uint32_t number, std::string_view end) {
             const std::string_view text = parts[number];
@@ -155,28 +182,21 @@ std::vector<std::string_view> StemKeys::compoundsOf(std::string_view stem) {
         for (auto at = std::lower_bound(byEnds.begin(), byEnds.end(), part, endsBefore);
              at != byEnds.end() && parts[*at].ends_with(part); ++at) {
             const std::string_view text = parts[*at];
-            if (text.size() > part.size() && isWord(text.substr(0, text.size() - part.size())))
-                compounds.push_back(text);
+            if (text.size() > part.size())
+                compounds.push_back(
+                    {.text = text, .rest = text.substr(0, text.size() - part.size())});
         }
     }
     return compounds;
 }
 
-// Leaves those of products in which too many names have the word.
+// Leaves those of products in which not too many names have the word.
 StemKeys::Keys StemKeys::withoutCommon(Keys keys) const {
-    const auto& first = m_questions.firstKeys();
-    auto left = keys.begin();
-    for (auto at = keys.begin(); at != keys.end();) {
-        const std::uint32_t product = m_questions.productOf(*at);
-        const auto end = std::lower_bound(at, keys.end(), first[product + 1]);
+    return ofProducts(std::move(keys), [&](std::uint32_t product, std::size_t count) {
+        const auto& first = m_questions.firstKeys();
         const std::size_t names = first[product + 1] - first[product];
-        if (static_cast<std::size_t>(end - at) <=
-            std::max(names / share::commonInNames, share::neverCommon))
-            left = std::copy(at, end, left);
-        at = end;
-    }
-    keys.erase(left, keys.end());
-    return keys;
+        return count <= std::max(names / share::commonInNames, share::neverCommon);
+    });
 }
 
 StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
@@ -223,8 +243,8 @@ StemKeys::Keys StemKeys::find(const Stem& stem, Field field) {
             addSynonyms(stem.synonyms);
             break;
         case Field::Compound:
-            for (const auto part : compoundsOf(stem.text))
-                add(m_questions.lastParts(), part);
+            for (const Compound& compound : compoundsOf(stem.text))
+                addKeys(keysOfCompound(compound));
             break;
         case Field::Outer:
             addParts(m_questions.outerParts(), stem.text);

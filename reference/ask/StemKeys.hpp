@@ -96,9 +96,15 @@ class StemKeys {
     void addMeanings(std::span<const std::string> stems);
     // The parts of names that have the stem.
     [[nodiscard]] std::vector<std::string_view> partsOf(std::string_view stem) const;
-    // Parts of names that are made of one that has the stem and another word.
-    [[nodiscard]] std::vector<std::string_view> compoundsOf(std::string_view stem);
-    [[nodiscard]] bool isWord(std::string_view text);
+    // A part of names, and what it has besides a part with the stem, at either end.
+    struct Compound {
+        std::string_view text;
+        std::string_view rest;
+    };
+    [[nodiscard]] std::vector<Compound> compoundsOf(std::string_view stem) const;
+    [[nodiscard]] Keys keysOfCompound(const Compound& compound);
+    template <typename IsKept>
+    [[nodiscard]] Keys ofProducts(Keys keys, IsKept isKept) const;
     [[nodiscard]] Keys withoutCommon(Keys keys) const;
     [[nodiscard]] Keys find(const Stem& stem, Field field);
     void weigh();

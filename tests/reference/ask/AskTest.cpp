@@ -262,6 +262,20 @@ TEST_F(AskTest, AWordMayBePartOfACompound) {
     EXPECT_EQ(first(u"test of a prime"), "counting.isprime [most-words]");
 }
 
+TEST_F(AskTest, WhatACompoundIsMadeOfIsAskedOfItsProductAlone) {
+    source().add(ProductBuilder(u"cells")
+                     .entity(u"cells.gridprime", RefEntityType::Function, u"a.html", u"Any cell.")
+                     .entity(u"cells.isprime", RefEntityType::Function, u"b.html", u"Any cell.")
+                     .build());
+    const auto words = find(u"some primes product:cells");
+    source().add(ProductBuilder(u"more")
+                     .entity(u"more.draw", RefEntityType::Function, u"c.html", u"Draw a grid.")
+                     .build());
+    ReferenceCacheManager::ClearAllCaches();
+    EXPECT_THAT(words, ElementsAre("cells.isprime [most-words]"));
+    EXPECT_EQ(find(u"some primes product:cells"), words);
+}
+
 TEST_F(AskTest, APhraseMayMeanANameThatHasNoneOfItsWords) {
     source().add(ProductBuilder(u"spread")
                      .entity(u"spread.std", RefEntityType::Function, u"a.html", u"How far apart.")
