@@ -1,6 +1,7 @@
 #include "sphinx/Assembly.hpp"
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 #include <optional>
 #include <set>
@@ -20,6 +21,10 @@ namespace {
 
 using fl::i18n::toUtf16;
 using property::RefEntityType;
+
+// Under how many further names of a class its members are filed, too: there are as many records as
+// the product of both.
+constexpr std::size_t mostNamesWithMembers = 20;
 
 constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
 
@@ -79,6 +84,14 @@ class Assembly {
         return m_gathered.objects[index];
     }
 
+    using NameAndKind =
+        std::tuple<std::string_view, RefEntityType::Value, property::FunctionType::Value>;
+
+    [[nodiscard]] NameAndKind nameAndKind(std::size_t index) const {
+        const Kind kind = m_entries[index].kind;
+        return {object(index).name, kind.type, kind.functionType};
+    }
+
     void connectDescriptions() {
         for (const auto& [page, facts] : m_gathered.pages)
             for (const DescriptionFacts& description : facts.descriptions)
@@ -90,8 +103,10 @@ class Assembly {
         for (std::size_t index = 0; index < m_entries.size(); ++index) {
             Entry& entry = m_entries[index];
             entry.kind = kindOf(object(index), m_scopes, entry.facts, entry.signature);
-            if (entry.facts == nullptr)
+            if (entry.facts == nullptr) {
                 m_result.undescribed.push_back(index);
+                m_undescribedOf[object(index).page].push_back(index);
+            }
         }
     }
 
@@ -137,8 +152,9 @@ class Assembly {
             if (!description.isNested)
                 topLevel.insert(place->second);
         }
-        for (const std::size_t index : m_result.undescribed)
-            if (object(index).page == page)
+        if (const auto undescribed = m_undescribedOf.find(page);
+            undescribed != m_undescribedOf.end())
+            for (const std::size_t index : undescribed->second)
                 topLevel.insert(hrefOf(page, object(index).anchor));
 
         for (std::size_t index = 0; index < facts.descriptions.size(); ++index) {
@@ -221,10 +237,10 @@ class Assembly {
             std::ranges::stable_sort(draft.properties, {}, [&](std::size_t index) {
                 const DescriptionFacts* const facts = m_entries[index].facts;
                 const bool isElsewhere = facts == nullptr || object(index).page != page;
-                const auto& own = isElsewhere ? std::vector<DescriptionFacts>()
-                                              : m_gathered.pages.at(page).descriptions;
-                const auto place = std::ranges::find(own, facts, [](auto& each) { return &each; });
-                return std::pair(isElsewhere, isElsewhere ? 0 : place - own.begin());
+                // A page keeps its descriptions in one vector, in the order of the page.
+                return std::pair(
+                    isElsewhere,
+                    isElsewhere ? 0 : facts - m_gathered.pages.at(page).descriptions.data());
             });
             for (const std::size_t index : draft.properties)
                 draft.classProperties.add(documentedProperty(index));
@@ -233,12 +249,11 @@ class Assembly {
 
     [[nodiscard]] std::vector<property::RefEntity> entitiesOf(const Draft& draft) const {
         std::vector<property::RefEntity> entities;
-        for (const std::size_t index : draft.objects) {
-            const Kind kind = m_entries[index].kind;
-            property::RefEntity entity(kind.type, toUtf16(object(index).name), kind.functionType);
-            if (std::ranges::find(entities, entity) == entities.end())
-                entities.push_back(std::move(entity));
-        }
+        std::set<NameAndKind> seen;
+        for (const std::size_t index : draft.objects)
+            if (seen.insert(nameAndKind(index)).second)
+                entities.emplace_back(m_entries[index].kind.type, toUtf16(object(index).name),
+                                      m_entries[index].kind.functionType);
         return entities;
     }
 
@@ -283,9 +298,28 @@ class Assembly {
             source.recordHref = [this](const std::string& href) { return recordHref(href); };
             auto& items = m_result.documentation.pages[toUtf16(draft.href)];
             property::RefItem item = toItem(source);
-            if (std::ranges::find(items, item) == items.end())
+            if (isNew(item, items))
                 items.push_back(std::move(item));
         }
+    }
+
+    // Of items under one href, an item is compared only with those that say the same of themselves.
+    [[nodiscard]] bool isNew(const property::RefItem& item,
+                             const std::vector<property::RefItem>& items) {
+        const std::hash<std::u16string> hash;
+        std::size_t said = hash(item.getHref());
+        for (const auto* const text : {&item.getPurpose(), &item.getDescription()})
+            said = said * 31 + hash(*text);
+        for (const auto& entity : item.getRefEntities())
+            said = said * 31 + hash(entity.getName());
+        for (const auto& group : item.getSyntaxGroups())
+            for (const auto& syntax : group.getSyntaxes())
+                said = said * 31 + hash(syntax);
+        std::vector<std::size_t>& alike = m_itemsSaying[said];
+        if (std::ranges::any_of(alike, [&](std::size_t at) { return items[at] == item; }))
+            return false;
+        alike.push_back(items.size());
+        return true;
     }
 
     [[nodiscard]] std::string purposeOf(std::size_t index) const {
@@ -301,32 +335,25 @@ class Assembly {
     // for all of them in the lookup.
     [[nodiscard]] std::size_t speaker(std::size_t index) const {
         const Entry& entry = m_entries[index];
-        if (entry.owner != none)
-            return index;
-        for (const std::size_t draft : m_draftsAt.at(m_drafts[entry.draft].href))
-            for (const std::size_t other : m_drafts[draft].objects)
-                if (object(other).name == object(index).name && m_entries[other].kind == entry.kind)
-                    return other;
-        return index;
+        return entry.owner != none
+                   ? index
+                   : m_speakers.at({m_drafts[entry.draft].href, nameAndKind(index)});
     }
 
     void addRecord(const std::string& name, Kind kind, std::size_t draft,
                    const std::string& purpose) {
         const property::RefItemLookup record(kind.type, kind.functionType,
                                              toUtf16(m_drafts[draft].href), toUtf16(purpose));
-        auto& records = m_result.documentation.entities[toUtf16(name)];
-        const bool isKnown = std::ranges::any_of(records, [&](const auto& other) {
-            return other.getType() == record.getType() &&
-                   other.getFunctionType() == record.getFunctionType() &&
-                   other.getHref() == record.getHref();
-        });
-        if (!isKnown)
-            records.push_back(record);
+        const auto isNew =
+            m_recorded.insert({name, m_drafts[draft].href, kind.type, kind.functionType}).second;
+        if (isNew)
+            m_result.documentation.entities[toUtf16(name)].push_back(record);
     }
 
     void fillEntities() {
-        for (std::size_t draft = 0; draft < m_drafts.size(); ++draft)
-            m_draftsAt[m_drafts[draft].href].push_back(draft);
+        for (const Draft& draft : m_drafts)
+            for (const std::size_t index : draft.objects)
+                m_speakers.try_emplace({draft.href, nameAndKind(index)}, index);
         for (std::size_t index = 0; index < m_entries.size(); ++index)
             addRecord(object(index).name, m_entries[index].kind, m_entries[index].draft,
                       purposeOf(speaker(index)));
@@ -363,11 +390,17 @@ class Assembly {
     void addFurtherNames() {
         auto& entities = m_result.documentation.entities;
         std::map<std::u16string, std::vector<property::RefItemLookup>> further;
+        std::set<std::tuple<std::u16string, RefEntityType::Value, property::FunctionType::Value,
+                            std::u16string, std::u16string>>
+            added;
         const auto add = [&](const std::u16string& name, const property::RefItemLookup& record) {
-            auto& records = further[name];
-            if (std::ranges::find(records, record) == records.end())
-                records.push_back(record);
+            if (added
+                    .emplace(name, record.getType(), record.getFunctionType(), record.getHref(),
+                             record.getPurpose())
+                    .second)
+                further[name].push_back(record);
         };
+        std::unordered_map<std::size_t, std::size_t> namesWithMembers;
         std::vector<FurtherName> names = m_gathered.furtherNames;
         addShownSpellings(names);
         for (const auto& [text, index] : names) {
@@ -377,7 +410,8 @@ class Assembly {
                 add(name,
                     {entry.kind.type, entry.kind.functionType, toUtf16(m_drafts[entry.draft].href),
                      toUtf16(purposeOf(speaker(index)))});
-            if (!holdsProperties(entry.kind.type))
+            if (!holdsProperties(entry.kind.type) ||
+                ++namesWithMembers[index] > mostNamesWithMembers)
                 continue;
             const std::u16string own = toUtf16(object(index).name);
             const std::u16string within = own + (object(index).domain == "cpp" ? u"::" : u".");
@@ -399,7 +433,15 @@ class Assembly {
     Scopes m_scopes;
     std::vector<Entry> m_entries;
     std::vector<Draft> m_drafts;
-    std::unordered_map<std::string, std::vector<std::size_t>> m_draftsAt;
+    std::map<std::string, std::vector<std::size_t>> m_undescribedOf;  // by page
+    // Of each name and kind at an href, the first object.
+    std::map<std::pair<std::string_view, NameAndKind>, std::size_t> m_speakers;
+    // What has a record: name, href and kind.
+    std::set<
+        std::tuple<std::string, std::string, RefEntityType::Value, property::FunctionType::Value>>
+        m_recorded;
+    // The places of items among those of their href, by what they say.
+    std::unordered_map<std::size_t, std::vector<std::size_t>> m_itemsSaying;
     // Place of an object to href of its record.
     std::unordered_map<std::string, std::string> m_hrefs;
     Assembled m_result;

@@ -100,11 +100,9 @@ bool isLinksInBrackets(Node paragraph) {
 
 // The text with every line indented, the first one only if `setsFirst`. Empty lines are indented,
 // too: an empty line would end the block.
-std::string setIn(std::string text, std::size_t width, bool setsFirst) {
+std::string setIn(const std::string& text, std::size_t width, bool setsFirst) {
     const std::string space(width, ' ');
-    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1))
-        text.insert(at + 1, space);
-    return (setsFirst ? space : std::string()) + text;
+    return (setsFirst ? space : std::string()) + withSetLines(text, space);
 }
 
 // Adds an item to the text of a list. `mark` is what it begins with, "- " for example; `lead` is

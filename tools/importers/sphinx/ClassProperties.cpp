@@ -43,18 +43,20 @@ property::ClassProperty toProperty(const DocumentedProperty& property) {
 
 }  // namespace
 
-ClassProperties::Group& ClassProperties::groupOf(const std::string& title) {
-    const auto found = std::ranges::find(m_groups, title, &Group::title);
-    return found != m_groups.end() ? *found : m_groups.emplace_back(Group{title, {}});
+void ClassProperties::append(DocumentedProperty property) {
+    const auto [group, isNew] = m_groupsByTitle.try_emplace(property.title, m_groups.size());
+    if (isNew)
+        m_groups.push_back({property.title, {}});
+    auto& properties = m_groups[group->second].properties;
+    m_placesByName.try_emplace(property.name, group->second, properties.size());
+    properties.push_back(std::move(property));
 }
 
 DocumentedProperty* ClassProperties::find(const std::string& name) {
-    for (Group& group : m_groups) {
-        const auto found = std::ranges::find(group.properties, name, &DocumentedProperty::name);
-        if (found != group.properties.end())
-            return &*found;
-    }
-    return nullptr;
+    const auto found = m_placesByName.find(name);
+    return found == m_placesByName.end()
+               ? nullptr
+               : &m_groups[found->second.first].properties[found->second.second];
 }
 
 void ClassProperties::addFields(const std::vector<Field>& fields) {
@@ -67,14 +69,13 @@ void ClassProperties::addFields(const std::vector<Field>& fields) {
                 fillGap(known->explanation, part.text);
                 continue;
             }
-            groupOf(field.title)
-                .properties.push_back({.name = part.name,
-                                       .title = field.title,
-                                       .href = {},
-                                       .classifier = part.classifier,
-                                       .value = {},
-                                       .purpose = {},
-                                       .explanation = part.text});
+            append({.name = part.name,
+                    .title = field.title,
+                    .href = {},
+                    .classifier = part.classifier,
+                    .value = {},
+                    .purpose = {},
+                    .explanation = part.text});
         }
     }
 }
@@ -82,7 +83,7 @@ void ClassProperties::addFields(const std::vector<Field>& fields) {
 void ClassProperties::add(const DocumentedProperty& property) {
     DocumentedProperty* const known = find(property.name);
     if (known == nullptr) {
-        groupOf(property.title).properties.push_back(property);
+        append(property);
         return;
     }
     DocumentedProperty merged = property;
@@ -96,11 +97,10 @@ void ClassProperties::add(const DocumentedProperty& property) {
 }
 
 std::string ClassProperties::purposeOf(const std::string& name) const {
-    for (const Group& group : m_groups)
-        for (const DocumentedProperty& each : group.properties)
-            if (each.name == name)
-                return summaryOf(each);
-    return {};
+    const auto found = m_placesByName.find(name);
+    return found == m_placesByName.end()
+               ? std::string()
+               : summaryOf(m_groups[found->second.first].properties[found->second.second]);
 }
 
 std::vector<std::string> ClassProperties::names() const {

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "property/ClassPropertyGroup.hpp"
@@ -48,10 +51,15 @@ class ClassProperties {
         std::vector<DocumentedProperty> properties;
     };
 
-    Group& groupOf(const std::string& title);
+    // Where a property stands: the numbers of its group, and within that.
+    using Place = std::pair<std::size_t, std::size_t>;
+
+    void append(DocumentedProperty property);
     [[nodiscard]] DocumentedProperty* find(const std::string& name);
 
     std::vector<Group> m_groups;
+    std::unordered_map<std::string, std::size_t> m_groupsByTitle;
+    std::unordered_map<std::string, Place> m_placesByName;
 };
 
 }  // namespace reference::importers::sphinx

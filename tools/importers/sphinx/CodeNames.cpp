@@ -72,8 +72,10 @@ class CodeLexer {
             m_at += 3;
             return true;
         }
-        const std::size_t end = rest().find("]:");
-        if (!rest().starts_with("In [") || end == std::string_view::npos)
+        if (!rest().starts_with("In ["))
+            return false;
+        const std::size_t end = rest().substr(0, rest().find('\n')).find("]:");
+        if (end == std::string_view::npos)
             return false;
         m_at += end + 2;
         return true;
@@ -124,7 +126,12 @@ class CodeLexer {
     // An apostrophe in a line of output opens no string.
     Token readString(char quote) {
         const std::string thrice(3, quote);
+        bool& isUnclosed = quote == '"' ? m_lacksLongEnd.first : m_lacksLongEnd.second;
         const bool isLong = rest().starts_with(thrice);
+        if (isLong && isUnclosed) {
+            ++m_at;
+            return {.kind = TokenKind::Other};
+        }
         std::size_t end = m_at + (isLong ? 3 : 1);
         for (; end < m_code.size(); ++end) {
             if (m_code[end] == '\\')
@@ -136,6 +143,7 @@ class CodeLexer {
                 return {.kind = TokenKind::Other};
             }
         }
+        isUnclosed = isUnclosed || isLong;
         ++m_at;
         return {.kind = TokenKind::Other};
     }
@@ -144,6 +152,9 @@ class CodeLexer {
     std::size_t m_at = 0;
     std::size_t m_depth = 0;
     bool m_isLineStart = true;
+    // Whether the rest of the code has no end of a string in three quotes, or in three apostrophes:
+    // it is looked for once.
+    std::pair<bool, bool> m_lacksLongEnd;
 };
 
 class CodeNamesReader {

@@ -1,7 +1,9 @@
 #include "sphinx/DescriptionBody.hpp"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -74,7 +76,7 @@ std::string parameterName(std::string_view parameter) {
 }
 
 // Optional parameters stand in brackets within the one before them: "key[, default]".
-void addParameterNames(std::string_view parameter, std::vector<std::string>& names) {
+void addParameterNames(std::string_view parameter, std::set<std::string>& names) {
     constexpr std::string_view brackets = "[,]";
     const bool hasType = parameter.find(':') != std::string_view::npos;
     while (!parameter.empty()) {
@@ -82,7 +84,7 @@ void addParameterNames(std::string_view parameter, std::vector<std::string>& nam
                                     ? parameter.size()
                                     : std::min(parameter.find_first_of(brackets), parameter.size());
         if (std::string name = parameterName(parameter.substr(0, end)); !name.empty())
-            names.push_back(std::move(name));
+            names.insert(std::move(name));
         parameter.remove_prefix(std::min(end + 1, parameter.size()));
     }
 }
@@ -315,14 +317,18 @@ class BodyReader : public BlockReader {
     // Names of parameters are known only once the fields have been read.
     void judgeBoxes() {
         BoxOwner owner;
-        owner.names = m_facts.names;
+        // Each box is compared with each name; no object has more than a few.
+        constexpr std::size_t mostNames = 50;
+        owner.names.assign(m_facts.names.begin(),
+                           m_facts.names.begin() + static_cast<std::ptrdiff_t>(
+                                                       std::min(mostNames, m_facts.names.size())));
         for (const SignatureFacts& signature : m_facts.signatures)
             for (const std::string& parameter : signature.parameters)
                 addParameterNames(parameter, owner.parts);
         for (const Field& field : m_facts.fields)
             if (field.role == FieldRole::Inputs)
                 for (const NamedPart& part : field.parts)
-                    owner.parts.push_back(part.name);
+                    owner.parts.insert(part.name);
         for (const VersionBox& box : m_boxes) {
             if (box.change == VersionChange::Changed || concernsPart(box.explanation, owner))
                 continue;

@@ -148,12 +148,8 @@ std::vector<std::string> partLines(const Field& field) {
 // The items may have several lines and paragraphs.
 std::string listOf(const std::vector<std::string>& items) {
     std::string list;
-    for (std::string item : items) {
-        for (std::size_t at = item.find('\n'); at != std::string::npos;
-             at = item.find('\n', at + 1))
-            item.insert(at + 1, "  ");
-        list += (list.empty() ? "- " : "\n- ") + item;
-    }
+    for (const std::string& item : items)
+        list += (list.empty() ? "- " : "\n- ") + withSetLines(item, "  ");
     return list;
 }
 

@@ -1,18 +1,14 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
-#include <stdexcept>
+#include <optional>
 #include <string_view>
 
+#include "sphinx/HtmlError.hpp"
 #include "sphinx/Node.hpp"
 
 namespace reference::importers::sphinx {
-
-// Why a page's text cannot be used as a tree; a sentence without the page's name.
-class HtmlError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
 
 // The storage that the tree of one page lives in. Reusing one arena for many pages saves most of
 // the cost of allocation. Not to be used by two threads at a time.
@@ -37,9 +33,15 @@ class HtmlDocument {
   public:
     // How deeply elements may be nested.
     static constexpr int maxDepth = 512;
+    // How many attributes an element may have: the parser compares each with all others.
+    static constexpr int maxAttributes = 500;
+    // How many steps from node to node the reading may take for each node of the page.
+    static constexpr std::size_t maxStepsForNode = 250;
 
-    // Parses well-formed UTF-8. Throws HtmlError where elements are nested deeper than `maxDepth`
-    // or the tree would take more than 512 MiB: no honest page comes near that.
+    // Parses well-formed UTF-8. Throws HtmlError where elements are nested deeper than `maxDepth`,
+    // one has more than `maxAttributes`, or the tree would take more than 512 MiB: no honest page
+    // comes near that. From then on its nodes throw HtmlError once reading them has taken more than
+    // `maxStepsForNode` steps for each of them. To be destroyed by the thread that made it.
     HtmlDocument(HtmlArena& arena, std::string_view text);
     ~HtmlDocument();
     HtmlDocument(const HtmlDocument&) = delete;
@@ -51,6 +53,7 @@ class HtmlDocument {
   private:
     HtmlArena& m_arena;
     Node m_root;
+    std::optional<NodeSteps> m_steps;
 };
 
 }  // namespace reference::importers::sphinx

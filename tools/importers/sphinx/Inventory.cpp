@@ -33,7 +33,7 @@ std::string headerValue(std::string_view& text, std::string_view label) {
     return toWellFormed(trimmed(line.substr(label.size())));
 }
 
-// The word that begins at or after `at`, and where it ends; `at` must not be past the end.
+// The word that begins at or after `at`, and in `at` where it ends; `at` must not be past the end.
 std::string_view nextWord(std::string_view line, std::size_t& at) {
     const std::size_t begin = line.find_first_not_of(' ', at);
     if (begin == std::string_view::npos) {
@@ -61,8 +61,10 @@ void setLocation(InventoryObject& object, std::string_view location) {
         full.pop_back();
         full += object.name;
     }
-    while (full.starts_with("./"))
-        full.erase(0, 2);
+    std::size_t begin = 0;
+    while (full.compare(begin, 2, "./") == 0)
+        begin += 2;
+    full.erase(0, begin);
     const std::size_t hash = full.find('#');
     object.page = full.substr(0, hash);
     if (hash != std::string::npos)
@@ -72,7 +74,9 @@ void setLocation(InventoryObject& object, std::string_view location) {
 // One line of version 2: "name domain:role priority location display name". The name may hold
 // spaces, so its end is where a type and a priority follow.
 std::optional<InventoryObject> parseLine(std::string_view line) {
-    for (std::size_t at = line.find(' '); at < line.size(); at = line.find(' ', at + 1)) {
+    // A name ends before the first of several spaces, so each run of them is looked at once.
+    for (std::size_t at = line.find(' '); at < line.size();
+         at = line.find(' ', std::min(line.find_first_not_of(' ', at), line.size()))) {
         std::size_t cursor = at;
         const std::string_view type = nextWord(line, cursor);
         const std::size_t colon = type.find(':');

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
+#include <string_view>
 #include <utility>
 
 #include "fl/i18n/utf.hpp"
@@ -22,11 +24,10 @@ std::vector<std::u16string> valuesOf(const NamedPart& part) {
 
 std::vector<property::SyntaxGroup> syntaxGroupsOf(const DescriptionFacts& facts) {
     std::vector<std::u16string> syntaxes;
-    for (const SignatureFacts& signature : facts.signatures) {
-        std::u16string text = toUtf16(signature.text);
-        if (!text.empty() && std::ranges::find(syntaxes, text) == syntaxes.end())
-            syntaxes.push_back(std::move(text));
-    }
+    std::set<std::string_view> seen;
+    for (const SignatureFacts& signature : facts.signatures)
+        if (!signature.text.empty() && seen.insert(signature.text).second)
+            syntaxes.push_back(toUtf16(signature.text));
     if (syntaxes.empty())
         return {};
     return {property::SyntaxGroup(u"", std::move(syntaxes))};
@@ -52,13 +53,14 @@ std::vector<property::Output> outputsOf(const DescriptionFacts& facts) {
     for (const Field& field : facts.fields)
         if (field.role == FieldRole::Outputs)
             parts.insert(parts.end(), field.parts.begin(), field.parts.end());
+    std::size_t untyped = 0;  // no part before it is without a type
     for (const Field& field : facts.fields) {
         if (field.role != FieldRole::OutputType || field.prose.empty())
             continue;
-        const auto untyped = std::ranges::find_if(
-            parts, [](const NamedPart& part) { return part.classifier.empty(); });
-        if (untyped != parts.end())
-            untyped->classifier = field.prose;
+        while (untyped < parts.size() && !parts[untyped].classifier.empty())
+            ++untyped;
+        if (untyped < parts.size())
+            parts[untyped].classifier = field.prose;
         else
             parts.push_back({.name = {}, .classifier = field.prose, .text = {}});
     }
@@ -95,12 +97,13 @@ std::string descriptionOf(const DescriptionFacts& facts, const std::string& purp
 std::vector<property::SeeAlso> pointersOf(const std::vector<LinkFacts>& links,
                                           const ItemSource& source) {
     std::vector<property::SeeAlso> pointers;
+    std::set<std::pair<std::string, std::string>> seen;
     for (const LinkFacts& link : links) {
-        property::SeeAlso entry(
-            toUtf16(link.href.empty() ? std::string() : source.recordHref(link.href)),
-            toUtf16(link.text.empty() ? link.name : link.name + " – " + link.text));
-        if (std::ranges::find(pointers, entry) == pointers.end())
-            pointers.push_back(std::move(entry));
+        std::string page = link.href.empty() ? std::string() : source.recordHref(link.href);
+        std::string text = link.text.empty() ? link.name : link.name + " – " + link.text;
+        const auto [entry, isNew] = seen.emplace(std::move(page), std::move(text));
+        if (isNew)
+            pointers.emplace_back(toUtf16(entry->first), toUtf16(entry->second));
     }
     return pointers;
 }

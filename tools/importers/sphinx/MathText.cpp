@@ -422,11 +422,8 @@ std::string tidied(std::string_view text) {
     std::string result;
     while (!text.empty()) {
         const std::size_t end = std::min(text.find('\n'), text.size());
-        std::string line = collapsed(text.substr(0, end));
+        const std::string line = withoutGaps(collapsed(text.substr(0, end)));
         text.remove_prefix(std::min(end + 1, text.size()));
-        for (const std::string_view gap : {"( ", "[ ", " )", " ]", " ,"})
-            for (std::size_t at = line.find(gap); at != std::string::npos; at = line.find(gap, at))
-                line.erase(at + (gap.front() == ' ' ? 0 : 1), 1);
         if (!line.empty())
             result += (result.empty() ? "" : "\n") + line;
     }

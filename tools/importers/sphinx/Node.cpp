@@ -1,9 +1,11 @@
 #include "sphinx/Node.hpp"
 
 #include <algorithm>
+#include <limits>
 
 #include <gumbo.h>
 
+#include "sphinx/HtmlError.hpp"
 #include "sphinx/Text.hpp"
 
 namespace reference::importers::sphinx {
@@ -17,7 +19,17 @@ const GumboVector* childrenOf(const GumboNode* node) noexcept {
     return node->type == GUMBO_NODE_DOCUMENT ? &node->v.document.children : nullptr;
 }
 
-const GumboNode* childAt(const GumboNode* node, std::size_t index) noexcept {
+// Not counted outside a NodeSteps.
+thread_local std::size_t stepsLeft = std::numeric_limits<std::size_t>::max();
+
+void takeSteps(std::size_t count) {
+    if (count > stepsLeft)
+        throw HtmlError("Its elements are put together in a way that would take too long to read.");
+    stepsLeft -= count;
+}
+
+const GumboNode* childAt(const GumboNode* node, std::size_t index) {
+    takeSteps(1);
     const GumboVector* children = childrenOf(node);
     return children != nullptr && index < children->length
                ? static_cast<const GumboNode*>(children->data[index])
@@ -25,6 +37,14 @@ const GumboNode* childAt(const GumboNode* node, std::size_t index) noexcept {
 }
 
 }  // namespace
+
+NodeSteps::NodeSteps(std::size_t allowed) noexcept {
+    stepsLeft = allowed;
+}
+
+NodeSteps::~NodeSteps() {
+    stepsLeft = std::numeric_limits<std::size_t>::max();
+}
 
 bool Node::isElement() const noexcept {
     return m_node != nullptr &&
@@ -86,28 +106,28 @@ Node Node::parent() const noexcept {
     return Node(m_node != nullptr ? m_node->parent : nullptr);
 }
 
-Node Node::firstChild() const noexcept {
+Node Node::firstChild() const {
     return Node(childAt(m_node, 0));
 }
 
-Node Node::nextSibling() const noexcept {
+Node Node::nextSibling() const {
     return m_node != nullptr ? Node(childAt(m_node->parent, m_node->index_within_parent + 1))
                              : Node();
 }
 
-Node Node::firstElement() const noexcept {
+Node Node::firstElement() const {
     const Node child = firstChild();
     return !child || child.isElement() ? child : child.nextElement();
 }
 
-Node Node::nextElement() const noexcept {
+Node Node::nextElement() const {
     Node sibling = nextSibling();
     while (sibling && !sibling.isElement())
         sibling = sibling.nextSibling();
     return sibling;
 }
 
-Node Node::previousElement() const noexcept {
+Node Node::previousElement() const {
     if (m_node == nullptr)
         return {};
     for (std::size_t index = m_node->index_within_parent; index-- > 0;)
@@ -116,7 +136,7 @@ Node Node::previousElement() const noexcept {
     return {};
 }
 
-Node Node::next(Node root, bool passOver) const noexcept {
+Node Node::next(Node root, bool passOver) const {
     if (const Node child = firstChild(); child && !passOver)
         return child;
     for (Node node = *this; node && node != root; node = node.parent())
@@ -125,22 +145,23 @@ Node Node::next(Node root, bool passOver) const noexcept {
     return {};
 }
 
-Node Node::findClass(std::string_view name) const noexcept {
+Node Node::findClass(std::string_view name) const {
     for (Node node = next(*this); node; node = node.next(*this))
         if (node.hasClass(name))
             return node;
     return {};
 }
 
-Node Node::findTag(std::string_view name) const noexcept {
+Node Node::findTag(std::string_view name) const {
     for (Node node = next(*this); node; node = node.next(*this))
         if (node.tag() == name)
             return node;
     return {};
 }
 
-Node::Iterator Node::begin() const noexcept {
+Node::Iterator Node::begin() const {
     const GumboVector* children = childrenOf(m_node);
+    takeSteps(children != nullptr ? children->length : 0);
     return Iterator(children != nullptr ? children->data : nullptr);
 }
 

@@ -10,8 +10,20 @@ struct GumboInternalNode;
 
 namespace reference::importers::sphinx {
 
+// How many steps from node to node this thread may still take while it reads a page. Some ways
+// through a page that no honest author writes would take time that grows with the square of its
+// size; this is what ends them. One at a time in a thread; without one, steps are not counted.
+class NodeSteps {
+  public:
+    explicit NodeSteps(std::size_t allowed) noexcept;
+    ~NodeSteps();
+    NodeSteps(const NodeSteps&) = delete;  // the thread counts down one number
+    NodeSteps& operator=(const NodeSteps&) = delete;
+};
+
 // One node of a parsed page: a light handle, to be copied freely, that may be null. Handles and the
-// texts they return live as long as their document; any thread may read a document.
+// texts they return live as long as their document; any thread may read a document. What leads to
+// another node throws HtmlError where the thread's NodeSteps are used up.
 class Node {
   public:
     // Null.
@@ -40,20 +52,20 @@ class Node {
 
     // Null where there is none. Siblings are of every kind, including texts and comments.
     [[nodiscard]] Node parent() const noexcept;
-    [[nodiscard]] Node firstChild() const noexcept;
-    [[nodiscard]] Node nextSibling() const noexcept;
-    [[nodiscard]] Node firstElement() const noexcept;
-    [[nodiscard]] Node nextElement() const noexcept;
-    [[nodiscard]] Node previousElement() const noexcept;
+    [[nodiscard]] Node firstChild() const;
+    [[nodiscard]] Node nextSibling() const;
+    [[nodiscard]] Node firstElement() const;
+    [[nodiscard]] Node nextElement() const;
+    [[nodiscard]] Node previousElement() const;
 
     // The node that follows this one in page order within `root`, this one's children first; with
     // `passOver`, the node that follows after its children. Null at the end.
-    [[nodiscard]] Node next(Node root, bool passOver = false) const noexcept;
+    [[nodiscard]] Node next(Node root, bool passOver = false) const;
 
     // The first element within this one, in page order, that has the class; null: none.
-    [[nodiscard]] Node findClass(std::string_view name) const noexcept;
+    [[nodiscard]] Node findClass(std::string_view name) const;
     // Likewise by element name.
-    [[nodiscard]] Node findTag(std::string_view name) const noexcept;
+    [[nodiscard]] Node findTag(std::string_view name) const;
 
     friend bool operator==(Node, Node) = default;
 
@@ -80,7 +92,7 @@ class Node {
       private:
         const void* const* m_place;
     };
-    [[nodiscard]] Iterator begin() const noexcept;
+    [[nodiscard]] Iterator begin() const;
     [[nodiscard]] Iterator end() const noexcept;
 
   private:

@@ -91,7 +91,8 @@ bool mayBegin(const InlineText& paragraph, std::size_t at) {
     const char c = paragraph.text()[at];
     if (!isLower(c) && c != ',' && c != ';' && c != ':' && c != '-')
         return true;
-    return std::ranges::any_of(paragraph.code(), [at](auto range) { return range.begin == at; });
+    const auto code = std::ranges::lower_bound(paragraph.code(), at, {}, &InlineText::Range::begin);
+    return code != paragraph.code().end() && code->begin == at;
 }
 
 // The closing quotes and brackets after the mark at `at` still belong to the sentence.
@@ -115,10 +116,10 @@ std::size_t fullWidthMark(std::string_view rest) {
 }
 
 // How much deeper in round brackets the text is after the byte at `at`. A bracket that is never
-// closed does not count.
-int bracketChange(std::string_view text, std::size_t at, int depth) {
+// closed, because none closes after `lastCloser`, does not count.
+int bracketChange(std::string_view text, std::size_t at, int depth, std::size_t lastCloser) {
     if (text[at] == '(')
-        return text.find(')', at) != std::string_view::npos ? 1 : 0;
+        return lastCloser != std::string_view::npos && at < lastCloser ? 1 : 0;
     return text[at] == ')' && depth > 0 ? -1 : 0;
 }
 
@@ -128,9 +129,10 @@ int bracketChange(std::string_view text, std::size_t at, int depth) {
 //   3. what comes then may begin a sentence, and
 //   4. a period is not that of an abbreviation, an initial or a free-standing ellipsis;
 // and at a full-width mark outside code and brackets, whatever follows.
-std::size_t sentenceEnd(const InlineText& paragraph, std::size_t begin) {
+// `lastCloser`: where the text's last ")" stands.
+std::size_t sentenceEnd(const InlineText& paragraph, std::size_t begin, std::size_t lastCloser) {
     const std::string_view text = paragraph.text();
-    auto code = paragraph.code().begin();
+    auto code = std::ranges::upper_bound(paragraph.code(), begin, {}, &InlineText::Range::end);
     int depth = 0;
     for (std::size_t at = begin; at < text.size(); ++at) {
         while (code != paragraph.code().end() && code->end <= at)
@@ -139,7 +141,7 @@ std::size_t sentenceEnd(const InlineText& paragraph, std::size_t begin) {
             at = code->end - 1;
             continue;
         }
-        depth += bracketChange(text, at, depth);
+        depth += bracketChange(text, at, depth, lastCloser);
         if (depth > 0)
             continue;
         if (const std::size_t mark = fullWidthMark(text.substr(at)))
@@ -163,14 +165,15 @@ std::size_t sentenceEnd(const InlineText& paragraph, std::size_t begin) {
 }  // namespace
 
 std::size_t firstSentenceLength(const InlineText& paragraph) {
-    return sentenceEnd(paragraph, 0);
+    return sentenceEnd(paragraph, 0, paragraph.text().rfind(')'));
 }
 
 std::size_t lastSentenceBegin(const InlineText& paragraph) {
     const std::string_view text = paragraph.text();
+    const std::size_t lastCloser = text.rfind(')');
     std::size_t begin = 0;
     for (;;) {
-        std::size_t next = sentenceEnd(paragraph, begin);
+        std::size_t next = sentenceEnd(paragraph, begin, lastCloser);
         while (next < text.size() && text[next] == ' ')
             ++next;
         if (next >= text.size())

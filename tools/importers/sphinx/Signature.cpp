@@ -24,18 +24,11 @@ Node definedName(Node dt) {
 
 // A signature set over several lines has its parameters in a list of their own; the brackets and
 // commas should read as they would on one line.
-std::string withoutListGaps(std::string text) {
-    for (const std::string_view gap : {"( ", "[ ", " )", " ]", " ,"})
-        for (std::size_t at = text.find(gap); at != std::string::npos; at = text.find(gap, at))
-            text.erase(at + (gap.front() == ' ' ? 0 : 1), 1);
-    return text;
-}
-
 std::string signatureText(Node dt) {
     InlineText text;
     for (const Node child : dt)
         text.add(child);
-    return dt.findTag("dd") ? withoutListGaps(text.text()) : text.text();
+    return dt.findTag("dd") ? withoutGaps(text.text()) : text.text();
 }
 
 void addPrefixes(Node dt, Node name, SignatureFacts& facts) {

@@ -16,6 +16,9 @@ struct Row {
     bool isHeading = false;
 };
 
+// Wider tables are cut: their text would grow with the product of rows and columns.
+constexpr std::size_t maxColumns = 200;
+
 // How many columns or rows a cell takes. Larger numbers than any real table has are cut.
 std::size_t spanOf(Node cell, const char* name) {
     constexpr std::size_t maxSpan = 100;
@@ -26,9 +29,12 @@ std::size_t spanOf(Node cell, const char* name) {
 }
 
 std::string cellText(Node cell) {
-    std::string text = inlineText(cell);
-    for (std::size_t at = text.find('|'); at != std::string::npos; at = text.find('|', at + 2))
-        text.insert(at, 1, '\\');
+    std::string text;
+    for (const char c : inlineText(cell)) {
+        if (c == '|')
+            text += '\\';
+        text += c;
+    }
     return text;
 }
 
@@ -48,7 +54,9 @@ Row readRow(Node tr, std::vector<std::size_t>& taken) {
         skipTaken();
         row.isHeading = row.isHeading && cell.tag() == "th";
         const std::size_t rows = spanOf(cell, "rowspan");
-        for (std::size_t column = 0; column < spanOf(cell, "colspan"); ++column) {
+        const std::size_t columns =
+            std::min(spanOf(cell, "colspan"), maxColumns - std::min(maxColumns, row.cells.size()));
+        for (std::size_t column = 0; column < columns; ++column) {
             taken.resize(std::max(taken.size(), row.cells.size() + 1));
             taken[row.cells.size()] = rows - 1;
             row.cells.push_back(column == 0 ? cellText(cell) : std::string());

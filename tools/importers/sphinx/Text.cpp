@@ -66,6 +66,31 @@ std::string collapsed(std::string_view text) {
     return result;
 }
 
+std::string withoutGaps(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const char before = result.empty() ? '\0' : result.back();
+        const char after = at + 1 < text.size() ? text[at + 1] : '\0';
+        const bool isGap = text[at] == ' ' && (before == '(' || before == '[' || after == ')' ||
+                                               after == ']' || after == ',');
+        if (!isGap)
+            result += text[at];
+    }
+    return result;
+}
+
+std::string withSetLines(std::string_view text, std::string_view lead) {
+    std::string result;
+    result.reserve(text.size() + lead.size());
+    for (const char c : text) {
+        result += c;
+        if (c == '\n')
+            result += lead;
+    }
+    return result;
+}
+
 std::string_view firstCharacter(std::string_view text) {
     const auto isContinuation = [](char c) { return (c & '\xC0') == '\x80'; };
     const auto next = std::find_if_not(text.begin() + 1, text.end(), isContinuation);

@@ -15,6 +15,13 @@ namespace reference::importers::sphinx {
 // zero-width spaces, which pages carry as hints for line breaks, taken out.
 [[nodiscard]] std::string collapsed(std::string_view text);
 
+// Without the spaces after opening brackets and before closing ones and commas; `text` is
+// collapsed.
+[[nodiscard]] std::string withoutGaps(std::string_view text);
+
+// With `lead` at the beginning of each line but the first. Empty lines get it, too.
+[[nodiscard]] std::string withSetLines(std::string_view text, std::string_view lead);
+
 // The first character of a text that is not empty, as the bytes that it takes.
 [[nodiscard]] std::string_view firstCharacter(std::string_view text);
 

@@ -293,7 +293,7 @@ bool concernsPart(std::string_view explanation, const BoxOwner& owner) {
     if (!subject.empty() && opening != "this" &&
         std::ranges::any_of(subject,
                             [&](const std::string& word) {
-                                return std::ranges::find(owner.parts, word) != owner.parts.end() &&
+                                return owner.parts.contains(word) &&
                                        word.find('.') == std::string::npos &&
                                        !isOwnName(word, owner);
                             }) &&

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,7 +38,7 @@ struct BoxOwner {
     // The object's names, qualified or not.
     std::vector<std::string> names;
     // The names of its parameters.
-    std::vector<std::string> parts;
+    std::set<std::string> parts;
 };
 
 // Whether the explanation speaks of a part of the object (a parameter, an option, a way to call it)
