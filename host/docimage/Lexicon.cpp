@@ -6,6 +6,7 @@
 #include <xxhash.h>
 
 #include "docimage/searchForm.hpp"
+#include "fl/i18n/contains.hpp"
 
 namespace reference::docimage {
 namespace {
@@ -50,8 +51,7 @@ bool Lexicon::hasPart(std::string_view word, const WordPart& part) {
         return word == part.letters;
     if (part.isStart)
         return word.starts_with(part.letters);
-    return part.isEnd ? word.ends_with(part.letters)
-                      : word.find(part.letters) != std::string_view::npos;
+    return part.isEnd ? word.ends_with(part.letters) : fl::i18n::contains(word, part.letters);
 }
 
 std::size_t LexiconBuilder::Hash::operator()(std::string_view word) const noexcept {

@@ -22,8 +22,9 @@ const Listing::Product* Listing::find(const std::u16string& shortName) const {
 }
 
 std::optional<Listing::File> Listing::fileNamed(const std::u16string& resourceFile) const {
-    const auto named = std::ranges::find(m_products, resourceFile, &Product::referenceFileName);
-    const Product* product = named != m_products.end() ? &*named : find(resourceFile);
+    const auto named = m_numbersByFile.find(resourceFile);
+    const Product* product =
+        named != m_numbersByFile.end() ? &m_products[named->second] : find(resourceFile);
     if (product != nullptr && !product->files.reference.empty())
         return File{product->set->root, product->files.reference, product->referenceFileName, true};
     const fs::path path(fl::i18n::toUtf8(resourceFile));
@@ -53,6 +54,8 @@ void Listing::addProductsOf(const std::shared_ptr<const ListedSet>& set) {
         for (const auto& entry : product.files)
             locales.push_back(entry.first);
         m_numbers.emplace(product.shortName, m_products.size());
+        std::u16string fileName = fl::i18n::toUtf16(name);
+        m_numbersByFile.try_emplace(fileName, m_products.size());
         m_products.push_back({.shortName = product.shortName,
                               .installed = product.installed,
                               .set = set,
@@ -60,7 +63,7 @@ void Listing::addProductsOf(const std::shared_ptr<const ListedSet>& set) {
                               .locales = std::move(locales),
                               .locale = *locale,
                               .files = files,
-                              .referenceFileName = fl::i18n::toUtf16(name)});
+                              .referenceFileName = std::move(fileName)});
     }
 }
 

@@ -66,7 +66,9 @@ class Listing {
     DocumentationLocation m_location;
     std::vector<std::shared_ptr<const ListedSet>> m_sets;
     std::vector<Product> m_products;
-    std::map<std::u16string, std::size_t> m_numbers;  // of the products, by short name
+    // The products' numbers by short name, and of each reference file's first product by its name.
+    std::map<std::u16string, std::size_t> m_numbers;
+    std::map<std::u16string, std::size_t> m_numbersByFile;
 };
 
 }  // namespace reference::docparser

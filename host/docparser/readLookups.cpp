@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <thread>
 #include <utility>
 #include <vector>
@@ -87,17 +88,29 @@ class LookupReading {
     ParsingResults run() {
         const auto& products = m_listing.products();
         m_read.resize(products.size());
-        std::vector<std::size_t> unread;
+        // A file is of one product, and read once if the manifest names it for several.
+        std::map<std::pair<const ListedSet*, std::string_view>, std::vector<std::size_t>> byFile;
         for (std::size_t number = 0; number < products.size(); ++number)
             if (!takeFromIndex(number))
-                unread.push_back(number);
+                byFile[{products[number].set.get(), products[number].files.lookup}].push_back(
+                    number);
+        std::vector<std::vector<std::size_t>> unread;
+        for (auto& [file, numbers] : byFile)
+            unread.push_back(std::move(numbers));
+        std::ranges::sort(unread);
         std::vector<std::optional<Fault>> faults(products.size());
         inParallel(unread.size(), [&](std::size_t at) {
-            const std::size_t number = unread[at];
+            const std::vector<std::size_t>& numbers = unread[at];
             try {
-                m_read[number] = readFile(products[number]);
+                auto read = readFile(products[numbers.front()]);
+                for (const std::size_t number : numbers)
+                    if (read.shortName == products[number].shortName)
+                        m_read[number] = std::move(read.resource);
+                    else
+                        faults[number] = otherProductFault(products[number]);
             } catch (const DocParserException& exception) {
-                faults[number] = exception.getFault();
+                for (const std::size_t number : numbers)
+                    faults[number] = exception.getFault();
             }
         });
         ParsingResults results;
@@ -149,34 +162,41 @@ class LookupReading {
         return true;
     }
 
-    [[nodiscard]] LookupResource readFile(const Product& product) const {
-        const auto requireSameProduct = [&](const docset::ProductHeader& header) {
-            if (header.shortName != product.shortName)
-                throw DocParserException(
-                    Fault{.file = (product.set->root / product.files.lookup).string(),
-                          .field = "product.shortName",
-                          .problem = "The file is of another product than the manifest says (\"" +
-                                     fl::i18n::toUtf8(product.shortName) + "\")."});
-        };
+    // What a lookup file holds, and of which product.
+    struct ReadFile {
+        std::u16string shortName;
+        LookupResource resource;
+    };
+
+    static Fault otherProductFault(const Product& product) {
+        return {.file = (product.set->root / product.files.lookup).string(),
+                .field = "product.shortName",
+                .problem = "The file is of another product than the manifest says (\"" +
+                           fl::i18n::toUtf8(product.shortName) + "\")."};
+    }
+
+    // The lookup file of `product`.
+    [[nodiscard]] ReadFile readFile(const Product& product) const {
         const auto folder = m_folders.find(product.set.get());
         if (folder != m_folders.end() && folder->second) {
             const auto compiled =
                 docset::openCompiledLookup(*folder->second, product.files.lookup, &logPassedOver);
-            if (compiled) {
-                requireSameProduct(compiled->header);
-                return {toHeaderInfo(compiled->header, product.referenceFileName),
-                        compiled->records, readAnewLookup(product.set->root, product.files.lookup)};
-            }
+            if (compiled)
+                return {
+                    compiled->header.shortName,
+                    {toHeaderInfo(compiled->header, product.referenceFileName), compiled->records,
+                     readAnewLookup(product.set->root, product.files.lookup)}};
         }
         auto contents = docset::readLookupFile(product.set->root, product.files.lookup, throwFault);
-        requireSameProduct(contents->header);
         // Without what is faulty in them, the product is as good as one that has none.
         const auto aliases = docset::readAliases(product.set->root, product.files.lookup, logFault);
         if (aliases && !aliases->empty())
-            return {toHeaderInfo(contents->header, product.referenceFileName),
-                    std::make_shared<const docimage::LookupImage>(contents->entities, *aliases)};
-        return {toHeaderInfo(contents->header, product.referenceFileName),
-                std::move(contents->entities)};
+            return {contents->header.shortName,
+                    {toHeaderInfo(contents->header, product.referenceFileName),
+                     std::make_shared<const docimage::LookupImage>(contents->entities, *aliases)}};
+        return {contents->header.shortName,
+                {toHeaderInfo(contents->header, product.referenceFileName),
+                 std::move(contents->entities)}};
     }
 
     const Listing& m_listing;

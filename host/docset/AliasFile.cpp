@@ -37,13 +37,35 @@ void readNames(const JsonNode& node, std::map<std::u16string, std::uint32_t>& na
             node.fault("An alias has up to " + std::to_string(mostNamesOfAlias) + " names.");
         const std::uint32_t seen = readCount(count);
         if (!isDottedName(name))
-            count.fault("\"" + std::string(name) +
+            count.fault("\"" + shortened(name) +
                         "\" is no name of a module or class, such as \"matplotlib.pyplot\".");
         else if (seen != 0 && names.size() < mostNamesOfAlias)
             names.emplace(fl::i18n::toUtf16(name), seen);
     });
     if (members == 0)
         node.fault("An alias has at least one name.");
+}
+
+std::optional<docimage::Aliases> aliasesOf(const JsonDocument& document) {
+    const auto top = document.top(aliasesFormat, formatVersion);
+    if (!top || !top->isObjectOf({"format", "formatVersion", "aliases"}))
+        return std::nullopt;
+    const auto members = top->require("aliases");
+    if (!members)
+        return std::nullopt;
+    docimage::Aliases aliases;
+    std::size_t count = 0;
+    members->forEachMember([&](std::string_view alias, const JsonNode& node) {
+        if (++count == mostAliases + 1)
+            members->fault("A product has up to " + std::to_string(mostAliases) + " aliases.");
+        std::map<std::u16string, std::uint32_t> names;
+        readNames(node, names);
+        if (!isIdentifier(alias))
+            node.fault("\"" + shortened(alias) + "\" is no alias, such as \"np\".");
+        else if (!names.empty() && aliases.size() < mostAliases)
+            aliases.emplace(fl::i18n::toUtf16(alias), std::move(names));
+    });
+    return aliases;
 }
 
 }  // namespace
@@ -82,30 +104,9 @@ std::optional<docimage::Aliases> readAliases(const std::filesystem::path& root,
 
 std::optional<docimage::Aliases> readAliases(const files::Folder& root, std::string_view lookupFile,
                                              const FaultHandler& onFault) {
-    docimage::Aliases aliases;
     if (!hasAliasFile(root, lookupFile))
-        return aliases;
-    const auto document = JsonDocument::read(root, aliasFileName(lookupFile), onFault);
-    if (!document)
-        return std::nullopt;
-    const auto top = document->top(aliasesFormat, formatVersion);
-    if (!top || !top->isObjectOf({"format", "formatVersion", "aliases"}))
-        return std::nullopt;
-    const auto members = top->require("aliases");
-    if (!members)
-        return std::nullopt;
-    std::size_t count = 0;
-    members->forEachMember([&](std::string_view alias, const JsonNode& node) {
-        if (++count == mostAliases + 1)
-            members->fault("A product has up to " + std::to_string(mostAliases) + " aliases.");
-        std::map<std::u16string, std::uint32_t> names;
-        readNames(node, names);
-        if (!isIdentifier(alias))
-            node.fault("\"" + std::string(alias) + "\" is no alias, such as \"np\".");
-        else if (!names.empty() && aliases.size() < mostAliases)
-            aliases.emplace(fl::i18n::toUtf16(alias), std::move(names));
-    });
-    return aliases;
+        return docimage::Aliases();
+    return JsonDocument::readAs(root, aliasFileName(lookupFile), onFault, &aliasesOf);
 }
 
 }  // namespace reference::docset

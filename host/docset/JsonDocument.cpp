@@ -16,6 +16,7 @@ namespace {
 
 namespace json = boost::json;
 
+// Where there are more faults, the rest get no place.
 constexpr std::size_t maxPlacedFaults = 100;
 
 json::string_view keyView(std::string_view text) {
@@ -68,7 +69,7 @@ std::unique_ptr<JsonDocument> JsonDocument::read(const files::Folder& root,
     const std::string& bytes = document->m_text;
     const std::size_t consumed = parser.write(bytes.data(), bytes.size(), error);
     if (error) {
-        const TextPosition position = positionOf(bytes, consumed);
+        const TextPosition position = LineCounter(bytes).positionOf(consumed);
         document->m_onFault({.file = file,
                              .line = position.line,
                              .column = position.column,
@@ -92,7 +93,7 @@ std::optional<JsonNode> JsonDocument::top(std::string_view format, unsigned form
     if (!formatText)
         return std::nullopt;
     if (*formatText != format) {
-        formatNode->fault("The format is \"" + std::string(*formatText) + "\"; \"" +
+        formatNode->fault("The format is \"" + shortened(*formatText) + "\"; \"" +
                           std::string(format) + "\" was expected here.");
         return std::nullopt;
     }
@@ -112,18 +113,19 @@ std::optional<JsonNode> JsonDocument::top(std::string_view format, unsigned form
 }
 
 void JsonDocument::reportRepeatedMembersTo(const FaultHandler& onFault) const {
-    for (const auto& repeated : findRepeatedMembers(m_text)) {
-        const TextPosition position = positionOf(m_text, repeated.offset);
+    LineCounter lines(m_text);
+    forEachRepeatedMember(m_text, [&](const JsonPath& path, std::size_t offset) {
+        const TextPosition position = lines.positionOf(offset);
         onFault({.file = m_file,
                  .line = position.line,
                  .column = position.column,
-                 .field = toFieldName(repeated.path),
+                 .field = toFieldName(path),
                  .problem = "The member occurs twice; only the last one is seen."});
-    }
+    });
 }
 
 void JsonDocument::fault(const JsonNode& at, std::string problem) const {
-    std::vector<JsonStep> path;
+    JsonPath path;
     for (const JsonNode* node = &at; node->m_parent != nullptr; node = node->m_parent) {
         if (node->m_parent->m_value->is_object())
             path.emplace_back(std::string(node->m_key));
@@ -131,15 +133,31 @@ void JsonDocument::fault(const JsonNode& at, std::string problem) const {
             path.emplace_back(node->m_index);
     }
     std::ranges::reverse(path);
-    // Each search walks the whole text; where there are many faults, only the first get a place.
-    const bool isPlaced = m_faults++ < maxPlacedFaults;
-    const auto offset = isPlaced ? findJsonValue(m_text, path) : std::nullopt;
-    const TextPosition position = offset ? positionOf(m_text, *offset) : TextPosition{};
-    m_onFault({.file = m_file,
-               .line = position.line,
-               .column = position.column,
-               .field = toFieldName(path),
-               .problem = std::move(problem)});
+    if (++m_faults > maxPlacedFaults) {
+        reportFaults();
+        m_onFault({.file = m_file, .field = toFieldName(path), .problem = std::move(problem)});
+        return;
+    }
+    m_pendingPaths.push_back(std::move(path));
+    m_pendingProblems.push_back(std::move(problem));
+}
+
+void JsonDocument::reportFaults() const {
+    if (m_pendingPaths.empty())
+        return;
+    const auto paths = std::exchange(m_pendingPaths, {});
+    auto problems = std::exchange(m_pendingProblems, {});
+    const auto offsets = findJsonValues(m_text, paths);
+    LineCounter lines(m_text);
+    for (std::size_t number = 0; number < paths.size(); ++number) {
+        const auto& offset = offsets[number];
+        const TextPosition position = offset ? lines.positionOf(*offset) : TextPosition{};
+        m_onFault({.file = m_file,
+                   .line = position.line,
+                   .column = position.column,
+                   .field = toFieldName(paths[number]),
+                   .problem = std::move(problems[number])});
+    }
 }
 
 void JsonNode::fault(std::string problem) const {

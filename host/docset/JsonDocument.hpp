@@ -9,12 +9,14 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <boost/json/monotonic_resource.hpp>
 #include <boost/json/value.hpp>
 
 #include "docset/Fault.hpp"
+#include "docset/JsonPosition.hpp"
 #include "files/Folder.hpp"
 
 namespace reference::docset {
@@ -89,8 +91,18 @@ class JsonNode {
 };
 
 // A parsed file. One thread at a time.
+//
+// A fault needs a place, and finding places means reading the text again; so faults wait until the
+// first hundred of them are there, or the file has been read, and get their places all at once.
 class JsonDocument {
   public:
+    // What `read(document)`, which returns an optional, makes of the file; nothing where the file
+    // itself cannot be read, as below. Reports all faults before it returns.
+    template <typename Read>
+    [[nodiscard]] static auto readAs(const files::Folder& root, std::string_view relativePath,
+                                     FaultHandler onFault, Read read)
+        -> decltype(read(std::declval<const JsonDocument&>()));
+
     // Reads and parses the file `relativePath` below `root`. Nothing, after one call of `onFault`,
     // when it cannot be read, is not well-formed UTF-8 or JSON, or is nested too deeply.
     [[nodiscard]] static std::unique_ptr<JsonDocument> read(const files::Folder& root,
@@ -107,6 +119,12 @@ class JsonDocument {
 
     [[nodiscard]] const std::string& file() const noexcept { return m_file; }
 
+    // How many faults were found so far, those included that are still to be reported.
+    [[nodiscard]] std::size_t faultCount() const noexcept { return m_faults; }
+
+    // Reports the faults that have not been reported yet.
+    void reportFaults() const;
+
     // Reports each object member whose name occurs twice: of such members only the last is seen.
     void reportRepeatedMembersTo(const FaultHandler& onFault) const;
 
@@ -118,13 +136,28 @@ class JsonDocument {
     void fault(const JsonNode& at, std::string problem) const;
 
     std::string m_file;
-    mutable std::size_t m_faults = 0;  // that were reported so far
+    mutable std::size_t m_faults = 0;
+    // Those that are still to be reported.
+    mutable std::vector<JsonPath> m_pendingPaths;
+    mutable std::vector<std::string> m_pendingProblems;
     std::string m_text;
     FaultHandler m_onFault;
     boost::json::monotonic_resource m_memory;
     // Uses that memory from the start, so that the parser's value is taken over, not copied.
     boost::json::value m_top = boost::json::value(boost::json::storage_ptr(&m_memory));
 };
+
+template <typename Read>
+auto JsonDocument::readAs(const files::Folder& root, std::string_view relativePath,
+                          FaultHandler onFault, Read read)
+    -> decltype(read(std::declval<const JsonDocument&>())) {
+    const auto document = JsonDocument::read(root, relativePath, std::move(onFault));
+    if (!document)
+        return std::nullopt;
+    auto result = read(*document);
+    document->reportFaults();
+    return result;
+}
 
 template <typename Visit>
 void JsonNode::forEachElement(Visit visit) const {

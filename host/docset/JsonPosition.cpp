@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <map>
 #include <set>
 #include <utility>
 
@@ -14,6 +15,9 @@ namespace {
 
 namespace json = boost::json;
 
+// How many bytes of a text a message shows.
+constexpr std::size_t maxShown = 200;
+
 // Follows a parser through a text and knows, before each value, the path to it.
 class PathHandler {
   public:
@@ -22,7 +26,7 @@ class PathHandler {
     static constexpr std::size_t max_key_size = json::string::max_size();
     static constexpr std::size_t max_string_size = json::string::max_size();
 
-    [[nodiscard]] const std::vector<JsonStep>& path() const noexcept { return m_path; }
+    [[nodiscard]] const JsonPath& path() const noexcept { return m_path; }
 
     // Set between the event before a value and that value's first byte.
     bool valueIsNext = true;
@@ -86,7 +90,7 @@ class PathHandler {
         return true;
     }
 
-    std::vector<JsonStep> m_path;
+    JsonPath m_path;
     std::vector<std::set<std::string>> m_names;  // of the open objects, outermost first
     std::string m_key;
 };
@@ -97,27 +101,95 @@ json::parse_options options() {
     return chosen;
 }
 
-// Feeds the text byte by byte, so that the offset of every event is known, and calls
-// `onValue(offset, handler)` at the first byte of each value.
+// Where the text that begins with a quote at `at` ends; the end of `json` when it does not.
+std::size_t pastText(std::string_view json, std::size_t at) {
+    for (++at; at < json.size(); ++at) {
+        if (json[at] == '"')
+            return at + 1;
+        if (json[at] == '\\')
+            ++at;
+    }
+    return json.size();
+}
+
+// Feeds the parser texts as a whole and the rest byte by byte, so that the offset of every event is
+// known, and calls `onValue(offset, handler)` at the first byte of each value.
 template <typename OnValue>
 void walk(std::string_view text, OnValue onValue) {
     json::basic_parser<PathHandler> parser(options());
     PathHandler& handler = parser.handler();
-    for (std::size_t offset = 0; offset < text.size(); ++offset) {
+    for (std::size_t offset = 0; offset < text.size();) {
         const char byte = text[offset];
         const bool between = std::string_view(" \t\r\n:,]}").find(byte) != std::string_view::npos;
         if (handler.valueIsNext && !between) {
             handler.valueIsNext = false;
             onValue(offset, handler);
         }
+        const std::size_t end = byte == '"' ? pastText(text, offset) : offset + 1;
         json::error_code error;
-        parser.write_some(true, &text[offset], 1, error);
+        parser.write_some(true, &text[offset], end - offset, error);
         if (error)
             return;
+        offset = end;
     }
 }
 
-bool isPlainName(const std::string& name) {
+// The paths that values are looked for by, as a tree.
+class WantedPaths {
+  public:
+    explicit WantedPaths(const std::vector<JsonPath>& paths) : m_found(paths.size()) {
+        for (std::size_t number = 0; number < paths.size(); ++number) {
+            Branch* branch = &m_top;
+            for (const JsonStep& step : paths[number])
+                branch = &branch->branches.try_emplace(step).first->second;
+            branch->numbers.push_back(number);
+        }
+    }
+
+    // To be called for each value in text order.
+    void note(const JsonPath& path, std::size_t offset) {
+        m_way.resize(path.size());
+        Branch* branch = nullptr;
+        if (path.empty()) {
+            branch = &m_top;
+        } else if (Branch* const parent = m_way.back()) {
+            const auto found = parent->branches.find(path.back());
+            branch = found == parent->branches.end() ? nullptr : &found->second;
+        }
+        m_way.push_back(branch);
+        if (branch == nullptr)
+            return;
+        // If a value on the path occurs again, what was found within the earlier one no longer
+        // counts.
+        if (std::exchange(branch->isSeen, true))
+            forget(*branch);
+        for (const std::size_t number : branch->numbers)
+            m_found[number] = offset;
+    }
+
+    [[nodiscard]] std::vector<std::optional<std::size_t>> take() { return std::move(m_found); }
+
+  private:
+    struct Branch {
+        std::map<JsonStep, Branch> branches;
+        std::vector<std::size_t> numbers;  // of the paths that end here
+        bool isSeen = false;
+    };
+
+    void forget(const Branch& branch) {
+        for (const auto& [step, next] : branch.branches) {
+            for (const std::size_t number : next.numbers)
+                m_found[number].reset();
+            forget(next);
+        }
+    }
+
+    Branch m_top;
+    std::vector<Branch*> m_way;  // from the top to the value that was noted last; null: not wanted
+    std::vector<std::optional<std::size_t>> m_found;
+};
+
+bool isPlainName(std::string_view name) {
     return !name.empty() && std::ranges::all_of(name, [](unsigned char unit) {
         return std::isalnum(unit) != 0 || unit == '_' || unit == '-';
     });
@@ -125,29 +197,34 @@ bool isPlainName(const std::string& name) {
 
 }  // namespace
 
-std::optional<std::size_t> findJsonValue(std::string_view text, const std::vector<JsonStep>& path) {
-    std::optional<std::size_t> found;
+std::vector<std::optional<std::size_t>> findJsonValues(std::string_view text,
+                                                       const std::vector<JsonPath>& paths) {
+    WantedPaths wanted(paths);
     walk(text, [&](std::size_t offset, const PathHandler& handler) {
-        const auto& at = handler.path();
-        if (at.size() > path.size() || !std::equal(at.begin(), at.end(), path.begin()))
-            return;
-        // If a value on the path occurs again, what was found within the earlier one no longer
-        // counts.
-        found = at.size() == path.size() ? std::optional(offset) : std::nullopt;
+        wanted.note(handler.path(), offset);
     });
-    return found;
+    return wanted.take();
 }
 
-std::vector<RepeatedMember> findRepeatedMembers(std::string_view text) {
-    std::vector<RepeatedMember> repeated;
+void forEachRepeatedMember(
+    std::string_view text,
+    const std::function<void(const JsonPath& path, std::size_t offset)>& onRepeated) {
     walk(text, [&](std::size_t offset, PathHandler& handler) {
         if (std::exchange(handler.memberIsRepeated, false))
-            repeated.push_back({.path = handler.path(), .offset = offset});
+            onRepeated(handler.path(), offset);
     });
-    return repeated;
 }
 
-std::string toFieldName(const std::vector<JsonStep>& path) {
+std::string shortened(std::string_view text) {
+    if (text.size() <= maxShown)
+        return std::string(text);
+    std::size_t end = maxShown;
+    while (end > 0 && (text[end] & '\xC0') == '\x80')  // within a character
+        --end;
+    return std::string(text.substr(0, end)) + "…";
+}
+
+std::string toFieldName(const JsonPath& path) {
     std::string name;
     for (const auto& step : path) {
         if (const auto* index = std::get_if<std::size_t>(&step)) {
@@ -155,20 +232,25 @@ std::string toFieldName(const std::vector<JsonStep>& path) {
             continue;
         }
         const auto& member = std::get<std::string>(step);
-        if (isPlainName(member))
-            name += (name.empty() ? "" : ".") + member;
+        if (isPlainName(std::string_view(member).substr(0, maxShown)))
+            name += (name.empty() ? "" : ".") + shortened(member);
         else
-            name += "[\"" + member + "\"]";
+            name += "[\"" + shortened(member) + "\"]";
     }
     return name;
 }
 
-TextPosition positionOf(std::string_view text, std::size_t offset) {
-    const std::string_view before = text.substr(0, std::min(offset, text.size()));
-    const auto lineStart = before.rfind('\n');
-    return {
-        .line = static_cast<std::size_t>(std::ranges::count(before, '\n')) + 1,
-        .column = before.size() - (lineStart == std::string_view::npos ? 0 : lineStart + 1) + 1};
+TextPosition LineCounter::positionOf(std::size_t offset) {
+    offset = std::min(offset, m_text.size());
+    if (offset < m_offset)
+        *this = LineCounter(m_text);
+    for (std::size_t end = m_text.find('\n', m_offset); end < offset;
+         end = m_text.find('\n', m_lineStart)) {
+        ++m_line;
+        m_lineStart = end + 1;
+    }
+    m_offset = offset;
+    return {.line = m_line, .column = offset - m_lineStart + 1};
 }
 
 }  // namespace reference::docset

@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,28 +18,46 @@ namespace reference::docset {
 // From an object to a member, by its name; from an array to an element, by its index.
 using JsonStep = std::variant<std::string, std::size_t>;
 
-// The offset, in bytes, of the value that `path` leads to from the top of `text`; nothing when the
-// text has no such value. Where a member name is repeated, its last occurrence counts.
-[[nodiscard]] std::optional<std::size_t> findJsonValue(std::string_view text,
-                                                       const std::vector<JsonStep>& path);
+using JsonPath = std::vector<JsonStep>;
 
-struct RepeatedMember {
-    std::vector<JsonStep> path;
-    std::size_t offset = 0;
-};
+// For each path, the offset, in bytes, of the value that it leads to from the top of `text`;
+// nothing where the text has no such value. Where a member name is repeated, its last occurrence
+// counts. The text is read once, however many paths there are.
+[[nodiscard]] std::vector<std::optional<std::size_t>> findJsonValues(
+    std::string_view text, const std::vector<JsonPath>& paths);
 
-// Every object member that repeats an earlier name of the same object, in text order.
-[[nodiscard]] std::vector<RepeatedMember> findRepeatedMembers(std::string_view text);
+// Calls `onRepeated(path, offset)` for every object member that repeats an earlier name of the same
+// object, in text order, with the path and the offset of its value.
+void forEachRepeatedMember(
+    std::string_view text,
+    const std::function<void(const JsonPath& path, std::size_t offset)>& onRepeated);
 
-// The path as a person reads it: products[0].pages["ref/plot.html"].
-[[nodiscard]] std::string toFieldName(const std::vector<JsonStep>& path);
+// The path as a person reads it: products[0].pages["ref/plot.html"]. Of long names the beginning.
+[[nodiscard]] std::string toFieldName(const JsonPath& path);
+
+// A text in a message: the beginning of a long one, and "…".
+[[nodiscard]] std::string shortened(std::string_view text);
 
 struct TextPosition {
     std::size_t line = 0;
     std::size_t column = 0;
 };
 
-// Line and column of a byte, both counted from 1, the column in bytes.
-[[nodiscard]] TextPosition positionOf(std::string_view text, std::size_t offset);
+// Tells lines and columns of bytes of a text. Offsets that come in ascending order cost one pass
+// over the text, all together.
+class LineCounter {
+  public:
+    explicit LineCounter(std::string_view text) : m_text(text) {}
+
+    // Line and column of a byte, both counted from 1, the column in bytes. Past the end, of the
+    // end.
+    [[nodiscard]] TextPosition positionOf(std::size_t offset);
+
+  private:
+    std::string_view m_text;
+    std::size_t m_offset = 0;
+    std::size_t m_line = 1;
+    std::size_t m_lineStart = 0;
+};
 
 }  // namespace reference::docset

@@ -1,6 +1,8 @@
 #include "docset/Manifest.hpp"
 
 #include <algorithm>
+#include <functional>
+#include <set>
 #include <string_view>
 #include <utility>
 
@@ -14,23 +16,10 @@
 namespace reference::docset {
 namespace {
 
-// Collects whether anything was reported while a product was read.
-class FaultWatch {
-  public:
-    explicit FaultWatch(const FaultHandler& onFault) : m_onFault(onFault) {}
+// CLDR knows about 700. Each product is looked for in each of them.
+constexpr std::size_t maxLocales = 1000;
 
-    [[nodiscard]] FaultHandler handler() {
-        return [this](const Fault& fault) {
-            ++m_count;
-            m_onFault(fault);
-        };
-    }
-    [[nodiscard]] std::size_t count() const noexcept { return m_count; }
-
-  private:
-    const FaultHandler& m_onFault;
-    std::size_t m_count = 0;
-};
+using Locales = std::set<std::string, std::less<>>;
 
 std::string readFileName(const JsonNode& files, std::string_view member) {
     const auto node = files.find(member);
@@ -63,7 +52,7 @@ std::optional<ProductSource> readSource(const JsonNode& files) {
     return source;
 }
 
-ManifestProduct readProduct(const JsonNode& node, const std::vector<std::string>& locales) {
+ManifestProduct readProduct(const JsonNode& node, const Locales& locales) {
     ManifestProduct product;
     if (!node.isObjectOf({"shortName", "installed", "files"}))
         return product;
@@ -74,7 +63,7 @@ ManifestProduct readProduct(const JsonNode& node, const std::vector<std::string>
     if (!files)
         return product;
     files->forEachMember([&](std::string_view locale, const JsonNode& entry) {
-        if (std::ranges::find(locales, locale) == locales.end()) {
+        if (!locales.contains(locale)) {
             entry.fault("The locale is not among the set's \"locales\".");
             return;
         }
@@ -89,6 +78,59 @@ ManifestProduct readProduct(const JsonNode& node, const std::vector<std::string>
     if (product.files.empty())
         files->fault("No locale is named; a product has the files of at least one.");
     return product;
+}
+
+// The locales of a set, in order.
+std::vector<std::string> readLocales(const JsonNode& list) {
+    std::vector<std::string> locales;
+    Locales seen;
+    list.forEachElement([&](const JsonNode& node) {
+        const auto locale = node.text();
+        if (!locale)
+            return;
+        if (const auto reason = whyNotALocale(*locale))
+            node.fault("\"" + shortened(*locale) + "\" is no locale. " + *reason);
+        else if (!seen.emplace(*locale).second)
+            node.fault("The locale is listed twice.");
+        else if (seen.size() == maxLocales + 1)
+            list.fault("A set has up to " + std::to_string(maxLocales) +
+                       " locales; the others are left out.");
+        else if (seen.size() <= maxLocales)
+            locales.emplace_back(*locale);
+    });
+    if (locales.empty())
+        list.fault("A set has at least one locale.");
+    return locales;
+}
+
+std::optional<Manifest> manifestOf(const JsonDocument& document) {
+    const auto top = document.top(manifestFormat, formatVersion);
+    if (!top || !top->isObjectOf({"format", "formatVersion", "title", "locales", "products"}))
+        return std::nullopt;
+
+    Manifest manifest;
+    manifest.title = fl::i18n::toUtf8(top->textOf("title"));
+    const auto locales = top->require("locales");
+    const auto products = top->require("products");
+    if (!locales || !products)
+        return std::nullopt;
+    manifest.locales = readLocales(*locales);
+    if (manifest.locales.empty())
+        return std::nullopt;
+    const Locales known(manifest.locales.begin(), manifest.locales.end());
+    std::set<std::u16string> shortNames;
+    products->forEachElement([&](const JsonNode& node) {
+        const std::size_t faultsBefore = document.faultCount();
+        ManifestProduct product = readProduct(node, known);
+        if (shortNames.contains(product.shortName))
+            node.fault("The short name \"" + shortened(fl::i18n::toUtf8(product.shortName)) +
+                       "\" occurs twice; each product has its own.");
+        if (document.faultCount() != faultsBefore)
+            return;
+        shortNames.insert(product.shortName);
+        manifest.products.push_back(std::move(product));
+    });
+    return manifest;
 }
 
 }  // namespace
@@ -110,48 +152,7 @@ std::optional<Manifest> readManifest(const std::filesystem::path& root,
 
 std::optional<Manifest> readManifestFile(const files::Folder& root, const std::string& fileName,
                                          const FaultHandler& onFault) {
-    FaultWatch watch(onFault);
-    const auto document = JsonDocument::read(root, fileName, watch.handler());
-    if (!document)
-        return std::nullopt;
-    const auto top = document->top(manifestFormat, formatVersion);
-    if (!top || !top->isObjectOf({"format", "formatVersion", "title", "locales", "products"}))
-        return std::nullopt;
-
-    Manifest manifest;
-    manifest.title = fl::i18n::toUtf8(top->textOf("title"));
-    const auto locales = top->require("locales");
-    const auto products = top->require("products");
-    if (!locales || !products)
-        return std::nullopt;
-    locales->forEachElement([&](const JsonNode& node) {
-        const auto locale = node.text();
-        if (!locale)
-            return;
-        if (const auto reason = whyNotALocale(*locale))
-            node.fault("\"" + std::string(*locale) + "\" is no locale. " + *reason);
-        else if (std::ranges::find(manifest.locales, *locale) != manifest.locales.end())
-            node.fault("The locale is listed twice.");
-        else
-            manifest.locales.emplace_back(*locale);
-    });
-    if (manifest.locales.empty()) {
-        locales->fault("A set has at least one locale.");
-        return std::nullopt;
-    }
-    products->forEachElement([&](const JsonNode& node) {
-        const std::size_t faultsBefore = watch.count();
-        ManifestProduct product = readProduct(node, manifest.locales);
-        const bool repeated = std::ranges::any_of(manifest.products, [&](const auto& other) {
-            return other.shortName == product.shortName;
-        });
-        if (repeated)
-            node.fault("The short name \"" + fl::i18n::toUtf8(product.shortName) +
-                       "\" occurs twice; each product has its own.");
-        if (watch.count() == faultsBefore)
-            manifest.products.push_back(std::move(product));
-    });
-    return manifest;
+    return JsonDocument::readAs(root, fileName, onFault, &manifestOf);
 }
 
 }  // namespace reference::docset

@@ -33,22 +33,8 @@ std::vector<Entry>& listUnder(std::u16string key,
     return lists.emplace_hint(lists.end(), std::move(key), std::vector<Entry>())->second;
 }
 
-}  // namespace
-
-std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
-                                             std::string_view relativePath,
-                                             const FaultHandler& onFault) {
-    const auto folder = openRoot(root, relativePath, onFault);
-    return folder ? readLookupFile(*folder, relativePath, onFault) : std::nullopt;
-}
-
-std::optional<LookupContents> readLookupFile(const files::Folder& root,
-                                             std::string_view relativePath,
-                                             const FaultHandler& onFault) {
-    const auto document = JsonDocument::read(root, relativePath, onFault);
-    if (!document)
-        return std::nullopt;
-    const auto top = document->top(lookupFormat, formatVersion);
+std::optional<LookupContents> lookupContentsOf(const JsonDocument& document) {
+    const auto top = document.top(lookupFormat, formatVersion);
     if (!top || !top->isObjectOf({"format", "formatVersion", "product", "entities"}))
         return std::nullopt;
     LookupContents contents;
@@ -68,20 +54,8 @@ std::optional<LookupContents> readLookupFile(const files::Folder& root,
     return contents;
 }
 
-std::optional<std::vector<ReferenceContents>> readReferenceFile(const std::filesystem::path& root,
-                                                                std::string_view relativePath,
-                                                                const FaultHandler& onFault) {
-    const auto folder = openRoot(root, relativePath, onFault);
-    return folder ? readReferenceFile(*folder, relativePath, onFault) : std::nullopt;
-}
-
-std::optional<std::vector<ReferenceContents>> readReferenceFile(const files::Folder& root,
-                                                                std::string_view relativePath,
-                                                                const FaultHandler& onFault) {
-    const auto document = JsonDocument::read(root, relativePath, onFault);
-    if (!document)
-        return std::nullopt;
-    const auto top = document->top(referenceFormat, formatVersion);
+std::optional<std::vector<ReferenceContents>> referenceContentsOf(const JsonDocument& document) {
+    const auto top = document.top(referenceFormat, formatVersion);
     if (!top || !top->isObjectOf({"format", "formatVersion", "products"}))
         return std::nullopt;
     const auto products = top->require("products");
@@ -105,6 +79,34 @@ std::optional<std::vector<ReferenceContents>> readReferenceFile(const files::Fol
         all.push_back(std::move(contents));
     });
     return all;
+}
+
+}  // namespace
+
+std::optional<LookupContents> readLookupFile(const std::filesystem::path& root,
+                                             std::string_view relativePath,
+                                             const FaultHandler& onFault) {
+    const auto folder = openRoot(root, relativePath, onFault);
+    return folder ? readLookupFile(*folder, relativePath, onFault) : std::nullopt;
+}
+
+std::optional<LookupContents> readLookupFile(const files::Folder& root,
+                                             std::string_view relativePath,
+                                             const FaultHandler& onFault) {
+    return JsonDocument::readAs(root, relativePath, onFault, &lookupContentsOf);
+}
+
+std::optional<std::vector<ReferenceContents>> readReferenceFile(const std::filesystem::path& root,
+                                                                std::string_view relativePath,
+                                                                const FaultHandler& onFault) {
+    const auto folder = openRoot(root, relativePath, onFault);
+    return folder ? readReferenceFile(*folder, relativePath, onFault) : std::nullopt;
+}
+
+std::optional<std::vector<ReferenceContents>> readReferenceFile(const files::Folder& root,
+                                                                std::string_view relativePath,
+                                                                const FaultHandler& onFault) {
+    return JsonDocument::readAs(root, relativePath, onFault, &referenceContentsOf);
 }
 
 }  // namespace reference::docset

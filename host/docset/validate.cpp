@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 #include "docset/AliasFile.hpp"
@@ -117,17 +118,24 @@ class Validator {
         return at->second;
     }
 
+    // A file that the manifest names again is not read again.
     void checkProduct(const ManifestProduct& product, const ProductFiles& files) {
+        const auto known = m_owners.find(files.lookup);
+        if (known != m_owners.end() && known->second != product.shortName) {
+            faultOfOwner(files.lookup, known->second, product.shortName);
+            return;
+        }
+        if (!m_checked.emplace(product.shortName, files.lookup, files.reference).second)
+            return;
         ++m_report.files;
         const auto lookup = readLookupFile(m_root, files.lookup, handler());
         if (lookup) {
+            m_owners.emplace(files.lookup, lookup->header.shortName);
             reportRepeatedMembers(files.lookup);
             for (const auto& [name, records] : lookup->entities)
                 m_report.entities += records.size();
             if (lookup->header.shortName != product.shortName)
-                fault(files.lookup, "product.shortName",
-                      "The file is of the product \"" + toUtf8(lookup->header.shortName) +
-                          "\"; the manifest names it for \"" + toUtf8(product.shortName) + "\".");
+                faultOfOwner(files.lookup, lookup->header.shortName, product.shortName);
             checkAliases(files.lookup);
         }
         if (files.reference.empty())
@@ -144,6 +152,13 @@ class Validator {
         }
         if (lookup)
             compare(*lookup, files, reference->second);
+    }
+
+    void faultOfOwner(const std::string& lookupFile, const std::u16string& owner,
+                      const std::u16string& product) {
+        fault(lookupFile, "product.shortName",
+              "The file is of the product \"" + toUtf8(owner) + "\"; the manifest names it for \"" +
+                  toUtf8(product) + "\".");
     }
 
     void checkAliases(const std::string& lookupFile) {
@@ -200,6 +215,10 @@ class Validator {
     fs::path m_root;
     ValidationReport m_report;
     std::map<std::string, ReferenceByProduct> m_references;
+    // Whose each lookup file that was read is.
+    std::map<std::string, std::u16string> m_owners;
+    // Product, lookup file and reference file.
+    std::set<std::tuple<std::u16string, std::string, std::string>> m_checked;
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include "docimage/Stemmer.hpp"
 #include "docimage/searchForm.hpp"
 #include "docimage/unitBytes.hpp"
+#include "fl/i18n/contains.hpp"
 #include "foundation/core/NeverDestroyed.hpp"
 #include "property/FunctionType.hpp"
 #include "property/RefEntityType.hpp"
@@ -30,7 +31,7 @@ RefItem createPropertyEntity(const RefItem& item, const std::u16string& groupTit
                              const std::u16string& entityName) {
     // A class's entity usually has its package in its name; if not, the package is added.
     const std::u16string& package = item.getPackageName();
-    const bool holdsPackage = qualifiedName.find(package) != std::u16string::npos;
+    const bool holdsPackage = fl::i18n::contains(qualifiedName, package);
     std::u16string fullName = holdsPackage ? qualifiedName : package + u"." + qualifiedName;
 
     const std::u16string& href = item.getHref();

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <array>
 
+#include "fl/i18n/contains.hpp"
 #include "reference/utils/toLowerCopy.hpp"
 #include "refutils/matchUnqualifiedString.hpp"
 
 namespace reference::search {
 namespace {
 
+using fl::i18n::contains;
 using property::FunctionType;
 using property::RefEntityType;
 
@@ -38,10 +40,6 @@ std::u16string_view withoutHalves(std::u16string_view text) {
     if (!text.empty() && isLead(text.back()))
         text.remove_suffix(1);
     return text;
-}
-
-bool contains(std::u16string_view text, std::u16string_view part) {
-    return text.find(part) != std::u16string_view::npos;
 }
 
 // A list of one empty name comes from callers that pass on an unset option: it restricts nothing.

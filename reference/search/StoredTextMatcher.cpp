@@ -1,22 +1,19 @@
 #include "reference/search/StoredTextMatcher.hpp"
 
 #include <algorithm>
-#include <cstring>
 
 #include "docimage/unitBytes.hpp"
+#include "fl/i18n/contains.hpp"
 
 namespace reference::search {
 
 namespace {
 
+using fl::i18n::contains;
+
 bool isAscii(std::string_view bytes) {
     return std::ranges::all_of(bytes,
                                [](char byte) { return static_cast<signed char>(byte) >= 0; });
-}
-
-// In time linear in the length of both, whatever they repeat, which find() does not promise.
-bool contains(std::string_view bytes, std::string_view part) {
-    return ::memmem(bytes.data(), bytes.size(), part.data(), part.size()) != nullptr;
 }
 
 // Whether lower-casing the text may do more to its ASCII letters than folding each by itself does:

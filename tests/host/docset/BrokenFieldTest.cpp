@@ -74,9 +74,9 @@ void expectFaultAfter(const std::string& file, const Path& at, const Path& fault
     const TempFolder root;
     writeSet(root, texts);
 
-    const auto offset = docset::findJsonValue(text.str(), faultAt);
+    const auto offset = docset::findJsonValues(text.str(), {faultAt}).front();
     ASSERT_TRUE(offset);
-    const auto place = docset::positionOf(text.str(), *offset);
+    const auto place = docset::LineCounter(text.str()).positionOf(*offset);
     EXPECT_THAT(docset::validate(root.path()).faults,
                 Contains(AllOf(Field(&Fault::file, (root.path() / file).string()),
                                Field(&Fault::line, place.line), Field(&Fault::column, place.column),

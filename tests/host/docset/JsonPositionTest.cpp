@@ -1,6 +1,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -11,13 +12,24 @@
 namespace reference::tests {
 namespace {
 
-using docset::findJsonValue;
-using docset::findRepeatedMembers;
+using docset::findJsonValues;
 using docset::JsonStep;
-using docset::positionOf;
 using docset::toFieldName;
 using testing::ElementsAre;
 using Path = std::vector<JsonStep>;
+
+std::optional<std::size_t> findJsonValue(std::string_view text, const Path& path) {
+    return findJsonValues(text, {path}).front();
+}
+
+// "path at offset" of each.
+std::vector<std::string> repeatedMembers(std::string_view text) {
+    std::vector<std::string> found;
+    docset::forEachRepeatedMember(text, [&](const Path& path, std::size_t offset) {
+        found.push_back(toFieldName(path) + " at " + std::string(text.substr(offset, 2)));
+    });
+    return found;
+}
 
 JsonStep member(std::string name) {
     return name;
@@ -96,20 +108,37 @@ TEST(JsonPositionTest, FindsNothingThatIsNotThere) {
     }
 }
 
+TEST(JsonPositionTest, FindsManyValuesInOnePass) {
+    const std::string text = R"({"a": [1, {"b": 2}], "c": 3, "c": [4]})";
+    EXPECT_THAT(findJsonValues(text, {{member("c")},
+                                      {member("a"), element(1), member("b")},
+                                      {},
+                                      {member("c")},
+                                      {member("c"), element(1)},
+                                      {member("c"), element(0)}}),
+                ElementsAre(text.find("[4"), text.find('2'), 0U, text.find("[4"), std::nullopt,
+                            text.find('4')));
+}
+
+TEST(JsonPositionTest, ShortensLongNamesAtACharacter) {
+    const std::string name(199, 'a');
+    EXPECT_EQ(docset::shortened(name + "b"), name + "b");
+    EXPECT_EQ(docset::shortened(name + "bc"), name + "b…");
+    EXPECT_EQ(docset::shortened(name + "測定"), name + "…");
+    EXPECT_EQ(toFieldName({member(name + "bc"), element(1)}), name + "b…[1]");
+}
+
 TEST(JsonPositionTest, FindsEveryRepeatedMember) {
     const std::string text = R"({"a": 1, "b": {"a": 2, "c": 3, "c": 4}, "a": [{"a": 5}], "a": 6})";
-    std::vector<std::string> found;
-    for (const auto& repeated : findRepeatedMembers(text))
-        found.push_back(toFieldName(repeated.path) + " at " + text.substr(repeated.offset, 2));
-    EXPECT_THAT(found, ElementsAre("b.c at 4}", "a at [{", "a at 6}"));
+    EXPECT_THAT(repeatedMembers(text), ElementsAre("b.c at 4}", "a at [{", "a at 6}"));
 }
 
 TEST(JsonPositionTest, EqualNamesInDifferentObjectsAreNotRepeated) {
-    EXPECT_TRUE(findRepeatedMembers(R"([{"a": {"a": 1}}, {"a": 2, "A": 3}])").empty());
+    EXPECT_THAT(repeatedMembers(R"([{"a": {"a": 1}}, {"a": 2, "A": 3}])"), ElementsAre());
 }
 
 TEST(JsonPositionTest, NamesAreRepeatedHoweverTheyAreEscaped) {
-    EXPECT_EQ(findRepeatedMembers(R"({"a": 1, "\u0061": 2})").size(), 1U);
+    EXPECT_EQ(repeatedMembers(R"({"a": 1, "\u0061": 2})").size(), 1U);
 }
 
 TEST(JsonPositionTest, WritesAPathAsAPersonWould) {
@@ -131,12 +160,17 @@ TEST(JsonPositionTest, CountsLinesAndBytesFromOne) {
     const std::string text = "ab\nc\n\né!";
     const std::vector<Row> rows = {{0, 1, 1}, {1, 1, 2}, {2, 1, 3}, {3, 2, 1}, {4, 2, 2},
                                    {5, 3, 1}, {6, 4, 1}, {8, 4, 3}, {9, 4, 4}, {99, 4, 4}};
+    docset::LineCounter lines(text);
     for (const auto& row : rows) {
         SCOPED_TRACE(row.offset);
-        const auto position = positionOf(text, row.offset);
-        EXPECT_EQ(position.line, row.line);
-        EXPECT_EQ(position.column, row.column);
+        docset::LineCounter alone(text);
+        for (auto* const counter : {&alone, &lines}) {
+            const auto position = counter->positionOf(row.offset);
+            EXPECT_EQ(position.line, row.line);
+            EXPECT_EQ(position.column, row.column);
+        }
     }
+    EXPECT_EQ(lines.positionOf(0).line, 1U) << "an offset before the last one";
 }
 
 }  // namespace
