@@ -1,7 +1,10 @@
 #include "vref/CommandLineText.hpp"
 
+#include <algorithm>
+#include <cstddef>
 #include <stdexcept>
 #include <string_view>
+#include <utility>
 
 #include "fl/i18n/utf.hpp"
 #include "vref/ExitStatus.hpp"
@@ -47,6 +50,41 @@ std::string nameInPastedCode(const std::string& text) {
     if (const auto space = name.find_last_of(whiteSpace); isCode && space != std::string_view::npos)
         name = name.substr(space + 1);
     return name.empty() ? text : std::string(name);
+}
+
+std::vector<std::string> splitLine(std::string_view line) {
+    constexpr std::string_view dividers = " \t\r\n\v\f";
+    constexpr std::string_view quotes = "\"'`";
+    std::vector<std::string> arguments;
+    for (std::size_t at = line.find_first_not_of(dividers); at < line.size();
+         at = line.find_first_not_of(dividers, at)) {
+        std::string argument;
+        if (quotes.find(line[at]) != std::string_view::npos) {
+            const char quote = line[at++];
+            for (; at < line.size() && line[at] != quote; ++at) {
+                if (line.substr(at, 2) == std::string{'\\', quote})
+                    ++at;
+                argument += line[at];
+            }
+            at = std::min(at + 1, line.size());
+        } else {
+            const std::size_t begin = at;
+            const bool isOption = line[begin] == '-';
+            const auto endsOption = [&] {
+                return isOption && line[at] == '=' && at + 1 < line.size() &&
+                       quotes.find(line[at + 1]) != std::string_view::npos;
+            };
+            while (at < line.size() && dividers.find(line[at]) == std::string_view::npos &&
+                   !endsOption())
+                ++at;
+            argument = line.substr(begin, at - begin);
+            if (at < line.size())
+                ++at;
+        }
+        if (!argument.empty())
+            arguments.push_back(std::move(argument));
+    }
+    return arguments;
 }
 
 }  // namespace reference::tools

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace reference::tools {
 
@@ -15,5 +17,10 @@ namespace reference::tools {
 // and the punctuation around it ("k = scipy.stats.gaussian_kde(data, " ->
 // "scipy.stats.gaussian_kde"). The text itself if there is nothing to remove. UTF-8.
 [[nodiscard]] std::string nameInPastedCode(const std::string& text);
+
+// The arguments that a line holds, divided by white space. An argument that begins with a quote ("
+// ' or `) goes on to the next one that no backslash stands before, or to the end; "--option="x y""
+// is an option and a quoted argument. Empty ones are left out. In time linear in the line's length.
+[[nodiscard]] std::vector<std::string> splitLine(std::string_view line);
 
 }  // namespace reference::tools

@@ -92,12 +92,11 @@ FindOptions parseRequest(const std::string& line) {
     addFindOptions(app, options);
     requireCleanTexts(app);
     try {
-        if (auto arguments = argumentsOf(line); !arguments.empty()) {
-            // CLI11 takes them from the last to the first.
-            app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-        } else {
-            app.parse(line);
-        }
+        auto arguments = argumentsOf(line);
+        if (arguments.empty())
+            arguments = splitLine(line);
+        // CLI11 takes them from the last to the first.
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
     } catch (const CLI::CallForHelp&) {
         throw HelpWanted();
     } catch (const CLI::ParseError& error) {
@@ -140,9 +139,9 @@ class Session {
     Session& operator=(const Session&) = delete;
     ~Session() = default;
 
-    // Answers lines until there are no more, or the client asks for the end. Throws OutputError and
-    // ReaderGone after an answer that could not be written, and ReaderGone as soon as nobody reads
-    // the answers.
+    // Answers lines until there are no more, or the client asks for the end. Throws UnusableError where
+    // there are no more because the input cannot be read, OutputError and ReaderGone after an answer that
+    // could not be written, and ReaderGone as soon as nobody reads the answers.
     void run() {
         using State = LineReader::State;
         LineReader reader(STDIN_FILENO, STDOUT_FILENO);
@@ -152,6 +151,8 @@ class Session {
             const auto [state, line] = reader.next(lookAround);
             if (state == State::AtTheEnd)
                 break;
+            if (state == State::Failed)
+                endBadly("The standard input cannot be read: " + line + ".");
             if (state == State::Unread)
                 throw ReaderGone();
             if (state != State::NoneYet)
@@ -169,6 +170,13 @@ class Session {
     }
 
   private:
+    [[noreturn]] void endBadly(const std::string& problem) {
+        if (m_rpc)
+            m_rpc->drain();
+        m_output.flush();
+        throw UnusableError(problem);
+    }
+
     // What changes the documentation does not wait for requests of version 2: they may last.
     void followForRpc() {
         if (m_watched.hasChanged())
