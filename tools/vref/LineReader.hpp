@@ -36,8 +36,8 @@ class LineReader {
     explicit LineReader(int descriptor, int answers = -1) noexcept
         : m_descriptor(descriptor), m_answers(answers) {}
 
-    // The next line; waits for it no longer than `patience`. The last line need not have an end. While
-    // it waits, it notices when the last reader of the answers goes away.
+    // The next line; waits for it no longer than `patience`. The last line need not have an end.
+    // While it waits, it notices when the last reader of the answers goes away.
     [[nodiscard]] Result next(std::chrono::milliseconds patience);
 
   private:

@@ -139,9 +139,9 @@ class Session {
     Session& operator=(const Session&) = delete;
     ~Session() = default;
 
-    // Answers lines until there are no more, or the client asks for the end. Throws UnusableError where
-    // there are no more because the input cannot be read, OutputError and ReaderGone after an answer that
-    // could not be written, and ReaderGone as soon as nobody reads the answers.
+    // Answers lines until there are no more, or the client asks for the end. Throws UnusableError
+    // where there are no more because the input cannot be read, OutputError and ReaderGone after an
+    // answer that could not be written, and ReaderGone as soon as nobody reads the answers.
     void run() {
         using State = LineReader::State;
         LineReader reader(STDIN_FILENO, STDOUT_FILENO);
