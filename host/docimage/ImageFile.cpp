@@ -114,6 +114,10 @@ OpenedImage openImageFile(std::shared_ptr<const void> owner, std::string_view co
     const std::string_view table = content.substr(sizeof(Header), tableSize);
     if (headerHash(header, table) != header.hashOfHeader)
         fail("The image's header is damaged.");
+    if (header.dataOffset > content.size() || header.dataSize > content.size() - header.dataOffset)
+        fail("The image is not whole.");
+    if (header.dataOffset % hashSize != 0)
+        fail("The image's data begin in the middle of a word.");
     const std::size_t blocks =
         header.dataSize / Image::blockSize + (header.dataSize % Image::blockSize == 0 ? 0 : 1);
     const std::size_t hashesAt = roundedUp(header.dataOffset + header.dataSize, hashSize);

@@ -7,7 +7,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <span>
 #include <string>
@@ -20,6 +19,7 @@
 #include "docimage/Lexicon.hpp"
 #include "docimage/NameTable.hpp"
 #include "docimage/TextTable.hpp"
+#include "foundation/core/Once.hpp"
 #include "foundation/core/export.hpp"
 #include "property/RefItemLookup.hpp"
 
@@ -102,14 +102,14 @@ class VELTRA_HOST_API LookupImage {
     // Numbers of keys or hrefs by the hash of a part of their search form.
     [[nodiscard]] const NameTable& names(NameKind kind) const {
         if (!m_areNamesMade.load(std::memory_order_acquire))
-            std::call_once(m_namesOnce, [this] { makeNames(); });
+            m_namesOnce.call([this] { makeNames(); });
         return m_names[static_cast<std::size_t>(kind)];
     }
 
     // The words of records: those of the key and of the purpose, each in its search form.
     [[nodiscard]] const Lexicon& words() const {
         if (!m_areWordsMade.load(std::memory_order_acquire))
-            std::call_once(m_wordsOnce, [this] { makeWords(); });
+            m_wordsOnce.call([this] { makeWords(); });
         return m_words;
     }
 
@@ -135,11 +135,11 @@ class VELTRA_HOST_API LookupImage {
     ImageArray<std::uint32_t> m_aliasCounts;
 
     // Each is made once.
-    mutable std::once_flag m_namesOnce;
+    mutable foundation::core::Once m_namesOnce;
     mutable std::atomic<bool> m_areNamesMade{false};
     mutable std::shared_ptr<const Image> m_namesImage;
     mutable std::array<NameTable, nameKinds> m_names;
-    mutable std::once_flag m_wordsOnce;
+    mutable foundation::core::Once m_wordsOnce;
     mutable std::atomic<bool> m_areWordsMade{false};
     mutable std::shared_ptr<const Image> m_wordsImage;
     mutable Lexicon m_words;

@@ -105,10 +105,10 @@ std::vector<std::string> wordsOf(std::u16string_view text) {
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> breaks(
         icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
-    if (U_FAILURE(status) != 0) {
-        forEachRunOfLetters(text, add);
-        return words;
-    }
+    // The rules are part of ICU: they are missing only where there is no memory for them. Other
+    // words would be wrong in an image from then on.
+    if (U_FAILURE(status) != 0)
+        throw std::bad_alloc();
     // An alias of the text, which is not copied.
     const icu::UnicodeString whole(false, text.data(), static_cast<std::int32_t>(text.size()));
     breaks->setText(whole);

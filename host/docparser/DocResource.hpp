@@ -3,13 +3,13 @@
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "docimage/LookupImage.hpp"
 #include "docimage/PageImage.hpp"
+#include "foundation/core/Once.hpp"
 #include "property/HeaderInfo.hpp"
 
 namespace reference::docparser {
@@ -83,7 +83,7 @@ class DocResource {
     // where there is no way to.
     [[nodiscard]] const ItemMap& getItems() const {
         if (m_records->open || m_records->image)
-            std::call_once(m_records->itemsMade, [this] { makeItems(); });
+            m_records->itemsMade.call([this] { makeItems(); });
         return m_records->items;
     }
 
@@ -91,8 +91,7 @@ class DocResource {
     // docimage::DamagedImage where it cannot be opened.
     [[nodiscard]] const std::shared_ptr<const Image>& getImage() const {
         if (m_records->open)
-            std::call_once(m_records->imageOpened,
-                           [this] { m_records->image = m_records->open(); });
+            m_records->imageOpened.call([this] { m_records->image = m_records->open(); });
         return m_records->image;
     }
 
@@ -112,9 +111,9 @@ class DocResource {
     struct Records {
         OpenImage open;     // empty where the image is open, or there is none
         ReadAnew readAnew;  // may be empty
-        std::once_flag imageOpened;
+        foundation::core::Once imageOpened;
         std::shared_ptr<const Image> image;
-        std::once_flag itemsMade;
+        foundation::core::Once itemsMade;
         ItemMap items;
     };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <new>
 #include <optional>
 #include <string>
 #include <utility>
@@ -41,6 +42,21 @@ DocResource<property::RefItem>::ReadAnew readAnewPages(const fs::path& root,
             .file = (root / file).string(),
             .problem = "The file has no product \"" + fl::i18n::toUtf8(product) + "\" any more."});
     };
+}
+
+// Products whose pages the file should hold and does not.
+void warnOfMissing(const Listing& listing, const Listing::File& file,
+                   const ReferenceResources& resources) {
+    if (!file.inUse)
+        return;
+    for (const std::size_t number : listing.productsOfFile(file.name)) {
+        const std::u16string& name = listing.products()[number].shortName;
+        if (!resources.contains(name))
+            logFault({.file = (file.root / file.relativePath).string(),
+                      .field = "products",
+                      .problem = "The product \"" + fl::i18n::toUtf8(name) +
+                                 "\" is missing; the manifest names this file for it."});
+    }
 }
 
 // Where the set that is installed with the library lies, seen from the library itself, so that the
@@ -86,12 +102,22 @@ FileDocSource::~FileDocSource() = default;
 std::shared_ptr<const ListedSet> FileDocSource::readSet(const fs::path& root) const {
     // A faulty product is left out. If the manifest as a whole is unusable, the last fault says
     // why.
+    constexpr std::size_t mostLogged = 20;
     std::vector<Fault> faults;
-    auto manifest =
-        docset::readManifest(root, [&](const Fault& fault) { faults.push_back(fault); });
+    std::size_t count = 0;
+    std::optional<Fault> last;
+    auto manifest = docset::readManifest(root, [&](const Fault& fault) {
+        if (++count <= mostLogged)
+            faults.push_back(fault);
+        last = fault;
+    });
     if (!manifest)
-        throw DocParserException(faults.back());
+        throw DocParserException(*last);
     std::ranges::for_each(faults, logFault);
+    if (count > mostLogged)
+        logFault({.file = (root / docset::manifestFileName).string(),
+                  .problem = std::to_string(count - mostLogged) +
+                             " more faults; \"vref validate\" lists them all."});
     return std::make_shared<const ListedSet>(
         ListedSet{.root = fs::absolute(root), .manifest = std::move(*manifest)});
 }
@@ -164,12 +190,20 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
             for (const auto& product : *compiled)
                 add(product.header, product.pages,
                     readAnewPages(file->root, file->relativePath, product.header.shortName));
+            warnOfMissing(*current, *file, resources);
             return resources;
         }
     }
-    auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
-    for (auto& product : *contents)
-        add(product.header, std::move(product.pages));
+    try {
+        auto contents = docset::readReferenceFile(file->root, file->relativePath, throwFault);
+        for (auto& product : *contents)
+            add(product.header, std::move(product.pages));
+    } catch (const std::bad_alloc&) {
+        throw DocParserException(Fault{.file = (file->root / file->relativePath).string(),
+                                       .problem = "There is not enough memory to read the file.",
+                                       .mayPass = true});
+    }
+    warnOfMissing(*current, *file, resources);
     return resources;
 }
 
@@ -244,7 +278,8 @@ std::vector<ListedProduct> FileDocSource::listProducts() {
                           .installed = product.installed,
                           .locale = product.locale,
                           .root = product.set->root,
-                          .source = product.files.source});
+                          .source = product.files.source,
+                          .referenceFile = product.referenceFileName});
     return listed;
 }
 

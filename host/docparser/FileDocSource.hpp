@@ -43,6 +43,8 @@ struct ListedProduct {
     std::filesystem::path root;
     // What it was imported from, in that locale; nothing where the set does not say.
     std::optional<docset::ProductSource> source = std::nullopt;
+    // The file of its pages, as getResourceFile() takes it; empty: none.
+    std::u16string referenceFile = {};
 };
 
 // Reads documentation sets from folders: the documentation root and the support packages. A product

@@ -21,10 +21,14 @@ const Listing::Product* Listing::find(const std::u16string& shortName) const {
     return found == m_numbers.end() ? nullptr : &m_products[found->second];
 }
 
+std::span<const std::size_t> Listing::productsOfFile(const std::u16string& name) const {
+    const auto found = m_numbersByFile.find(name);
+    return found == m_numbersByFile.end() ? std::span<const std::size_t>() : found->second;
+}
+
 std::optional<Listing::File> Listing::fileNamed(const std::u16string& resourceFile) const {
-    const auto named = m_numbersByFile.find(resourceFile);
-    const Product* product =
-        named != m_numbersByFile.end() ? &m_products[named->second] : find(resourceFile);
+    const auto named = productsOfFile(resourceFile);
+    const Product* product = named.empty() ? find(resourceFile) : &m_products[named.front()];
     if (product != nullptr && !product->files.reference.empty())
         return File{product->set->root, product->files.reference, product->referenceFileName, true};
     const fs::path path(fl::i18n::toUtf8(resourceFile));
@@ -55,7 +59,7 @@ void Listing::addProductsOf(const std::shared_ptr<const ListedSet>& set) {
             locales.push_back(entry.first);
         m_numbers.emplace(product.shortName, m_products.size());
         std::u16string fileName = fl::i18n::toUtf16(name);
-        m_numbersByFile.try_emplace(fileName, m_products.size());
+        m_numbersByFile[fileName].push_back(m_products.size());
         m_products.push_back({.shortName = product.shortName,
                               .installed = product.installed,
                               .set = set,

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,9 @@ class Listing {
     // Null for a product that is not listed.
     [[nodiscard]] const Product* find(const std::u16string& shortName) const;
 
+    // The products that are read from the reference file of this name, by number.
+    [[nodiscard]] std::span<const std::size_t> productsOfFile(const std::u16string& name) const;
+
     // The file that `resourceFile` names: a reference file in use, else the file of the product of
     // that short name, else any file of that name below one of the roots. Readers of the previous
     // edition still ask for files that are no longer in use.
@@ -66,9 +70,10 @@ class Listing {
     DocumentationLocation m_location;
     std::vector<std::shared_ptr<const ListedSet>> m_sets;
     std::vector<Product> m_products;
-    // The products' numbers by short name, and of each reference file's first product by its name.
+    // The products' numbers by short name, and by the name of the reference file that they are read
+    // from.
     std::map<std::u16string, std::size_t> m_numbers;
-    std::map<std::u16string, std::size_t> m_numbersByFile;
+    std::map<std::u16string, std::vector<std::size_t>> m_numbersByFile;
 };
 
 }  // namespace reference::docparser

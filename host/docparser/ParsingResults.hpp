@@ -3,10 +3,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "docimage/JoinedNames.hpp"
 #include "docimage/QuestionIndex.hpp"
 #include "docparser/DocResource.hpp"
+#include "docset/Fault.hpp"
 #include "property/RefItemLookup.hpp"
 
 namespace reference::docparser {
@@ -26,6 +28,9 @@ struct ParsingResults {
     LookupResources installed;
     LookupResources uninstalled;
     InstalledIndex installedIndex = {};
+    // Why products that are listed are not among them: a fault for each of their files. They are
+    // looked for again only when the lookup files are read again.
+    std::vector<docset::Fault> leftOut = {};
 };
 
 }  // namespace reference::docparser

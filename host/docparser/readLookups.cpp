@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <future>
 #include <map>
+#include <new>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -68,8 +69,12 @@ void inParallel(std::size_t count, Work work) {
     const std::size_t threads =
         std::min<std::size_t>(count, std::max(1U, std::thread::hardware_concurrency()));
     std::vector<std::future<void>> others;
-    for (std::size_t thread = 1; thread < threads; ++thread)
-        others.push_back(std::async(std::launch::async, workOn));
+    try {
+        for (std::size_t thread = 1; thread < threads; ++thread)
+            others.push_back(std::async(std::launch::async, workOn));
+    } catch (const std::exception&) {
+        // The work is done by as many threads as could be started.
+    }
     workOn();
     for (auto& other : others)
         other.get();
@@ -111,12 +116,16 @@ class LookupReading {
             } catch (const DocParserException& exception) {
                 for (const std::size_t number : numbers)
                     faults[number] = exception.getFault();
+            } catch (const std::bad_alloc&) {
+                for (const std::size_t number : numbers)
+                    faults[number] = memoryFault(products[number]);
             }
         });
         ParsingResults results;
         for (std::size_t number = 0; number < products.size(); ++number) {
             if (faults[number]) {
                 logFault(*faults[number]);
+                results.leftOut.push_back(std::move(*faults[number]));
                 continue;
             }
             auto& lookups = products[number].installed ? results.installed : results.uninstalled;
@@ -173,6 +182,13 @@ class LookupReading {
                 .field = "product.shortName",
                 .problem = "The file is of another product than the manifest says (\"" +
                            fl::i18n::toUtf8(product.shortName) + "\")."};
+    }
+
+    // Of one file: the others may be small enough.
+    static Fault memoryFault(const Product& product) {
+        return {.file = (product.set->root / product.files.lookup).string(),
+                .problem = "There is not enough memory to read the file.",
+                .mayPass = true};
     }
 
     // The lookup file of `product`.

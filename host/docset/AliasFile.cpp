@@ -104,8 +104,13 @@ std::optional<docimage::Aliases> readAliases(const std::filesystem::path& root,
 
 std::optional<docimage::Aliases> readAliases(const files::Folder& root, std::string_view lookupFile,
                                              const FaultHandler& onFault) {
-    if (!hasAliasFile(root, lookupFile))
-        return docimage::Aliases();
+    std::error_code error;
+    if (!root.openFile(aliasFileName(lookupFile), error).isOpen()) {
+        if (error == std::errc::no_such_file_or_directory)
+            return docimage::Aliases();
+        onFault(faultOf(root, aliasFileName(lookupFile), error));
+        return std::nullopt;
+    }
     return JsonDocument::readAs(root, aliasFileName(lookupFile), onFault, &aliasesOf);
 }
 

@@ -124,13 +124,10 @@ ImageSource sourceOf(const files::Folder& folder, const std::string& jsonFile) {
     return {.stamp = files::FileStamp::of(json.number()), .hash = Image::hashOf(*content)};
 }
 
-// Under another name first, so that readers find the old image, none, or the new one, whole.
 void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageKind kind,
                 const ImageWriter& image) {
-    const std::string imageFile = imageFileName(jsonFile);
-    folder.writeFile(imageFile + ".new",
-                     docimage::toImageFile(image, kind, sourceOf(folder, jsonFile)));
-    folder.rename(imageFile + ".new", imageFile);
+    folder.replaceFile(imageFileName(jsonFile),
+                       docimage::toImageFile(image, kind, sourceOf(folder, jsonFile)));
 }
 
 }  // namespace

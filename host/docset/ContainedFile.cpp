@@ -24,6 +24,13 @@ std::string sentenceFor(const std::error_code& error) {
     return "The file cannot be opened or read: " + error.message() + ".";
 }
 
+// Whether the error tells of the system and not of the file.
+bool isOfTheSystem(const std::error_code& error) {
+    return error != std::errc::no_such_file_or_directory && error != std::errc::cross_device_link &&
+           error != std::errc::is_a_directory && error != std::errc::no_such_device_or_address &&
+           error != std::errc::file_too_large;
+}
+
 }  // namespace
 
 std::optional<std::string> whyNotContained(std::string_view relativePath) {
@@ -60,23 +67,31 @@ std::optional<files::Folder> openRoot(const std::filesystem::path& root,
         error = problem.code();
     }
     onFault({.file = (root / std::filesystem::path(relativePath)).string(),
-             .problem = "The documentation root cannot be opened: " + error.message() + "."});
+             .problem = "The documentation root cannot be opened: " + error.message() + ".",
+             .mayPass = isOfTheSystem(error)});
     return std::nullopt;
+}
+
+Fault faultOf(const files::Folder& root, std::string_view relativePath,
+              const std::error_code& error) {
+    return {.file = (root.path() / std::filesystem::path(relativePath)).string(),
+            .problem = sentenceFor(error),
+            .mayPass = isOfTheSystem(error)};
 }
 
 std::optional<std::string> readContainedFile(const files::Folder& root,
                                              std::string_view relativePath,
                                              const FaultHandler& onFault) {
-    const auto fail = [&](std::string problem) {
+    if (auto reason = whyNotContained(relativePath)) {
         onFault({.file = (root.path() / std::filesystem::path(relativePath)).string(),
-                 .problem = std::move(problem)});
+                 .problem = std::move(*reason)});
         return std::nullopt;
-    };
-    if (auto reason = whyNotContained(relativePath))
-        return fail(std::move(*reason));
+    }
     std::error_code error;
     auto bytes = root.readFile(relativePath, maxFileSize, error);
-    return bytes ? std::move(bytes) : fail(sentenceFor(error));
+    if (!bytes)
+        onFault(faultOf(root, relativePath, error));
+    return bytes;
 }
 
 }  // namespace reference::docset

@@ -20,8 +20,12 @@ struct VELTRA_HOST_API Fault {
     std::string field;
     // What is wrong and what would be right: a sentence.
     std::string problem;
+    // Whether the next try may go well: the system failed to read the file, or had no memory for
+    // it, and nothing is known to be wrong with it.
+    bool mayPass = false;
 
-    // "file:line:column: field: problem", without the parts that are not known.
+    // "file:line:column: field: problem", without the parts that are not known. One line: control
+    // characters are written as "\u001b".
     [[nodiscard]] std::string toString() const;
 
     friend bool operator==(const Fault&, const Fault&) = default;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -54,30 +55,50 @@ JsonDocument::JsonDocument(std::string file, std::string text, FaultHandler onFa
 std::unique_ptr<JsonDocument> JsonDocument::read(const files::Folder& root,
                                                  std::string_view relativePath,
                                                  FaultHandler onFault) {
-    auto text = readContainedFile(root, relativePath, onFault);
-    if (!text)
-        return nullptr;
     const std::string file = (root.path() / std::filesystem::path(relativePath)).string();
-    std::unique_ptr<JsonDocument> document(
-        new JsonDocument(file, std::move(*text), std::move(onFault)));
+    bool isLimit = false;
+    try {
+        auto text = readContainedFile(root, relativePath, onFault);
+        if (!text)
+            return nullptr;
+        std::unique_ptr<JsonDocument> document(
+            new JsonDocument(file, std::move(*text), std::move(onFault)));
+        try {
+            return document->parse() ? std::move(document) : nullptr;
+        } catch (const std::bad_alloc&) {
+            isLimit = document->m_limited.isExceeded();
+            onFault = std::move(document->m_onFault);
+        }
+    } catch (const std::bad_alloc&) {
+        // Told below, when what was taken has been given back.
+    }
+    onFault({.file = file,
+             .problem = isLimit ? "The file's values take more than " +
+                                      std::to_string(maxDocumentMemory >> 20U) +
+                                      " MiB of memory; a documentation file never does."
+                                : "There is not enough memory to read the file.",
+             .mayPass = !isLimit});
+    return nullptr;
+}
 
+// Whether the text is a JSON document; reports why not.
+bool JsonDocument::parse() {
     json::parse_options options;
     options.max_depth = maxNesting;
-    json::parser parser(json::storage_ptr(), options);
-    parser.reset(&document->m_memory);
+    json::parser parser(json::storage_ptr(&m_limited), options);
+    parser.reset(&m_memory);
     json::error_code error;
-    const std::string& bytes = document->m_text;
-    const std::size_t consumed = parser.write(bytes.data(), bytes.size(), error);
+    const std::size_t consumed = parser.write(m_text.data(), m_text.size(), error);
     if (error) {
-        const TextPosition position = LineCounter(bytes).positionOf(consumed);
-        document->m_onFault({.file = file,
-                             .line = position.line,
-                             .column = position.column,
-                             .problem = whyNotJson(bytes, error)});
-        return nullptr;
+        const TextPosition position = LineCounter(m_text).positionOf(consumed);
+        m_onFault({.file = m_file,
+                   .line = position.line,
+                   .column = position.column,
+                   .problem = whyNotJson(m_text, error)});
+        return false;
     }
-    document->m_top = parser.release();
-    return document;
+    m_top = parser.release();
+    return true;
 }
 
 std::optional<JsonNode> JsonDocument::top(std::string_view format, unsigned formatVersion) const {

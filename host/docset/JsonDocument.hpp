@@ -17,12 +17,17 @@
 
 #include "docset/Fault.hpp"
 #include "docset/JsonPosition.hpp"
+#include "docset/LimitedMemory.hpp"
 #include "files/Folder.hpp"
 
 namespace reference::docset {
 
 // How deeply a documentation file may be nested: twice what its format needs.
 inline constexpr std::size_t maxNesting = 32;
+
+// How much memory, in bytes, the values of one file may take, besides its text: some forty times
+// what the files of a product with 10,000 entities take.
+inline constexpr std::size_t maxDocumentMemory = std::size_t{1} << 30U;
 
 class JsonDocument;
 
@@ -104,7 +109,8 @@ class JsonDocument {
         -> decltype(read(std::declval<const JsonDocument&>()));
 
     // Reads and parses the file `relativePath` below `root`. Nothing, after one call of `onFault`,
-    // when it cannot be read, is not well-formed UTF-8 or JSON, or is nested too deeply.
+    // when it cannot be read, is not well-formed UTF-8 or JSON, is nested too deeply, or takes more
+    // than `maxDocumentMemory` or more memory than there is.
     [[nodiscard]] static std::unique_ptr<JsonDocument> read(const files::Folder& root,
                                                             std::string_view relativePath,
                                                             FaultHandler onFault);
@@ -133,6 +139,7 @@ class JsonDocument {
 
     JsonDocument(std::string file, std::string text, FaultHandler onFault);
 
+    [[nodiscard]] bool parse();
     void fault(const JsonNode& at, std::string problem) const;
 
     std::string m_file;
@@ -142,7 +149,8 @@ class JsonDocument {
     mutable std::vector<std::string> m_pendingProblems;
     std::string m_text;
     FaultHandler m_onFault;
-    boost::json::monotonic_resource m_memory;
+    LimitedMemory m_limited{maxDocumentMemory};
+    boost::json::monotonic_resource m_memory{1024, boost::json::storage_ptr(&m_limited)};
     // Uses that memory from the start, so that the parser's value is taken over, not copied.
     boost::json::value m_top = boost::json::value(boost::json::storage_ptr(&m_memory));
 };

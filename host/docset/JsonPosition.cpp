@@ -83,7 +83,7 @@ class PathHandler {
         valueIsNext = false;
         if (m_path.empty())
             return true;
-        if (auto* index = std::get_if<std::size_t>(&m_path.back())) {
+        if (auto& index = m_path.back().index) {
             ++*index;
             valueIsNext = true;
         }
@@ -227,11 +227,11 @@ std::string shortened(std::string_view text) {
 std::string toFieldName(const JsonPath& path) {
     std::string name;
     for (const auto& step : path) {
-        if (const auto* index = std::get_if<std::size_t>(&step)) {
-            name += "[" + std::to_string(*index) + "]";
+        if (step.index) {
+            name += "[" + std::to_string(*step.index) + "]";
             continue;
         }
-        const auto& member = std::get<std::string>(step);
+        const std::string& member = step.name;
         if (isPlainName(std::string_view(member).substr(0, maxShown)))
             name += (name.empty() ? "" : ".") + shortened(member);
         else

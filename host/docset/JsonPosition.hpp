@@ -10,13 +10,25 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <variant>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 namespace reference::docset {
 
 // From an object to a member, by its name; from an array to an element, by its index.
-using JsonStep = std::variant<std::string, std::size_t>;
+struct JsonStep {
+    JsonStep(std::string member) : name(std::move(member)) {}
+    JsonStep(std::size_t element) : index(element) {}
+
+    std::string name;
+    std::optional<std::size_t> index;  // nothing: the step is to the member
+
+    friend bool operator==(const JsonStep&, const JsonStep&) = default;
+    friend bool operator<(const JsonStep& a, const JsonStep& b) {
+        return std::tie(a.index, a.name) < std::tie(b.index, b.name);
+    }
+};
 
 using JsonPath = std::vector<JsonStep>;
 

@@ -181,31 +181,29 @@ bool isUnchanged(const files::Folder& root, const IndexedLookup& lookup) {
     return aliases && aliases->isSameAs(*lookup.aliases);
 }
 
-void writeSetIndexes(const files::Folder& root, const Manifest& manifest) {
+std::vector<std::string> writeSetIndexes(const files::Folder& root, const Manifest& manifest) {
     const auto ignore = [](const std::string& /*why*/) {};
+    std::vector<std::string> problems;
     for (const auto& locale : manifest.locales) {
         const std::string fileName = setIndexFileName(manifest, locale);
-        const std::string newName = fileName + ".new";
         try {
             const auto files = lookupFilesIn(manifest, locale);
             const auto known = openSetIndex(root, fileName, ignore);
             if (known && isOf(*known, root, files))
                 continue;
-            if (const auto index = indexOf(root, files)) {
-                root.writeFile(newName, docimage::toImageFile(*index, ImageKind::Set, {}));
-                root.rename(newName, fileName);
-            } else if (known) {
+            if (const auto index = indexOf(root, files))
+                root.replaceFile(fileName, docimage::toImageFile(*index, ImageKind::Set, {}));
+            else if (known)
                 root.remove(fileName);
-            }
-        } catch (const std::exception&) {
-            // What is left of an index that is not of the set is passed over by its readers.
-            try {
-                root.remove(newName);
-            } catch (const std::system_error&) {
-                continue;
-            }
+        } catch (const std::bad_alloc&) {
+            problems.push_back((root.path() / fileName).string() +
+                               ": there is not enough memory to write the index");
+        } catch (const std::exception& problem) {
+            // An index that is not of the set is passed over by its readers.
+            problems.emplace_back(problem.what());
         }
     }
+    return problems;
 }
 
 }  // namespace reference::docset

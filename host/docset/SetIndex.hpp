@@ -55,7 +55,8 @@ struct SetIndex {
 
 // Writes the index for each of the set's locales, unless it is of the files already. Where a
 // product has no image there is none afterwards, and where one cannot be written, at most one that
-// its readers see not to be of the files: nobody needs one in order to read the set.
-void writeSetIndexes(const files::Folder& root, const Manifest& manifest);
+// its readers see not to be of the files: nobody needs one in order to read the set. Returns why
+// some could not be written, a text for each.
+std::vector<std::string> writeSetIndexes(const files::Folder& root, const Manifest& manifest);
 
 }  // namespace reference::docset

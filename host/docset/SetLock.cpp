@@ -8,12 +8,20 @@
 
 namespace reference::docset {
 
-SetLock::SetLock(const files::Folder& root) : m_file(root.openOrMakeFile(lockFileName)) {
-    while (::flock(m_file.number(), LOCK_EX) != 0)
-        if (errno != EINTR)
+SetLock::SetLock(const files::Folder& root, const OnWait& onWait)
+    : m_file(root.openOrMakeFile(lockFileName)) {
+    int operation = LOCK_EX | LOCK_NB;
+    while (::flock(m_file.number(), operation) != 0) {
+        if (errno == EWOULDBLOCK && operation != LOCK_EX) {
+            operation = LOCK_EX;
+            if (onWait)
+                onWait();
+        } else if (errno != EINTR) {
             throw std::system_error(
                 errno, std::generic_category(),
                 (root.path() / lockFileName).string() + ": the documentation set cannot be locked");
+        }
+    }
 }
 
 }  // namespace reference::docset

@@ -1,6 +1,7 @@
 // Keeps other processes from changing a documentation set. Internal: no public header includes it.
 #pragma once
 
+#include "docset/OnWait.hpp"
 #include "files/Folder.hpp"
 
 namespace reference::docset {
@@ -9,8 +10,8 @@ namespace reference::docset {
 // where there is none, and stays.
 class SetLock {
   public:
-    // Throws std::system_error.
-    explicit SetLock(const files::Folder& root);
+    // Throws std::system_error, and what `onWait` throws.
+    SetLock(const files::Folder& root, const OnWait& onWait);
 
   private:
     files::Descriptor m_file;

@@ -108,9 +108,9 @@ class Compilation {
 
 }  // namespace
 
-CompilationReport compile(const std::filesystem::path& root) {
+CompilationReport compile(const std::filesystem::path& root, const OnWait& onWait) {
     Compilation compilation(root);
-    const SetLock lock(compilation.folder());
+    const SetLock lock(compilation.folder(), onWait);
     const auto manifest =
         readManifestFile(compilation.folder(), manifestFileName, compilation.reporter());
     if (!manifest)
@@ -121,8 +121,10 @@ CompilationReport compile(const std::filesystem::path& root) {
             if (!files.reference.empty())
                 compilation.compilePages(files.reference);
         }
-    writeSetIndexes(compilation.folder(), *manifest);
-    return compilation.take();
+    auto problems = writeSetIndexes(compilation.folder(), *manifest);
+    CompilationReport report = compilation.take();
+    report.problems = std::move(problems);
+    return report;
 }
 
 }  // namespace reference::docset

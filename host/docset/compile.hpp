@@ -2,9 +2,11 @@
 
 #include <cstddef>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 #include "docset/Fault.hpp"
+#include "docset/OnWait.hpp"
 #include "foundation/core/export.hpp"
 
 namespace reference::docset {
@@ -16,6 +18,8 @@ struct CompilationReport {
     // Images that were written, and those that were of their file already.
     std::size_t written = 0;
     std::size_t kept = 0;
+    // Why indexes of the set, which make it quick to open, could not be written; a text for each.
+    std::vector<std::string> problems;
 };
 
 // Writes the compiled image of every lookup and reference file that the manifest of the set at
@@ -25,6 +29,7 @@ struct CompilationReport {
 //
 // An image is only ever a shortcut: without it, the file is read. Throws std::system_error where
 // the set cannot be opened or locked, or an image cannot be written. Any thread.
-[[nodiscard]] VELTRA_HOST_API CompilationReport compile(const std::filesystem::path& root);
+[[nodiscard]] VELTRA_HOST_API CompilationReport compile(const std::filesystem::path& root,
+                                                        const OnWait& onWait = {});
 
 }  // namespace reference::docset

@@ -6,6 +6,8 @@
 #include <charconv>
 #include <cstddef>
 #include <cstring>
+#include <iterator>
+#include <new>
 #include <optional>
 #include <set>
 #include <sstream>
@@ -41,6 +43,11 @@ namespace json = boost::json;
     throw PublishError(file.string() + ": " + problem);
 }
 
+// Not every error of the file system names a file.
+[[noreturn]] void failWith(const fs::filesystem_error& error, const fs::path& root) {
+    fail(error.path1().empty() ? root : error.path1(), error.code().message() + ".");
+}
+
 [[noreturn]] void raiseFault(const Fault& fault) {
     throw PublishError(fault.toString());
 }
@@ -51,6 +58,8 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
 
 std::string contentOf(const json::object& document) {
     std::ostringstream content;
+    // A text that is cut for want of memory must not be taken for the whole.
+    content.exceptions(std::ios::badbit);
     writeJson(content, document);
     content << '\n';
     return std::move(content).str();
@@ -148,7 +157,9 @@ std::optional<std::size_t> editionOf(const std::string& fileName, const std::str
     const char* const end = fileName.data() + fileName.size();
     std::size_t edition = 0;
     const auto [rest, error] = std::from_chars(fileName.data() + stem.size(), end, edition);
-    const std::string_view ending(rest, static_cast<std::size_t>(end - rest));
+    std::string_view ending(rest, static_cast<std::size_t>(end - rest));
+    if (ending.ends_with(files::newFileEnding))
+        ending.remove_suffix(files::newFileEnding.size());
     const bool isOfEdition =
         std::ranges::any_of(std::array{lookupEnding, referenceEnding}, [&](std::string_view known) {
             return ending == known || ending == imageFileName(known) ||
@@ -159,14 +170,17 @@ std::optional<std::size_t> editionOf(const std::string& fileName, const std::str
     return edition;
 }
 
-// The files of the next edition: later than all that are there, so that a reader that holds an old
-// manifest finds the files that it names or nothing, never something newer.
-ProductFiles newEdition(const files::Folder& folder, const std::string& locale,
-                        const std::string& stem) {
+// The latest edition of which there is a file.
+std::size_t latestEdition(const files::Folder& folder, const std::string& stem) {
     std::size_t latest = 0;
     for (const auto& name : folder.names())
         latest = std::max(latest, editionOf(name, stem).value_or(0));
-    const std::string start = locale + "/" + stem + std::to_string(latest + 1);
+    return latest;
+}
+
+ProductFiles filesOfEdition(std::size_t edition, const std::string& locale,
+                            const std::string& stem) {
+    const std::string start = locale + "/" + stem + std::to_string(edition);
     return {.lookup = start + std::string(lookupEnding),
             .reference = start + std::string(referenceEnding)};
 }
@@ -235,11 +249,15 @@ void requireReadable(const files::Folder& root, const ProductFiles& files,
 
 // The new manifest takes effect with the rename; until then the set is as it was.
 void replaceManifest(const files::Folder& root, const Manifest& manifest) {
-    root.writeFile(newManifestFileName, contentOf(toJson(manifest)));
-    if (readManifestFile(root, newManifestFileName, raiseFault) != manifest)
-        fail(root.path() / newManifestFileName, notReadBack);
-    root.rename(newManifestFileName, manifestFileName);
-    root.flush();
+    try {
+        root.writeFile(newManifestFileName, contentOf(toJson(manifest)));
+        if (readManifestFile(root, newManifestFileName, raiseFault) != manifest)
+            fail(root.path() / newManifestFileName, notReadBack);
+        root.rename(newManifestFileName, manifestFileName);
+    } catch (...) {
+        removeQuietly(root, newManifestFileName);
+        throw;
+    }
 }
 
 Manifest withProduct(Manifest manifest, const std::string& locale, const std::u16string& shortName,
@@ -254,25 +272,56 @@ Manifest withProduct(Manifest manifest, const std::string& locale, const std::u1
     return manifest;
 }
 
-void publishLocked(const files::Folder& root, const std::string& locale,
-                   const ProductDocumentation& documentation, const ProductContents& contents) {
+// What a stopped process left of editions that never took effect: those after the one that the
+// manifest names. They may be what fills the disk.
+void removeAbandoned(const files::Folder& folder, const Manifest& manifest,
+                     const std::string& locale, const std::string& stem) {
+    std::size_t named = 0;
+    for (const auto& product : manifest.products)
+        if (const auto files = product.files.find(locale); files != product.files.end())
+            for (const auto& file : {files->second.lookup, files->second.reference})
+                named = std::max(named, editionOf(nameInFolder(file), stem).value_or(0));
+    for (const auto& name : folder.names()) {
+        const auto edition = editionOf(name, stem);
+        if (edition && (*edition > named || name.ends_with(files::newFileEnding)))
+            removeQuietly(folder, name);
+    }
+}
+
+void writeEdition(const files::Folder& root, const files::Folder& folder, const ProductFiles& files,
+                  const ProductDocumentation& documentation, const ProductContents& contents) {
+    const std::string lookup = nameInFolder(files.lookup);
+    const std::string reference = nameInFolder(files.reference);
+    folder.writeFile(lookup, contents.lookup);
+    folder.writeFile(reference, contents.reference);
+    if (!contents.aliases.empty())
+        folder.writeFile(aliasFileName(lookup), contents.aliases);
+    folder.flush();
+    requireReadable(root, files, documentation);
+    writeCompiledLookup(folder, lookup, documentation.header, documentation.entities,
+                        documentation.aliases);
+    writeCompiledPages(folder, reference,
+                       {{.header = documentation.header, .pages = documentation.pages}});
+}
+
+std::vector<std::string> publishLocked(const files::Folder& root, const std::string& locale,
+                                       const ProductDocumentation& documentation,
+                                       const ProductContents& contents) {
     const Manifest before = currentManifest(root, locale);
     const std::string stem = fileStem(documentation.header.shortName);
     const files::Folder folder = root.makeFolder(locale);
-    ProductFiles files = newEdition(folder, locale, stem);
+    // Later than all that are there, so that a reader that holds an old manifest finds the files
+    // that it names or nothing, never something newer.
+    const std::size_t edition = latestEdition(folder, stem) + 1;
+    removeAbandoned(folder, before, locale, stem);
+    ProductFiles files = filesOfEdition(edition, locale, stem);
     files.source = documentation.source;
     const Manifest after = withProduct(before, locale, documentation.header.shortName, files);
+    std::set<std::string> kept = namedFiles(before);
+    kept.merge(namedFiles(after));
     try {
-        folder.writeFile(nameInFolder(files.lookup), contents.lookup);
-        folder.writeFile(nameInFolder(files.reference), contents.reference);
-        if (!contents.aliases.empty())
-            folder.writeFile(aliasFileName(nameInFolder(files.lookup)), contents.aliases);
-        folder.flush();
-        requireReadable(root, files, documentation);
-        writeCompiledLookup(folder, nameInFolder(files.lookup), documentation.header,
-                            documentation.entities, documentation.aliases);
-        writeCompiledPages(folder, nameInFolder(files.reference),
-                           {{.header = documentation.header, .pages = documentation.pages}});
+        writeEdition(root, folder, files, documentation, contents);
+        replaceManifest(root, after);
     } catch (...) {
         for (const auto& file : {nameInFolder(files.lookup), nameInFolder(files.reference)}) {
             removeQuietly(folder, file);
@@ -281,15 +330,28 @@ void publishLocked(const files::Folder& root, const std::string& locale,
         }
         throw;
     }
-    replaceManifest(root, after);
-    writeSetIndexes(root, after);
-    std::set<std::string> kept = namedFiles(before);
-    kept.merge(namedFiles(after));
-    removeOldEditions(folder, locale, stem, kept);
+    // The product has taken effect: from here on nothing may look as if it had not.
+    std::vector<std::string> problems;
+    const auto attempt = [&](const auto& finish) {
+        try {
+            finish();
+        } catch (const std::bad_alloc&) {
+            problems.emplace_back("there was not enough memory to finish");
+        } catch (const std::exception& problem) {
+            problems.emplace_back(problem.what());
+        }
+    };
+    attempt([&] { root.flush(); });
+    attempt([&] { std::ranges::move(writeSetIndexes(root, after), std::back_inserter(problems)); });
+    attempt([&] { removeOldEditions(folder, locale, stem, kept); });
+    return problems;
 }
 
 void requireNames(const fs::path& root, const std::string& locale,
                   const std::u16string& shortName) {
+    if (root.empty())
+        throw PublishError(
+            "The documentation set has no folder; name an empty or new one, or the root of a set.");
     if (shortName.empty())
         fail(root, "The product has no short name; a set files products by it.");
     if (const auto reason = whyNotALocale(locale))
@@ -337,14 +399,15 @@ void requirePublishable(const fs::path& root, const std::string& locale,
             fail(nearest, std::string("Nothing can be written into the folder: ") +
                               std::strerror(errno) + ".");
     } catch (const fs::filesystem_error& error) {
-        throw PublishError(error.path1().string() + ": " + error.code().message() + ".");
+        failWith(error, root);
     } catch (const std::system_error& error) {
         throw PublishError(error.what() + std::string("."));
     }
 }
 
-void publishProduct(const fs::path& root, const std::string& locale,
-                    const ProductDocumentation& documentation) {
+std::vector<std::string> publishProduct(const fs::path& root, const std::string& locale,
+                                        const ProductDocumentation& documentation,
+                                        const OnWait& onWait) {
     requireNames(root, locale, documentation.header.shortName);
     requireSource(root, documentation.source);
     try {
@@ -352,10 +415,10 @@ void publishProduct(const fs::path& root, const std::string& locale,
         fs::create_directories(root);
         const files::Folder folder(root);
         requireOwnFolder(folder);
-        const SetLock lock(folder);
-        publishLocked(folder, locale, documentation, contents);
+        const SetLock lock(folder, onWait);
+        return publishLocked(folder, locale, documentation, contents);
     } catch (const fs::filesystem_error& error) {
-        throw PublishError(error.path1().string() + ": " + error.code().message() + ".");
+        failWith(error, root);
     } catch (const std::system_error& error) {
         throw PublishError(error.what() + std::string("."));
     }

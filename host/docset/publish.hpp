@@ -3,7 +3,9 @@
 #include <filesystem>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
+#include "docset/OnWait.hpp"
 #include "docset/ProductDocumentation.hpp"
 #include "foundation/core/export.hpp"
 
@@ -34,9 +36,16 @@ class VELTRA_HOST_API PublishError : public std::runtime_error {
 //
 // `locale` is a folder name such as "en_US": UTF-8 without control characters, and no name that a
 // file of the set has. Throws PublishError when the root holds something else, its manifest is
-// faulty, or a file cannot be written or read back; the set is then as it was. Any thread.
-VELTRA_HOST_API void publishProduct(const std::filesystem::path& root, const std::string& locale,
-                                    const ProductDocumentation& documentation);
+// faulty, or a file cannot be written or read back; the set is then as it was, and what had been
+// written is removed. Files that a stopped process left behind are removed first. Any thread.
+//
+// Returns what could not be done once the product had taken effect, a text for each: the indexes
+// that make the set quick to open, the removal of old files, the confirmation of the disk. Mostly
+// empty.
+VELTRA_HOST_API std::vector<std::string> publishProduct(const std::filesystem::path& root,
+                                                        const std::string& locale,
+                                                        const ProductDocumentation& documentation,
+                                                        const OnWait& onWait = {});
 
 // Throws PublishError where publishProduct() would refuse this product: because of its short name,
 // the locale, or what lies at the root. Makes and changes nothing, so that it can be asked before

@@ -14,6 +14,7 @@
 #include "docset/JsonDocument.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
+#include "docset/hrefs.hpp"
 #include "fl/i18n/utf.hpp"
 
 namespace reference::docset {
@@ -162,7 +163,7 @@ class Validator {
     }
 
     void checkAliases(const std::string& lookupFile) {
-        const auto root = openRoot(m_root, lookupFile, [](const Fault&) {});
+        const auto root = openRoot(m_root, lookupFile, handler());
         if (!root || !hasAliasFile(*root, lookupFile))
             return;
         ++m_report.files;
@@ -177,8 +178,10 @@ class Validator {
                   "The head of the product \"" + toUtf8(lookup.header.shortName) +
                       "\" is not the one that its lookup file has.");
         std::map<std::u16string, Answers> answersByHref;
-        for (const auto& [href, items] : reference.pages)
+        for (const auto& [href, items] : reference.pages) {
             answersByHref.emplace(href, answersOf(items));
+            checkHrefs(href, items, files.reference);
+        }
 
         std::map<std::u16string, std::set<std::u16string>> filedByHref;
         for (const auto& [name, records] : lookup.entities)
@@ -193,6 +196,33 @@ class Validator {
                         fault(files.reference, "pages[\"" + toUtf8(href) + "\"]",
                               "No record of the lookup file leads from \"" +
                                   toUtf8(entity.getName()) + "\" to this item.");
+    }
+
+    // An href is opened in a browser: it must lead nowhere but to the documentation and the web.
+    void checkHrefs(const std::u16string& page, const std::vector<RefItem>& items,
+                    const std::string& file) {
+        const std::string field = "pages[\"" + shortened(toUtf8(page)) + "\"]";
+        if (const auto reason = whyNotAPage(page))
+            fault(file, field, "The page's href is none. " + *reason);
+        const auto requireTarget = [&](const std::u16string& href, const char* where) {
+            if (const auto reason = whyNotATarget(href))
+                fault(file, field,
+                      "The href \"" + shortened(toUtf8(href)) + "\" of " + where + " is none. " +
+                          *reason);
+        };
+        for (const auto& item : items) {
+            for (const auto& entry : item.getSeeAlsoInfo())
+                requireTarget(entry.getPage(), "a reference to another page");
+            for (const auto& entry : item.getReplacements())
+                requireTarget(entry.getPage(), "a replacement");
+            for (const auto& input : item.getInputs())
+                requireTarget(input.getHref(), "an input");
+            for (const auto& output : item.getOutputs())
+                requireTarget(output.getHref(), "an output");
+            for (const auto& group : item.getClassPropertyGroups())
+                for (const auto& property : group.getClassProperties())
+                    requireTarget(property.getHref(), "a property");
+        }
     }
 
     void checkRecord(const std::u16string& name, const property::RefItemLookup& record,

@@ -22,6 +22,24 @@ std::error_code toErrorCode(int number) {
     return {number, std::generic_category()};
 }
 
+// openat(2), repeated where a signal interrupts it. A negative number: not opened, for the reason
+// in errno.
+int openAt(int folder, const char* name, int flags, ::mode_t mode = 0) {
+    int number = -1;
+    do
+        number = ::openat(folder, name, flags, mode);
+    while (number < 0 && errno == EINTR);
+    return number;
+}
+
+// fsync(2), likewise. 0, or the number of the error.
+int flushFile(int descriptor) {
+    while (::fsync(descriptor) != 0)
+        if (errno != EINTR)
+            return errno;
+    return 0;
+}
+
 // 0, or the number of the error for what is no regular file.
 int whyNotRegular(const struct ::stat& status) {
     if (S_ISREG(status.st_mode))
@@ -69,7 +87,7 @@ Descriptor::~Descriptor() {
 }
 
 Folder::Folder(const fs::path& path)
-    : m_path(path), m_descriptor(::open(path.c_str(), folderFlags)) {
+    : m_path(path), m_descriptor(openAt(AT_FDCWD, path.c_str(), folderFlags)) {
     if (!m_descriptor.isOpen())
         fail({}, errno, "the folder cannot be opened");
 }
@@ -139,7 +157,7 @@ std::optional<FileStamp> Folder::stampOf(const std::string& relativePath) const 
 
 std::vector<std::string> Folder::names() const {
     // A descriptor of its own, because closing the stream closes it.
-    const int number = ::openat(m_descriptor.number(), ".", folderFlags);
+    const int number = openAt(m_descriptor.number(), ".", folderFlags);
     const auto close = [](::DIR* stream) { ::closedir(stream); };
     const std::unique_ptr<::DIR, decltype(close)> stream(number < 0 ? nullptr : ::fdopendir(number),
                                                          close);
@@ -161,7 +179,7 @@ std::vector<std::string> Folder::names() const {
 
 Folder Folder::openFolder(const std::string& name) const {
     requireName(name);
-    Descriptor folder(::openat(m_descriptor.number(), name.c_str(), folderFlags | O_NOFOLLOW));
+    Descriptor folder(openAt(m_descriptor.number(), name.c_str(), folderFlags | O_NOFOLLOW));
     if (!folder.isOpen())
         fail(name, errno, "the folder cannot be opened");
     return {m_path / name, std::move(folder)};
@@ -176,9 +194,9 @@ Folder Folder::makeFolder(const std::string& name) const {
 
 Descriptor Folder::openOrMakeFile(const std::string& name) const {
     requireName(name);
-    Descriptor file(::openat(m_descriptor.number(), name.c_str(),
-                             O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
-                             0644));
+    Descriptor file(openAt(m_descriptor.number(), name.c_str(),
+                           O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC,
+                           0644));
     if (!file.isOpen())
         fail(name, errno, "the file cannot be opened");
     struct ::stat status = {};
@@ -192,14 +210,30 @@ void Folder::writeFile(const std::string& name, std::string_view content) const 
     requireName(name);
     if (::unlinkat(m_descriptor.number(), name.c_str(), 0) != 0 && errno != ENOENT)
         fail(name, errno, "the file cannot be replaced");
-    Descriptor file(::openat(m_descriptor.number(), name.c_str(),
-                             O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
+    Descriptor file(openAt(m_descriptor.number(), name.c_str(),
+                           O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0666));
     if (!file.isOpen())
         fail(name, errno, "the file cannot be created");
+    // Half a file is of no use, and keeps a full disk full.
+    const auto giveUp = [&](int problem, const char* what) {
+        ::unlinkat(m_descriptor.number(), name.c_str(), 0);
+        fail(name, problem, what);
+    };
     if (const int problem = writeWhole(file.number(), content); problem != 0)
-        fail(name, problem, "the file could not be written");
-    if (::fsync(file.number()) != 0)
-        fail(name, errno, "the file could not be written to the disk");
+        giveUp(problem, "the file could not be written");
+    if (const int problem = flushFile(file.number()); problem != 0)
+        giveUp(problem, "the file could not be written to the disk");
+}
+
+void Folder::replaceFile(const std::string& name, std::string_view content) const {
+    const std::string newName = name + std::string(newFileEnding);
+    writeFile(newName, content);
+    try {
+        rename(newName, name);
+    } catch (...) {
+        ::unlinkat(m_descriptor.number(), newName.c_str(), 0);
+        throw;
+    }
 }
 
 void Folder::rename(const std::string& name, const std::string& newName) const {
@@ -221,8 +255,8 @@ void Folder::remove(const std::string& name) const {
 }
 
 void Folder::flush() const {
-    if (::fsync(m_descriptor.number()) != 0)
-        fail({}, errno, "the folder could not be written to the disk");
+    if (const int problem = flushFile(m_descriptor.number()); problem != 0)
+        fail({}, problem, "the folder could not be written to the disk");
 }
 
 }  // namespace reference::files

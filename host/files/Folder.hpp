@@ -23,6 +23,10 @@ namespace reference::files {
 // of the folder is std::errc::cross_device_link.
 //
 // Any thread may call the const operations. Each object is used by one thread while it is moved.
+// What ends the name of a file that is still being written. A process that is stopped may leave it
+// behind.
+inline constexpr std::string_view newFileEnding = ".new";
+
 class VELTRA_HOST_API Folder {
   public:
     // Opens `path`; links on the way to it, and it itself as a link, are followed. Throws
@@ -63,8 +67,13 @@ class VELTRA_HOST_API Folder {
     [[nodiscard]] Descriptor openOrMakeFile(const std::string& name) const;
 
     // Makes a new file with this content and waits until the disk has it. A file or link that has
-    // the name is removed first, not written into.
+    // the name is removed first, not written into. Where the content cannot be written whole,
+    // nothing of it is left.
     void writeFile(const std::string& name, std::string_view content) const;
+
+    // The same, but whoever opens the file meanwhile finds the old one, none, or the new one,
+    // whole: it is written under its name with `newFileEnding` and renamed.
+    void replaceFile(const std::string& name, std::string_view content) const;
 
     // Renames a file of the folder, replacing one that has the new name.
     void rename(const std::string& name, const std::string& newName) const;

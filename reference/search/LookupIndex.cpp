@@ -44,7 +44,7 @@ LookupIndex::~LookupIndex() = default;
 
 // Called again after it threw.
 const LookupImage& LookupIndex::open(Source& source) {
-    std::call_once(source.once, [&] {
+    source.once.call([&] {
         const auto& image = source.resource.getImage();
         source.image =
             image ? image : std::make_shared<const LookupImage>(source.resource.getItems());
@@ -146,7 +146,7 @@ std::vector<const LookupImage*> LookupIndex::allLookups() const {
 
 // Called again after it threw.
 const docimage::QuestionIndex& LookupIndex::makeQuestions() const {
-    std::call_once(m_questionsMade, [this] {
+    m_questionsMade.call([this] {
         docimage::ImageWriter writer;
         constexpr std::uint32_t firstSection = 0;
         docimage::QuestionIndex::write(allLookups(), writer, firstSection);

@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 #include <utility>
@@ -21,6 +20,7 @@
 #include "docimage/QuestionIndex.hpp"
 #include "docparser/DocResource.hpp"
 #include "docparser/ParsingResults.hpp"
+#include "foundation/core/Once.hpp"
 #include "property/HeaderInfo.hpp"
 #include "property/RefItemLookup.hpp"
 #include "reference/search/JoinedLexicon.hpp"
@@ -102,7 +102,7 @@ class LookupIndex {
     struct Source {
         docparser::DocResource<property::RefItemLookup> resource;
         std::atomic<const docimage::LookupImage*> opened{nullptr};
-        std::once_flag once;
+        foundation::core::Once once;
         std::shared_ptr<const docimage::LookupImage> image;
     };
     // One kind of name of all products, with keys or hrefs numbered through.
@@ -137,7 +137,7 @@ class LookupIndex {
     bool m_isJoinable = false;
     mutable std::array<Kind, docimage::nameKinds> m_kinds;
     JoinedLexicon m_joinedWords;
-    mutable std::once_flag m_questionsMade;
+    mutable foundation::core::Once m_questionsMade;
     mutable std::shared_ptr<const docimage::QuestionIndex> m_questions;
     mutable std::atomic<const docimage::QuestionIndex*> m_openedQuestions{nullptr};
 };

@@ -191,7 +191,7 @@ const ClassExpansion& ProductPages::expansion(std::size_t number) const {
 const Lexicon& ProductPages::words() const {
     if (m_image != nullptr)
         return m_image->words();
-    std::call_once(m_wordsMade, [this] {
+    m_wordsMade.call([this] {
         docimage::LexiconBuilder builder;
         for (std::size_t number = 0; number < itemCount(); ++number)
             docimage::addWords(item(number), static_cast<std::uint32_t>(number), builder);
@@ -207,7 +207,7 @@ const Lexicon& ProductPages::words() const {
 const Lexicon& ProductPages::wordStems() const {
     if (m_image != nullptr)
         return m_image->wordStems();
-    std::call_once(m_stemsMade, [this] {
+    m_stemsMade.call([this] {
         docimage::ImageWriter writer;
         constexpr std::uint32_t firstSection = 0;
         docimage::writeStems(words(), writer, firstSection);

@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +13,7 @@
 #include "docimage/LookupImage.hpp"
 #include "docimage/PageImage.hpp"
 #include "docparser/DocResource.hpp"
+#include "foundation/core/Once.hpp"
 #include "property/RefItem.hpp"
 
 namespace reference::search {
@@ -92,10 +92,10 @@ class ProductPages {
     // Owned; null until they are first asked for.
     mutable std::vector<std::atomic<const property::SharedItem*>> m_imageItems;
     mutable std::vector<std::atomic<const ClassExpansion*>> m_expansions;
-    mutable std::once_flag m_wordsMade;
+    mutable foundation::core::Once m_wordsMade;
     mutable std::shared_ptr<const docimage::Image> m_wordsImage;
     mutable docimage::Lexicon m_words;
-    mutable std::once_flag m_stemsMade;
+    mutable foundation::core::Once m_stemsMade;
     mutable std::shared_ptr<const docimage::Image> m_stemsImage;
     mutable docimage::Lexicon m_wordStems;
 };

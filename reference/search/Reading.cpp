@@ -23,7 +23,7 @@ const JoinedPages& ReadingPages::keep(std::uint32_t product,
 }
 
 const LookupIndex& Reading::makeIndex() const {
-    std::call_once(m_indexMade, [this] {
+    m_indexMade.call([this] {
         m_index = std::make_unique<const LookupIndex>(*m_installed, m_known);
         m_madeIndex.store(m_index.get(), std::memory_order_release);
     });

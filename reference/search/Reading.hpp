@@ -6,12 +6,12 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "docparser/ParsingResults.hpp"
+#include "foundation/core/Once.hpp"
 #include "reference/search/AtomicShared.hpp"
 #include "reference/search/JoinedLexicon.hpp"
 #include "reference/search/LookupIndex.hpp"
@@ -82,7 +82,7 @@ class Reading {
 
     const std::shared_ptr<const LookupResources> m_installed;
     const docparser::InstalledIndex m_known;
-    mutable std::once_flag m_indexMade;
+    mutable foundation::core::Once m_indexMade;
     mutable std::unique_ptr<const LookupIndex> m_index;
     mutable std::atomic<const LookupIndex*> m_madeIndex{nullptr};
     AtomicShared<ReadingPages> m_pages;

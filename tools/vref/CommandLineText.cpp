@@ -6,6 +6,9 @@
 #include <string_view>
 #include <utility>
 
+#include <boost/json/array.hpp>
+
+#include "docset/JsonText.hpp"
 #include "fl/i18n/utf.hpp"
 #include "vref/ExitStatus.hpp"
 
@@ -85,6 +88,21 @@ std::vector<std::string> splitLine(std::string_view line) {
             arguments.push_back(std::move(argument));
     }
     return arguments;
+}
+
+std::string joinLine(std::span<const std::string> arguments) {
+    std::string line;
+    for (const auto& argument : arguments) {
+        const bool isPlain = splitLine(argument) == std::vector<std::string>{argument};
+        std::string quoted = "\"";
+        for (const char unit : argument)
+            quoted += unit == '"' ? std::string("\\\"") : std::string(1, unit);
+        line += (line.empty() ? "" : " ") + (isPlain ? argument : quoted + "\"");
+    }
+    const bool isOneLine = line.find_first_of("\r\n") == std::string::npos;
+    if (isOneLine && std::ranges::equal(splitLine(line), arguments))
+        return line;
+    return docset::toJsonText(boost::json::array(arguments.begin(), arguments.end()));
 }
 
 }  // namespace reference::tools

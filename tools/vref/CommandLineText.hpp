@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -22,5 +23,9 @@ namespace reference::tools {
 // ' or `) goes on to the next one that no backslash stands before, or to the end; "--option="x y""
 // is an option and a quoted argument. Empty ones are left out. In time linear in the line's length.
 [[nodiscard]] std::vector<std::string> splitLine(std::string_view line);
+
+// The line that splitLine() divides into these arguments, with quotes where they are needed; a JSON
+// array of texts, which a session takes as well, where quotes do not do.
+[[nodiscard]] std::string joinLine(std::span<const std::string> arguments);
 
 }  // namespace reference::tools

@@ -30,7 +30,7 @@ std::string typeText(const Completion& completion) {
 
 // In one line, without tabs.
 std::string purposeText(const Completion& completion) {
-    std::string text = shown(completion.purpose);
+    std::string text = shownLine(completion.purpose);
     std::ranges::replace_if(
         text, [](char unit) { return unit == '\n' || unit == '\t'; }, ' ');
     return text;
@@ -56,7 +56,7 @@ void writeTable(std::ostream& out, const Terminal& terminal,
     using enum Table::Align;
     Table table({{"NAME", Left}, {"TYPE", Left}, {"PURPOSE", Left}});
     for (const Completion& completion : completions)
-        table.add({{shown(completion.text), Style::Name},
+        table.add({{shownLine(completion.text), Style::Name},
                    {typeText(completion)},
                    {purposeText(completion)}});
     table.write(out, terminal);
@@ -64,7 +64,7 @@ void writeTable(std::ostream& out, const Terminal& terminal,
 
 void writeLines(std::ostream& out, const std::vector<Completion>& completions) {
     for (const Completion& completion : completions)
-        out << shown(completion.text) << '\t' << typeText(completion) << '\t'
+        out << shownLine(completion.text) << '\t' << typeText(completion) << '\t'
             << purposeText(completion) << '\n';
 }
 
@@ -75,7 +75,7 @@ ExitStatus complete(const CompleteOptions& options, const Configuration& configu
     ask::CompleteOptions wanted{.limit = options.limit};
     for (const auto& text : options.query.products) {
         wanted.products.push_back(fromCommandLine(text));
-        documentation.requireInstalled(wanted.products.back());
+        documentation.requireInstalled(wanted.products.back(), "--product");
     }
     wanted.preferredProducts = preferredProducts(options.query, documentation);
     const auto completions = ask::complete(fromCommandLine(options.query.name), wanted);

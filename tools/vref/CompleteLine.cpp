@@ -390,13 +390,6 @@ std::optional<LineArguments> readArguments(std::span<const std::string> argument
     return line;
 }
 
-// In one line, without tabs.
-std::string inOneLine(std::string text) {
-    std::ranges::replace_if(
-        text, [](char c) { return c == '\n' || c == '\t'; }, ' ');
-    return text;
-}
-
 }  // namespace
 
 bool isLineCompletion(std::span<const std::string> arguments) {
@@ -414,7 +407,8 @@ ExitStatus completeLine(const CLI::App& app, std::span<const std::string> argume
         // What was found before it is as good.
     }
     for (const auto& candidate : completion.candidates())
-        std::cout << inOneLine(candidate.text) << '\t' << inOneLine(candidate.description) << '\n';
+        std::cout << printableLine(candidate.text) << '\t' << printableLine(candidate.description)
+                  << '\n';
     if (completion.wantsFolders())
         std::cout << "\tfolders\n";
     return completion.candidates().empty() && !completion.wantsFolders() ? NothingFound : Success;

@@ -116,12 +116,19 @@ std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width) {
     return lines;
 }
 
+bool controlsTerminal(char32_t character) noexcept {
+    return u_charType(static_cast<UChar32>(character)) == U_CONTROL_CHAR || character == 0x2028 ||
+           character == 0x2029 || (character >= 0x202A && character <= 0x202E) ||
+           (character >= 0x2066 && character <= 0x2069);
+}
+
 std::string withoutControls(std::string_view text) {
     const icu::UnicodeString whole = toUnicode(text);
     icu::UnicodeString kept;
     for (std::int32_t at = 0; at < whole.length(); at = whole.moveIndex32(at, 1)) {
         const UChar32 character = whole.char32At(at);
-        if (character == u'\n' || character == u'\t' || u_charType(character) != U_CONTROL_CHAR)
+        if (character == u'\n' || character == u'\t' ||
+            !controlsTerminal(static_cast<char32_t>(character)))
             kept.append(character);
     }
     return toUtf8(kept);
@@ -143,8 +150,19 @@ std::string printable(const std::string& text) {
     return withoutControls(wellFormed(text));
 }
 
+std::string printableLine(const std::string& text) {
+    std::string line = printable(text);
+    std::ranges::replace_if(
+        line, [](char byte) { return byte == '\n' || byte == '\t'; }, ' ');
+    return line;
+}
+
 std::string shown(const std::u16string& text) {
     return withoutControls(fl::i18n::toUtf8(text));
+}
+
+std::string shownLine(const std::u16string& text) {
+    return printableLine(fl::i18n::toUtf8(text));
 }
 
 }  // namespace reference::tools

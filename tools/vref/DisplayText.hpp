@@ -25,7 +25,12 @@ namespace reference::tools {
 // does a line's leading white space; an empty text has no lines.
 [[nodiscard]] std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width);
 
-// The text without control characters except line feed and tab: documentation must not be able to
+// Whether a terminal may obey the character rather than show it: a control character, a line or
+// paragraph separator, or what changes the direction of the text around it (Unicode Standard Annex
+// 9: embeddings, overrides and isolates), which makes text read as something else than it says.
+[[nodiscard]] bool controlsTerminal(char32_t character) noexcept;
+
+// The text without such characters except line feed and tab: documentation must not be able to
 // control a terminal.
 [[nodiscard]] std::string withoutControls(std::string_view text);
 
@@ -33,10 +38,15 @@ namespace reference::tools {
 // for each byte above ASCII.
 [[nodiscard]] std::string wellFormed(const std::string& text);
 
-// Any bytes, ready to be shown in a message: well-formed and without control characters.
+// Any bytes, ready to be shown in a message: well-formed and without such characters.
 [[nodiscard]] std::string printable(const std::string& text);
 
-// A text of the documentation in UTF-8, without such characters.
+// The same in one line, with spaces for line feeds and tabs: a name or a message that is quoted
+// must not look like a line of its own.
+[[nodiscard]] std::string printableLine(const std::string& text);
+
+// A text of the documentation in UTF-8, without such characters; and in one line.
 [[nodiscard]] std::string shown(const std::u16string& text);
+[[nodiscard]] std::string shownLine(const std::u16string& text);
 
 }  // namespace reference::tools

@@ -2,8 +2,11 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdio>
+#include <fstream>
 #include <iostream>
 #include <iterator>
+#include <optional>
 #include <set>
 #include <utility>
 
@@ -20,6 +23,7 @@
 #include "vref/Environment.hpp"
 #include "vref/ExitStatus.hpp"
 #include "vref/LanguageChoice.hpp"
+#include "vref/StandardStreams.hpp"
 
 namespace reference::tools {
 namespace {
@@ -80,18 +84,27 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     explicit ReportingSource(std::shared_ptr<Reports> reports) : m_reports(std::move(reports)) {}
 
     docparser::ParsingResults getResourceLookupFiles() override {
-        return m_files.getResourceLookupFiles();
+        {
+            const foundation::core::MutexLock lock(m_mutex);
+            if (auto prepared = std::exchange(m_prepared, {}))
+                return std::move(*prepared);
+        }
+        return read(m_files);
     }
     docparser::ReferenceResources getResourceFile(const std::u16string& resourceFile) override {
         try {
-            return m_files.getResourceFile(resourceFile);
+            auto resources = m_files.getResourceFile(resourceFile);
+            for (const auto& product : m_files.listProducts())
+                if (product.referenceFile == resourceFile && !resources.contains(product.shortName))
+                    ++m_unreadable;  // the source has said so
+            return resources;
         } catch (const DocParserException& exception) {
             // An error without a file means an absent product: start-up asks for products that may
             // be absent.
             if (exception.getFault().file.empty())
                 throw;
             ++m_unreadable;
-            m_reports->tell(std::string("left out: ") + exception.what());
+            m_reports->tell("left out: " + printableLine(exception.what()));
             throw;
         }
     }
@@ -113,20 +126,51 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     [[nodiscard]] FileDocSource& files() noexcept { return m_files; }
     [[nodiscard]] std::size_t unreadable() const noexcept { return m_unreadable; }
 
+    // Reads the lookup files as `location` says, for the next time that the library asks for them.
+    // Throws what that throws, and then has changed nothing.
+    void prepare(const docparser::DocumentationLocation& location) {
+        FileDocSource ahead([&] { return location; });
+        auto results = read(ahead);
+        const foundation::core::MutexLock lock(m_mutex);
+        m_prepared = std::move(results);
+    }
+    void forgetPrepared() {
+        const foundation::core::MutexLock lock(m_mutex);
+        m_prepared.reset();
+    }
+
+    // Why products are missing from what was read last.
+    [[nodiscard]] std::vector<docset::Fault> leftOut() const {
+        const foundation::core::MutexLock lock(m_mutex);
+        return m_leftOut;
+    }
+
   private:
+    docparser::ParsingResults read(FileDocSource& files) {
+        auto results = files.getResourceLookupFiles();
+        const foundation::core::MutexLock lock(m_mutex);
+        m_leftOut = results.leftOut;
+        return results;
+    }
+
     const std::shared_ptr<Reports> m_reports;
     FileDocSource m_files;
     std::atomic<std::size_t> m_unreadable{0};
+    mutable foundation::core::Mutex m_mutex;
+    std::optional<docparser::ParsingResults> m_prepared VELTRA_GUARDED_BY(m_mutex);
+    std::vector<docset::Fault> m_leftOut VELTRA_GUARDED_BY(m_mutex);
 };
 
 void reportToStandardError(const std::string& message) {
-    std::cerr << "vref: " << message << '\n';
+    say(message);
 }
 
 Documentation::Documentation(const DocumentationOptions& options, const Reporter& report)
     : m_reports(std::make_shared<Reports>(report)),
       m_source(std::make_shared<ReportingSource>(m_reports)) {
-    showWarnings([reports = m_reports](const std::string& message) { reports->tell(message); });
+    showWarnings([reports = m_reports](const std::string& message) {
+        reports->tell(printableLine(message));
+    });
     if (!options.docRoot.empty())
         setting(settings::in_veltra::docRootSetting)->setValue(options.docRoot);
     try {
@@ -136,7 +180,8 @@ Documentation::Documentation(const DocumentationOptions& options, const Reporter
             followLocale();
     } catch (const DocParserException& exception) {
         throw UnusableError("There is no usable documentation set" +
-                            inParentheses(options.docRootPlace) + ". " + exception.what() +
+                            inParentheses(options.docRootPlace) + ". " +
+                            printableLine(exception.what()) +
                             "\nName one with --doc-root or VELTRA_DOC_ROOT; \"vref validate ROOT\" "
                             "tells what is wrong with it.");
     }
@@ -153,6 +198,35 @@ void Documentation::startNewQuestion() {
 
 std::size_t Documentation::unreadableFiles() const {
     return m_source->unreadable();
+}
+
+bool Documentation::missesProducts() const {
+    const auto faults = m_source->leftOut();
+    for (const auto& fault : faults)
+        m_reports->tell("left out: " + printableLine(fault.toString()));
+    return !faults.empty();
+}
+
+bool Documentation::mayReadMore() const {
+    return std::ranges::any_of(m_source->leftOut(), [](const docset::Fault& fault) {
+        return fault.mayPass && std::ifstream(fault.file, std::ios::binary).get() != EOF;
+    });
+}
+
+void Documentation::prepareReading() {
+    prepareReading(language());
+}
+
+void Documentation::prepareReading(const std::string& locale) {
+    auto location = docparser::DocumentationLocation::current();
+    location.language = locale;
+    try {
+        m_source->prepare(location);
+    } catch (const DocParserException& exception) {
+        throw UnreadableDocumentation(
+            "The documentation cannot be read, so that what is loaded is kept: " +
+            printableLine(exception.what()));
+    }
 }
 
 std::string Documentation::language() const {
@@ -180,7 +254,16 @@ void Documentation::setLanguage(const std::string& wanted, const std::string& pl
     if (!locale)
         throw UnusableError("There is no documentation in the language \"" + wanted + "\"" + place +
                             "; there is: " + boost::join(locales, ", ") + ".");
+    if (*locale == setting(settings::in_veltra::docLanguageSetting)->get<std::string>())
+        return;
+    if (m_isLoaded)
+        prepareReading(*locale);
     setting(settings::in_veltra::docLanguageSetting)->setValue(*locale);
+}
+
+void Documentation::setLoaded() {
+    m_isLoaded = true;
+    m_source->forgetPrepared();
 }
 
 void Documentation::followLocale() {
@@ -223,18 +306,19 @@ bool Documentation::isInstalled(const std::u16string& product) const {
     });
 }
 
-void Documentation::requireInstalled(const std::u16string& product) const {
+void Documentation::requireInstalled(const std::u16string& product,
+                                     const std::string& option) const {
     std::string installed;
     for (const auto& listed : products()) {
         if (listed.shortName == product && listed.installed)
             return;
         if (listed.shortName == product)
-            throw UnusableError("The product \"" + fl::i18n::toUtf8(product) +
+            throw UnusableError(option + ": The product \"" + shownLine(product) +
                                 "\" is known but not installed, so that it cannot be searched.");
         if (listed.installed)
-            installed += (installed.empty() ? "" : ", ") + fl::i18n::toUtf8(listed.shortName);
+            installed += (installed.empty() ? "" : ", ") + shownLine(listed.shortName);
     }
-    throw UnusableError("There is no product \"" + fl::i18n::toUtf8(product) +
+    throw UnusableError(option + ": There is no product \"" + shownLine(product) +
                         "\"; installed are: " + (installed.empty() ? "none" : installed) + ".");
 }
 

@@ -11,6 +11,7 @@
 #include "docparser/FileDocSource.hpp"
 #include "docset/ProductSource.hpp"
 #include "reference/api/ReferenceData.hpp"
+#include "vref/ExitStatus.hpp"
 #include "vref/PagePlace.hpp"
 
 namespace reference::tools {
@@ -30,6 +31,12 @@ using Reporter = std::function<void(const std::string& message)>;
 
 // Writes the message to the standard error stream, after the tool's name.
 void reportToStandardError(const std::string& message);
+
+// What is loaded cannot be replaced, and stays.
+class UnreadableDocumentation : public UnusableError {
+  public:
+    using UnusableError::UnusableError;
+};
 
 // The installed documentation as the tool's commands use it: the library's, with a message for
 // everything that cannot be read. One per process.
@@ -52,8 +59,23 @@ class Documentation {
     // that were already reported be reported again.
     void startNewQuestion();
 
-    // How often a reference file could not be read so far.
+    // How often a reference file could not be read so far, or lacked its product.
     [[nodiscard]] std::size_t unreadableFiles() const;
+
+    // Whether products are missing because their lookup files could not be read, which is reported
+    // for each of them. Nothing is known to be missing before the library has read any.
+    [[nodiscard]] bool missesProducts() const;
+
+    // Whether such a file, which the system failed to read, may be readable now. To be asked now
+    // and then: where it is, the library has to read anew.
+    [[nodiscard]] bool mayReadMore() const;
+
+    // Reads ahead what the library reads after its caches are cleared. Throws
+    // UnreadableDocumentation where it cannot be read, and then has changed nothing.
+    void prepareReading();
+
+    // From now on setLanguage() reads ahead. To be called whenever the library has read.
+    void setLoaded();
 
     // The language in force: "ja_JP".
     [[nodiscard]] std::string language() const;
@@ -62,7 +84,8 @@ class Documentation {
     [[nodiscard]] std::vector<std::string> languages() const;
 
     // Changes the language for later requests. Throws UnusableError, and changes nothing, if that
-    // language is not available.
+    // language is not available; UnreadableDocumentation, likewise, if the documentation in it
+    // cannot be read although it had been read before.
     void setLanguage(const std::string& wanted);
 
     // The folders in force: the documentation root, then the support packages.
@@ -80,8 +103,8 @@ class Documentation {
 
     [[nodiscard]] bool isInstalled(const std::u16string& product) const;
 
-    // Throws UnusableError if no installed product has this name.
-    void requireInstalled(const std::u16string& product) const;
+    // Throws UnusableError if no installed product has this name; `option` is what names it.
+    void requireInstalled(const std::u16string& product, const std::string& option) const;
 
   private:
     class Reports;
@@ -89,9 +112,11 @@ class Documentation {
     // `place` is where the wish stands, for the error.
     void setLanguage(const std::string& wanted, const std::string& place);
     void followLocale();
+    void prepareReading(const std::string& locale);
 
     std::shared_ptr<Reports> m_reports;
     std::shared_ptr<ReportingSource> m_source;
+    bool m_isLoaded = false;
 };
 
 }  // namespace reference::tools

@@ -1,9 +1,11 @@
 #include <iostream>
 
 #include "vref/Commands.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/Finding.hpp"
 #include "vref/PageAddresses.hpp"
 #include "vref/Pager.hpp"
+#include "vref/StandardStreams.hpp"
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
@@ -18,10 +20,10 @@ ExitStatus find(const FindOptions& options, const Configuration& configuration) 
     writeResults(output.stream(), terminal, options, finding);
     output.show();
     for (const auto& message : finding.messages)
-        std::cerr << "vref: " << message << '\n';
+        say(message);
     if (finding.lesson)
-        std::cerr << "vref: " << finding.lesson->text << "\n      vref find "
-                  << toArguments(finding.lesson->query) << '\n';
+        say(printableLine(finding.lesson->text) + "\n      vref find " +
+            forShell(toArguments(finding.lesson->query)));
     return finding.results.empty() ? NothingFound : Success;
 }
 

@@ -55,7 +55,8 @@ Answer askForName(const FindOptions& options, const Documentation& documentation
     cleaned.name = nameInPastedCode(options.query.name);
     if (cleaned.name == options.query.name)
         return answer;
-    messages.push_back("took \"" + options.query.name + "\" for the name \"" + cleaned.name + "\"");
+    messages.push_back("took \"" + printableLine(options.query.name) + "\" for the name \"" +
+                       printableLine(cleaned.name) + "\"");
     return request(options, cleaned, documentation);
 }
 
@@ -74,13 +75,22 @@ std::string complaint(const QueryOptions& query) {
     if (query.all)
         return "there are no entries of these types and products";
     if (!looksForName(query))
-        return "nothing is found for \"" + query.name + "\"";
+        return "nothing is found for \"" + printableLine(query.name) + "\"";
     std::string kinds;
     for (const auto& type : query.types)
         kinds +=
             (kinds.empty() ? "" : " or ") + property::RefEntityType::enumToString(toType(type));
-    return (kinds.empty() ? "nothing" : "no " + kinds) + " is called \"" + query.name + "\"" +
+    return (kinds.empty() ? "nothing" : "no " + kinds) + " is called \"" +
+           printableLine(query.name) + "\"" +
            (query.products.empty() ? "" : " in " + boost::join(query.products, " or "));
+}
+
+// That nothing is found means little where something could not be read.
+void requireWhole(const Documentation& documentation, std::size_t unreadableBefore) {
+    if (documentation.unreadableFiles() > unreadableBefore)
+        throw UnusableError("What was found could not be read (see above).");
+    if (documentation.missesProducts())
+        throw UnusableError("Nothing is found in what could be read (see above).");
 }
 
 Finding findByRequest(const FindOptions& options, const Documentation& documentation) {
@@ -96,8 +106,7 @@ Finding findByRequest(const FindOptions& options, const Documentation& documenta
                                    std::to_string(found) + " (--limit " +
                                    std::to_string(finding.shown) + ")");
     if (found == 0) {
-        if (documentation.unreadableFiles() > unreadableBefore)
-            throw UnusableError("What was found could not be read (see above).");
+        requireWhole(documentation, unreadableBefore);
         finding.messages.push_back(complaint(answer.query));
         if (looksForName(answer.query))
             finding.lesson = teach(answer.query, documentation);
@@ -118,7 +127,7 @@ ask::AskOptions askOptions(const FindOptions& options, const Documentation& docu
     std::ranges::transform(options.query.types, std::back_inserter(asked.types), toType);
     for (const auto& name : options.query.products) {
         asked.products.push_back(fromCommandLine(name));
-        documentation.requireInstalled(asked.products.back());
+        documentation.requireInstalled(asked.products.back(), "--product");
     }
     return asked;
 }
@@ -127,9 +136,8 @@ ask::AskOptions askOptions(const FindOptions& options, const Documentation& docu
 std::string namesWithPlaces(const std::vector<ask::Hit>& hits) {
     std::string names;
     for (const auto& hit : hits)
-        names += (names.empty() ? "" : ", ") + fl::i18n::toUtf8(hit.name) + " (" +
-                 kindsOf(hit.data) + ", " +
-                 fl::i18n::toUtf8(hit.data.getHeaderInfo().getShortName()) + ")";
+        names += (names.empty() ? "" : ", ") + shownLine(hit.name) + " (" + kindsOf(hit.data) +
+                 ", " + shownLine(hit.data.getHeaderInfo().getShortName()) + ")";
     return names;
 }
 
@@ -192,11 +200,11 @@ Finding findByQuestion(const FindOptions& options, const Documentation& document
     if (finding.total > 0 && answer.filteredAway > 0)
         finding.messages.push_back("the filters leave out " + std::to_string(answer.filteredAway) +
                                    " more");
-    if (finding.results.empty() && documentation.unreadableFiles() > unreadableBefore)
-        throw UnusableError("What was found could not be read (see above).");
     if (finding.total > 0)
         return finding;
-    finding.messages.push_back("nothing is found for \"" + options.query.name + "\"");
+    requireWhole(documentation, unreadableBefore);
+    finding.messages.push_back("nothing is found for \"" + printableLine(options.query.name) +
+                               "\"");
     if (!answer.turnedAway.empty())
         finding.messages.push_back(
             "without the filters there is: " + namesWithPlaces(answer.turnedAway) +
@@ -228,8 +236,10 @@ std::vector<std::string> headingsOf(const Finding& finding, bool isExplained) {
 }  // namespace
 
 Finding findEntries(const FindOptions& options, const Documentation& documentation) {
-    return options.isRequest() ? findByRequest(options, documentation)
-                               : findByQuestion(options, documentation);
+    Finding finding = options.isRequest() ? findByRequest(options, documentation)
+                                          : findByQuestion(options, documentation);
+    static_cast<void>(documentation.missesProducts());  // it says which
+    return finding;
 }
 
 void writeResults(std::ostream& out, const Terminal& terminal, const FindOptions& options,

@@ -15,7 +15,9 @@
 #include "vref/DisplayText.hpp"
 #include "vref/ProductSize.hpp"
 #include "vref/ProgressBar.hpp"
+#include "vref/StandardStreams.hpp"
 #include "vref/Terminal.hpp"
+#include "vref/sayWaiting.hpp"
 
 namespace reference::tools {
 namespace {
@@ -51,7 +53,7 @@ void writeSummary(std::ostream& out, const sphinx::ImportReport& report, bool li
     if (!report.leftOut.empty()) {
         out << "Listed by the inventory and no part of the reference:\n";
         for (const auto& [role, count] : report.leftOut)
-            out << "  " << std::setw(7) << count << "  " << role << '\n';
+            out << "  " << std::setw(7) << count << "  " << printableLine(role) << '\n';
     }
     if (report.undescribed.empty())
         return;
@@ -59,7 +61,7 @@ void writeSummary(std::ostream& out, const sphinx::ImportReport& report, bool li
     const std::size_t shown =
         listAll ? report.undescribed.size() : std::min(report.undescribed.size(), fewObjects);
     for (std::size_t at = 0; at < shown; ++at)
-        out << "  " << report.undescribed[at] << '\n';
+        out << "  " << printableLine(report.undescribed[at]) << '\n';
     if (shown < report.undescribed.size())
         out << "  and " << report.undescribed.size() - shown << " more (--list-all)\n";
 }
@@ -112,19 +114,22 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
          .progress = [&](std::size_t done, std::size_t total) { progress->update(done, total); }});
     progress.reset();
     for (const auto& fault : result.report.faults)
-        std::cerr << "vref: passed over: " << fault.page << ": " << fault.problem << '\n';
+        say("passed over: " + printableLine(fault.page + ": " + fault.problem));
     requireWorthPublishing(options, locale, result);
     result.documentation.source = sourceIn(options.source);
-    docset::publishProduct(options.root, locale, result.documentation);
+    const auto problems = docset::publishProduct(options.root, locale, result.documentation,
+                                                 [&] { sayWaiting(options.root); });
+    for (const auto& problem : problems)
+        say("the product is in place, but " + printableLine(problem));
 
     const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
     const auto& header = result.documentation.header;
-    std::cout << fl::i18n::toUtf8(header.displayName) << ' ' << fl::i18n::toUtf8(header.version)
-              << " is now the product \"" << options.product << "\" (" << locale << ") of "
-              << options.root << ":\n";
+    std::cout << shownLine(header.displayName) << ' ' << shownLine(header.version)
+              << " is now the product \"" << printableLine(options.product) << "\" (" << locale
+              << ") of " << printableLine(options.root) << ":\n";
     writeSummary(std::cout, result.report, options.listAll);
     std::cout << "Time: " << std::fixed << std::setprecision(1) << elapsed.count() << " s\n";
-    return result.report.faults.empty() ? Success : Incomplete;
+    return result.report.faults.empty() && problems.empty() ? Success : Incomplete;
 }
 
 }  // namespace reference::tools

@@ -66,7 +66,7 @@ class PageWriter {
         writeSyntaxes(item);
         if (single != nullptr && !single->getValues().empty()) {
             heading("Syntax");
-            syntax(headOf(shown(single->getName()), single->getValues()));
+            syntax(headOf(shownLine(single->getName()), single->getValues()));
         }
         const std::vector<ProseSection> sections =
             sectionsOf(single != nullptr ? purpose.substr(std::min(firstEnd + 2, purpose.size()))
@@ -77,7 +77,7 @@ class PageWriter {
         if (item.getInputGroups().empty())
             writeInfos("Inputs", item.getInputs());
         for (const auto& group : item.getInputGroups())
-            writeInfos(group.getTitle().empty() ? "Inputs" : shown(group.getTitle()),
+            writeInfos(group.getTitle().empty() ? "Inputs" : shownLine(group.getTitle()),
                        group.getInputs());
         writeInfos("Outputs", item.getOutputs());
         writeParameters(item);
@@ -86,7 +86,7 @@ class PageWriter {
                 writeSection(section.title, section);
         if (single == nullptr)
             for (const auto& group : item.getClassPropertyGroups())
-                writeInfos(group.getTitle().empty() ? "Properties" : shown(group.getTitle()),
+                writeInfos(group.getTitle().empty() ? "Properties" : shownLine(group.getTitle()),
                            group.getClassProperties(), Extent::FirstParagraph);
         for (const MemberGroup& group : details.members)
             writeMembers(group);
@@ -112,16 +112,16 @@ class PageWriter {
             place += (place.empty() ? "" : ", ") + text;
         };
         if (!item.getPackageName().empty())
-            add("package " + shown(item.getPackageName()));
+            add("package " + shownLine(item.getPackageName()));
         std::string product = shown(header.getDisplayName().empty() ? header.getShortName()
                                                                     : header.getDisplayName());
         if (!header.getVersion().empty())
-            product += " " + shown(header.getVersion());
+            product += " " + shownLine(header.getVersion());
         add(product);
         if (showsVersion && !item.getIntroduced().empty())
-            add("since " + shown(item.getIntroduced()));
+            add("since " + shownLine(item.getIntroduced()));
         prose(1, place, Style::Faint);
-        prose(1, shown(header.getHelpFolder()) + "/" + shown(item.getHref()), Style::Faint);
+        prose(1, shownLine(header.getHelpFolder()) + "/" + shownLine(item.getHref()), Style::Faint);
     }
 
     void writeSyntaxes(const RefItem& item) {
@@ -129,7 +129,7 @@ class PageWriter {
             return;
         heading("Syntax");
         for (const auto& group : item.getSyntaxGroups()) {
-            prose(1, shown(group.getTitle()), Style::Faint);
+            prose(1, shownLine(group.getTitle()), Style::Faint);
             for (const auto& each : group.getSyntaxes())
                 syntax(shown(each));
         }
@@ -145,7 +145,7 @@ class PageWriter {
         for (const Member& member : group.members) {
             indent(1);
             m_out << m_terminal.linked(member.address,
-                                       m_terminal.styled(Style::Name, shown(member.name)));
+                                       m_terminal.styled(Style::Name, shownLine(member.name)));
             if (member.status != DeprecationStatus::Current)
                 m_out << "  "
                       << m_terminal.styled(
@@ -163,7 +163,7 @@ class PageWriter {
             return;
         heading(title);
         for (const auto& info : infos) {
-            const std::string name = shown(info.getName());
+            const std::string name = shownLine(info.getName());
             const std::string head = headOf(name, info.getValues());
             indent(1);
             m_out << m_terminal.styled(Style::Name, name) << head.substr(name.size()) << '\n';
@@ -178,9 +178,9 @@ class PageWriter {
         heading("Parameters");
         for (const auto& parameter : item.getParameters()) {
             indent(1);
-            m_out << m_terminal.styled(Style::Name, shown(parameter.getName()));
+            m_out << m_terminal.styled(Style::Name, shownLine(parameter.getName()));
             if (!parameter.getDefaultValue().empty())
-                m_out << " = " << shown(parameter.getDefaultValue());
+                m_out << " = " << shownLine(parameter.getDefaultValue());
             m_out << '\n';
             prose(2, shown(parameter.getPurpose()));
         }
@@ -195,7 +195,7 @@ class PageWriter {
             if (!first)
                 m_out << '\n';
             first = false;
-            prose(1, shown(example.getTitle()));
+            prose(1, shownLine(example.getTitle()));
             verbatim(2, shown(example.getCode()));
         }
     }
@@ -212,9 +212,10 @@ class PageWriter {
             std::u16string remark = entries[at].getName().substr(name.size());
             remark.erase(0, separator.size());
             indent(1);
-            m_out << m_terminal.linked(target.address, m_terminal.styled(Style::Name, shown(name)));
+            m_out << m_terminal.linked(target.address,
+                                       m_terminal.styled(Style::Name, shownLine(name)));
             if (!entries[at].getPage().empty())
-                m_out << "  " << m_terminal.styled(Style::Faint, shown(entries[at].getPage()));
+                m_out << "  " << m_terminal.styled(Style::Faint, shownLine(entries[at].getPage()));
             m_out << '\n';
             prose(2, shown(remark.empty() ? target.purpose : remark));
         }

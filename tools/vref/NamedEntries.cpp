@@ -13,6 +13,7 @@
 #include "vref/ExitStatus.hpp"
 #include "vref/Finding.hpp"
 #include "vref/ResultList.hpp"
+#include "vref/StandardStreams.hpp"
 
 namespace reference::tools {
 namespace {
@@ -127,14 +128,15 @@ NamedEntries entriesNamed(const QueryOptions& query, std::size_t nth,
     NamedEntries found = firstReading(options, documentation);
     if (found.entries.empty() && documentation.unreadableFiles() > 0)
         throw UnusableError("What was found could not be read (see above).");
+    if (documentation.missesProducts() && found.entries.empty())
+        throw UnusableError("Nothing is found in what could be read (see above).");
     if (found.entries.empty()) {
-        std::cerr << "vref: there is neither an entity nor a page called \""
-                  << printable(query.name) << "\"\n";
+        say("there is neither an entity nor a page called \"" + printableLine(query.name) + "\"");
         return found;
     }
     if (nth > found.entries.size()) {
-        std::cerr << "vref: there are only " << found.entries.size() << " entries for \""
-                  << printable(query.name) << "\"\n";
+        say("there are only " + std::to_string(found.entries.size()) + " entries for \"" +
+            printableLine(query.name) + "\"");
         return {};
     }
     found.entries.erase(found.entries.begin(),
@@ -153,7 +155,7 @@ std::vector<ReferenceData> entriesOfPage(const QueryOptions& query,
 void tellOthers(const NamedEntries& found, Colours colours) {
     std::cout.flush();
     if (!found.change.empty())
-        std::cerr << "\nvref: " << printable(found.change) << '\n';
+        std::cerr << "\nvref: " << printableLine(found.change) << '\n';
     if (found.alike < 2)
         return;
     std::cerr << "\nvref: " << found.alike - 1

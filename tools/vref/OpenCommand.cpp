@@ -7,6 +7,7 @@
 #include "vref/DisplayText.hpp"
 #include "vref/NamedEntries.hpp"
 #include "vref/PagePlace.hpp"
+#include "vref/StandardStreams.hpp"
 
 namespace reference::tools {
 namespace {
@@ -34,7 +35,7 @@ ExitStatus openPage(const QueryOptions& query, const Configuration& configuratio
         return NothingFound;
     const auto place = documentation.placeOf(found.front());
     if (!place) {
-        std::cerr << "vref: " << whyNoPlace(found.front(), documentation) << '\n';
+        say(whyNoPlace(found.front(), documentation));
         return NothingFound;
     }
     const std::string address = place->address();
@@ -42,7 +43,7 @@ ExitStatus openPage(const QueryOptions& query, const Configuration& configuratio
     if (opening != Opening::Done)
         std::cout << address << '\n';
     if (opening == Opening::Failed)
-        std::cerr << "vref: xdg-open could not open the page; its address is printed instead\n";
+        say("xdg-open could not open the page; its address is printed instead");
     tellOthers(named, configuration.colours.value);
     return opening == Opening::Failed ? Incomplete : Success;
 }

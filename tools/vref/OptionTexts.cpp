@@ -108,7 +108,7 @@ std::string checkCount(const std::string& text) {
     if (error == std::errc{} && rest == end)
         return {};
     return "\"" + printable(text) +
-           "\" is no number of entries; it must be a whole number, such as 20.";
+           "\" is no number of entries; it must be a whole number of 0 or more, such as 20.";
 }
 
 std::string checkPositive(const std::string& text) {

@@ -19,6 +19,7 @@
 #include "files/Descriptor.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/Environment.hpp"
+#include "vref/OutputFilter.hpp"
 
 namespace reference::tools {
 namespace {
@@ -166,7 +167,9 @@ std::ostream& PagedOutput::stream() {
 }
 
 void PagedOutput::show() {
-    const std::string answer = std::move(m_collected).str();
+    OutputFilter filter;
+    std::string answer = filter.pass(std::move(m_collected).str());
+    answer += filter.finish();
     if (!m_pager.empty() && isLong(answer)) {
         std::cout.flush();
         const auto problem = showWith(m_pager, showsLinks(m_pager) ? answer : withoutLinks(answer));

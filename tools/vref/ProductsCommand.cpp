@@ -7,6 +7,7 @@
 #include "vref/DisplayText.hpp"
 #include "vref/Pager.hpp"
 #include "vref/ProductRows.hpp"
+#include "vref/StandardStreams.hpp"
 #include "vref/Table.hpp"
 #include "vref/Terminal.hpp"
 
@@ -29,7 +30,7 @@ void writeTable(std::ostream& out, const Terminal& terminal, const std::vector<P
                    {row.state, row.state == "installed" ? Style::Plain : Style::Warning},
                    {std::to_string(row.entities)},
                    {std::to_string(row.pages)},
-                   {withoutControls(row.displayName)}});
+                   {row.displayName}});
     table.write(out, terminal);
 }
 
@@ -49,7 +50,7 @@ ExitStatus products(const ProductsOptions& options, const Configuration& configu
     output.show();
     if (!rows.empty())
         return Success;
-    std::cerr << "vref: the documentation set holds no products\n";
+    say("the documentation set holds no products");
     return NothingFound;
 }
 

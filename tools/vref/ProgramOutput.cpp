@@ -5,8 +5,9 @@
 
 #include <boost/json/array.hpp>
 #include <boost/json/object.hpp>
-#include <boost/json/serialize.hpp>
 
+#include "docset/JsonText.hpp"
+#include "vref/CommandLineText.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/RpcMessage.hpp"
 #include "vref/StandardStreams.hpp"
@@ -26,7 +27,7 @@ constexpr int secondVersion = 2;
 }  // namespace
 
 void ProgramOutput::send(const json::value& message) {
-    const std::string line = json::serialize(message) + "\n";
+    const std::string line = docset::toJsonText(message) + "\n";
     const MutexLock lock(m_mutex);
     std::cout << line << std::flush;
 }
@@ -46,7 +47,7 @@ void ProgramOutput::answer(std::size_t line, const FindOptions&, const Finding& 
                        {"messages", std::move(messages)}};
     if (finding.lesson)
         value["suggestion"] = json::object{{"text", wellFormed(finding.lesson->text)},
-                                           {"line", toArguments(finding.lesson->query)}};
+                                           {"line", joinLine(toArguments(finding.lesson->query))}};
     send(value);
 }
 
@@ -99,7 +100,7 @@ void ProgramOutput::notify(const json::object& inVersion1, const char* method,
     const MutexLock lock(m_mutex);
     const json::value message =
         m_isVersion2 ? json::value(rpcNotification(method, params)) : json::value(inVersion1);
-    std::cout << json::serialize(message) << '\n' << std::flush;
+    std::cout << docset::toJsonText(message) << '\n' << std::flush;
 }
 
 }  // namespace reference::tools

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "vref/DisplayText.hpp"
+#include "vref/Terminal.hpp"
 
 namespace reference::tools {
 namespace {
@@ -19,7 +20,7 @@ ProgressBar::ProgressBar(std::ostream& out, const Terminal& terminal, std::strin
 
 ProgressBar::~ProgressBar() {
     if (m_isDrawn)
-        m_out << "\r\033[K" << std::flush;
+        m_out << '\r' << clearRestOfLine << std::flush;
 }
 
 void ProgressBar::update(std::size_t done, std::size_t total) {
@@ -45,7 +46,7 @@ void ProgressBar::drawBar(std::size_t done, std::size_t total) {
     const std::size_t width = std::min(left, widestBar);
     const std::size_t filled = width * done / total;
     m_out << '\r' << cutToWidth(m_label, m_terminal.width() / 2) << " [" << std::string(filled, '=')
-          << std::string(width - filled, ' ') << ']' << counts << "\033[K" << std::flush;
+          << std::string(width - filled, ' ') << ']' << counts << clearRestOfLine << std::flush;
     m_isDrawn = true;
 }
 

@@ -91,7 +91,7 @@ RefEntityType::Value toType(const std::string& text) {
     std::ranges::transform(RefEntityType::namedValues(), std::back_inserter(names),
                            RefEntityType::enumToString);
     const auto meant = meantType(text, names);
-    throw UnusableError("There is no entity type \"" + printable(text) + "\"; " +
+    throw UnusableError("--type: There is no entity type \"" + printableLine(text) + "\"; " +
                         (meant ? "did you mean --type " + *meant + "? There is: " : "there is: ") +
                         boost::join(names, ", ") + ", or a number.");
 }
@@ -107,7 +107,7 @@ api::ReferenceRequest toRequest(const QueryOptions& options, const Documentation
     std::vector<std::u16string> products;
     for (const auto& text : options.products) {
         products.push_back(fromCommandLine(text));
-        documentation.requireInstalled(products.back());
+        documentation.requireInstalled(products.back(), "--product");
     }
     auto request = options.all ? api::ReferenceRequest::createMatchAllTextRequest(
                                      std::move(types), std::move(products))
@@ -129,7 +129,7 @@ std::vector<std::u16string> preferredProducts(const QueryOptions& options,
     };
     for (const auto& text : options.prefer) {
         std::u16string product = fromCommandLine(text);
-        documentation.requireInstalled(product);
+        documentation.requireInstalled(product, "--prefer");
         add(std::move(product));
     }
     for (const auto& text : options.usuallyPrefer)
@@ -154,22 +154,37 @@ std::vector<api::ReferenceData> retrieve(Search search, const api::ReferenceRequ
     return api::ReferenceDataRetriever(request).getReferenceData();
 }
 
-std::string toArguments(const QueryOptions& options) {
-    std::string arguments;
+std::vector<std::string> toArguments(const QueryOptions& options) {
+    std::vector<std::string> arguments;
     if (options.search != Search::Entity)
-        arguments += std::string("--search ") + nameOf(options.search) + " ";
+        arguments.insert(arguments.end(), {"--search", nameOf(options.search)});
     if (options.search == Search::Entity && !options.ignoreCase && !options.ignorePackage &&
         !options.all)
-        arguments += "--exact ";
+        arguments.emplace_back("--exact");
     if (options.ignoreCase)
-        arguments += "--ignore-case ";
+        arguments.emplace_back("--ignore-case");
     if (options.ignorePackage)
-        arguments += "--ignore-package ";
+        arguments.emplace_back("--ignore-package");
     for (const auto& type : options.types)
-        arguments += "--type " + quoted(type) + " ";
+        arguments.insert(arguments.end(), {"--type", type});
     for (const auto& product : options.products)
-        arguments += "--product " + quoted(product) + " ";
-    return arguments + (options.all ? "--all" : quoted(options.name));
+        arguments.insert(arguments.end(), {"--product", product});
+    if (options.all) {
+        arguments.emplace_back("--all");
+        return arguments;
+    }
+    // What comes after it is no option, whatever it begins with.
+    if (options.name.starts_with('-'))
+        arguments.emplace_back("--");
+    arguments.push_back(options.name);
+    return arguments;
+}
+
+std::string forShell(std::span<const std::string> arguments) {
+    std::string line;
+    for (const auto& argument : arguments)
+        line += (line.empty() ? "" : " ") + quoted(argument);
+    return line;
 }
 
 }  // namespace reference::tools

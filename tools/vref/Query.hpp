@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -58,7 +59,10 @@ struct QueryOptions {
 [[nodiscard]] std::vector<api::ReferenceData> retrieve(Search search,
                                                        const api::ReferenceRequest& request);
 
-// The arguments of "vref find" for the same search, quoted for a shell: "--type class NAME". UTF-8.
-[[nodiscard]] std::string toArguments(const QueryOptions& options);
+// The arguments of "vref find" for the same search, such as "--type", "class", "NAME". UTF-8.
+[[nodiscard]] std::vector<std::string> toArguments(const QueryOptions& options);
+
+// Arguments as a line for a shell, with quotes where they are needed.
+[[nodiscard]] std::string forShell(std::span<const std::string> arguments);
 
 }  // namespace reference::tools

@@ -1,7 +1,11 @@
 #include "vref/RequestPool.hpp"
 
 #include <algorithm>
+#include <exception>
+#include <system_error>
 #include <utility>
+
+#include "vref/ExitStatus.hpp"
 
 namespace reference::tools {
 
@@ -14,12 +18,29 @@ constexpr std::size_t slowThreads = 2;
 }  // namespace
 
 RequestPool::RequestPool() {
-    m_threads.emplace_back([this] { work(Lane::Quick); });
-    for (std::size_t count = 0; count < slowThreads; ++count)
+    try {
+        m_threads.emplace_back([this] { work(Lane::Quick); });
         m_threads.emplace_back([this] { work(Lane::Slow); });
+    } catch (const std::system_error& error) {
+        endThreads();
+        throw UnusableError("A thread could not be started: " + error.code().message() + ".");
+    } catch (...) {
+        endThreads();
+        throw;
+    }
+    try {
+        while (m_threads.size() <= slowThreads)
+            m_threads.emplace_back([this] { work(Lane::Slow); });
+    } catch (const std::exception&) {
+        // One of each is enough.
+    }
 }
 
 RequestPool::~RequestPool() {
+    endThreads();
+}
+
+void RequestPool::endThreads() {
     {
         const MutexLock lock(m_mutex);
         m_isEnding = true;
@@ -32,6 +53,7 @@ void RequestPool::add(Lane lane, std::uint64_t number, Task task) {
     const MutexLock lock(m_mutex);
     while (queueOf(lane).size() >= capacity)
         m_changed.wait(m_mutex);
+    throwFailureLocked();
     addLocked(lane, number, std::move(task));
 }
 
@@ -76,6 +98,12 @@ void RequestPool::drain() {
     const MutexLock lock(m_mutex);
     while (m_running > 0 || !m_quick.empty() || !m_slow.empty() || !m_alone.empty())
         m_changed.wait(m_mutex);
+    throwFailureLocked();
+}
+
+void RequestPool::throwFailureLocked() const {
+    if (m_failure)
+        std::rethrow_exception(m_failure);
 }
 
 RequestPool::Queue& RequestPool::queueOf(Lane lane) {
@@ -107,7 +135,13 @@ void RequestPool::beginAlone() {
 
 void RequestPool::work(Lane lane) {
     while (const auto task = take(lane)) {
-        (*task)();
+        try {
+            (*task)();
+        } catch (...) {
+            const MutexLock lock(m_mutex);
+            if (!m_failure)
+                m_failure = std::current_exception();
+        }
         finish();
     }
 }

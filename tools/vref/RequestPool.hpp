@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <deque>
+#include <exception>
 #include <functional>
 #include <optional>
 #include <thread>
@@ -21,8 +22,9 @@ namespace reference::tools {
 //    run have ended. So what was added before it sees either all of its change or nothing, and
 //    what is added after it sees all.
 //
-// Tasks must not throw. Any thread may call every operation; those that wait say so, and a task
-// must not call them.
+// Tasks should not throw; what one throws all the same, for example because there is no memory to
+// answer, is thrown by the next add() or drain(). Any thread may call every operation; those that
+// wait say so, and a task must not call them.
 class RequestPool {
   public:
     using Task = std::function<void()>;
@@ -31,6 +33,7 @@ class RequestPool {
     // So many tasks of a lane wait at most.
     static constexpr std::size_t capacity = 64;
 
+    // Throws UnusableError where its threads cannot be started; one of each kind is enough.
     RequestPool();
     // Drops what has not begun, and waits for what has.
     ~RequestPool();
@@ -60,6 +63,8 @@ class RequestPool {
     };
     using Queue = std::deque<Entry>;
 
+    void endThreads();
+    void throwFailureLocked() const VELTRA_REQUIRES(m_mutex);
     Queue& queueOf(Lane lane) VELTRA_REQUIRES(m_mutex);
     void addLocked(Lane lane, std::uint64_t number, Task task) VELTRA_REQUIRES(m_mutex);
     [[nodiscard]] bool mayRunAlone() const VELTRA_REQUIRES(m_mutex);
@@ -78,6 +83,7 @@ class RequestPool {
     bool m_isAlone VELTRA_GUARDED_BY(m_mutex) = false;  // what runs runs alone
     std::uint64_t m_lastTicket VELTRA_GUARDED_BY(m_mutex) = 0;
     bool m_isEnding VELTRA_GUARDED_BY(m_mutex) = false;
+    std::exception_ptr m_failure VELTRA_GUARDED_BY(m_mutex);  // what the first task threw that did
 
     std::vector<std::jthread> m_threads;
 };

@@ -36,14 +36,12 @@ std::string statusText(DeprecationStatus::Value status) {
 
 Row toRow(const api::ReferenceData& result) {
     const auto& item = result.getRefItem();
-    std::string purpose = shown(item.getPurpose());
-    std::ranges::replace(purpose, '\n', ' ');
     return {.names = namesOf(result),
             .kinds = kindsOf(result),
-            .product = shown(result.getHeaderInfo().getShortName()),
+            .product = shownLine(result.getHeaderInfo().getShortName()),
             .status = statusText(item.getDeprecationStatus()),
-            .purpose = std::move(purpose),
-            .href = shown(item.getHref()),
+            .purpose = shownLine(item.getPurpose()),
+            .href = shownLine(item.getHref()),
             .replacements = replacementsOf(result)};
 }
 
@@ -66,14 +64,14 @@ std::string joined(const std::vector<std::string>& texts) {
 std::string namesOf(const api::ReferenceData& result) {
     std::vector<std::string> names;
     for (const auto& entity : result.getRefItem().getRefEntities())
-        names.push_back(shown(entity.getName()));
-    return names.empty() ? shown(result.getRefItem().getHref()) : joined(names);
+        names.push_back(shownLine(entity.getName()));
+    return names.empty() ? shownLine(result.getRefItem().getHref()) : joined(names);
 }
 
 std::string replacementsOf(const api::ReferenceData& result) {
     std::vector<std::string> names;
     for (const auto& replacement : result.getRefItem().getReplacements())
-        names.push_back(shown(replacement.getName()));
+        names.push_back(shownLine(replacement.getName()));
     return joined(names);
 }
 
@@ -115,8 +113,7 @@ void writeList(std::ostream& out, const Terminal& terminal,
         if (!end.empty())
             end.insert(0, "  ");
         if (!details.headings.empty() && !details.headings[at].empty())
-            out << terminal.styled(Style::Faint, withoutControls(details.headings[at] + ":"))
-                << '\n';
+            out << terminal.styled(Style::Faint, printableLine(details.headings[at] + ":")) << '\n';
         out << terminal.linked(details.addresses.empty() ? "" : details.addresses[at],
                                terminal.styled(Style::Name, row.names))
             << middle << end << '\n';
@@ -125,7 +122,7 @@ void writeList(std::ostream& out, const Terminal& terminal,
         if (!row.replacements.empty())
             out << "    use " << terminal.styled(Style::Name, row.replacements) << '\n';
         if (!details.notes.empty())
-            out << "    " << terminal.styled(Style::Faint, withoutControls(details.notes[at]))
+            out << "    " << terminal.styled(Style::Faint, printableLine(details.notes[at]))
                 << '\n';
     }
 }

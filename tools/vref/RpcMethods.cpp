@@ -68,12 +68,16 @@ RpcCall prepareProducts(const Documentation& documentation) {
 }
 
 RpcCall prepareReload(WatchedDocumentation& watched) {
-    return {
-        Lane::Alone, [&watched]() -> json::value {
-            if (!watched.reload())
-                throw RpcError::unreadable("The documentation cannot be read; a warning says why.");
-            return toJson(watched.whatIsLoaded());
-        }};
+    return {Lane::Alone, [&watched]() -> json::value {
+                try {
+                    if (!watched.reload())
+                        throw RpcError::unreadable(
+                            "The documentation cannot be read; a warning says why.");
+                } catch (const UnreadableDocumentation& error) {
+                    throw RpcError::unreadable(error.what());
+                }
+                return toJson(watched.whatIsLoaded());
+            }};
 }
 
 RpcCall prepareSetLanguage(RpcParameters& parameters, WatchedDocumentation& watched) {
@@ -83,6 +87,8 @@ RpcCall prepareSetLanguage(RpcParameters& parameters, WatchedDocumentation& watc
                     if (!watched.setLanguage(language))
                         throw RpcError::unreadable(
                             "The documentation cannot be read; a warning says why.");
+                } catch (const UnreadableDocumentation& error) {
+                    throw RpcError::unreadable(error.what());
                 } catch (const UnusableError& error) {
                     throw RpcError::wrongLanguage(error.what());
                 }
@@ -116,6 +122,12 @@ RpcCall DocumentationMethods::prepare(const std::string& method, const json::val
     else
         throw RpcError::unknownMethod(method, rpcMethodNames());
     parameters.requireNoOthers();
+    // Each answer may lack what could not be read, so each is told of it.
+    call.run = [run = std::move(call.run), &documentation = m_watched.documentation()] {
+        json::value result = run();
+        static_cast<void>(documentation.missesProducts());
+        return result;
+    };
     return call;
 }
 

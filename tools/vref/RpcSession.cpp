@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <new>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -40,6 +41,8 @@ Outcome outcomeOf(const RpcCall& call, const RpcMethods& methods) {
     } catch (const RpcError& error) {
         outcome.error = error;
         outcome.isDoubtful = error.code() == RpcCode::UnreadableDocumentation;
+    } catch (const std::bad_alloc&) {
+        outcome.error = RpcError::internal("There is not enough memory to answer this.");
     } catch (const std::exception& error) {
         outcome.error = RpcError::internal(error.what());
         outcome.isDoubtful = true;

@@ -8,7 +8,11 @@
 #include <iostream>
 #include <poll.h>
 #include <string>
+#include <string_view>
 #include <unistd.h>
+
+#include "vref/DisplayText.hpp"
+#include "vref/OutputFilter.hpp"
 
 namespace reference::tools {
 namespace {
@@ -32,6 +36,12 @@ class StandardStreams::Buffer final : public std::streambuf {
         setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
     }
 
+    // Writes what waits for bytes that will not come.
+    void finish() {
+        writeOut();
+        write(m_filter.finish());
+    }
+
     // The errno of the first failure; 0 while there is none.
     [[nodiscard]] int failure() const noexcept { return m_failure; }
 
@@ -47,17 +57,21 @@ class StandardStreams::Buffer final : public std::streambuf {
 
   private:
     bool writeOut() {
-        for (const char* at = pbase(); at != pptr() && m_failure == 0;) {
-            const auto count = ::write(m_descriptor, at, static_cast<std::size_t>(pptr() - at));
+        write(m_filter.pass({pbase(), static_cast<std::size_t>(pptr() - pbase())}));
+        setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
+        return m_failure == 0;
+    }
+
+    void write(std::string_view bytes) {
+        while (!bytes.empty() && m_failure == 0) {
+            const auto count = ::write(m_descriptor, bytes.data(), bytes.size());
             if (count >= 0)
-                at += count;
+                bytes.remove_prefix(static_cast<std::size_t>(count));
             else if (errno == EAGAIN)
                 waitUntilWritable();
             else if (errno != EINTR)
                 m_failure = errno;
         }
-        setp(m_bytes.data(), m_bytes.data() + m_bytes.size());
-        return m_failure == 0;
     }
 
     // Another process that shares the descriptor may have made it non-blocking.
@@ -68,6 +82,7 @@ class StandardStreams::Buffer final : public std::streambuf {
 
     const int m_descriptor;
     int m_failure = 0;
+    OutputFilter m_filter;
     std::array<char, 65536> m_bytes;
 };
 
@@ -82,14 +97,18 @@ StandardStreams::StandardStreams()
 }
 
 StandardStreams::~StandardStreams() {
-    std::cout.flush();
-    std::cerr.flush();
+    m_output->finish();
+    m_errors->finish();
     std::cout.rdbuf(m_outputBefore);
     std::cerr.rdbuf(m_errorsBefore);
 }
 
 bool StandardStreams::isErrorStreamWhole() const noexcept {
     return m_errors->failure() == 0;
+}
+
+void say(const std::string& message) {
+    std::cerr << "vref: " << printable(message) << '\n';
 }
 
 void flushOutput() {

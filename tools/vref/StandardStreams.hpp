@@ -3,6 +3,7 @@
 #include <iosfwd>
 #include <memory>
 #include <stdexcept>
+#include <string>
 
 namespace reference::tools {
 
@@ -16,9 +17,10 @@ class OutputError : public std::runtime_error {
 // ends silently: by SIGPIPE if the signal has its default effect, else with this.
 class ReaderGone {};
 
-// The standard output and error streams of the process, written so that no failure is missed:
-// std::cout and std::cerr go through this while it lives. On a terminal the only change is that
-// std::cout is written when it is flushed, not at each line. One per process.
+// The standard output and error streams of the process, written so that no failure is missed, and
+// that nothing controls a terminal but the tool itself (OutputFilter.hpp): std::cout and std::cerr
+// go through this while it lives. On a terminal the only change is that std::cout is written when
+// it is flushed, not at each line. One per process.
 class StandardStreams {
   public:
     // Also fills in a stream that was closed when the process started; otherwise the next file to
@@ -42,6 +44,10 @@ class StandardStreams {
 
     friend void flushOutput();
 };
+
+// Writes a message, any bytes, to std::cerr as a line of the tool's, or as several where it has
+// line feeds: what it quotes from elsewhere must be in one line (printableLine). Not flushed.
+void say(const std::string& message);
 
 // Writes what is left in std::cout. Throws OutputError when anything that went to it could not be
 // written, and ReaderGone when that is because nobody reads it.

@@ -18,6 +18,12 @@ std::string aligned(const std::string& text, Table::Align align, std::size_t wid
 
 }  // namespace
 
+void Table::add(std::vector<Cell> row) {
+    for (Cell& cell : row)
+        cell.text = printableLine(cell.text);
+    m_rows.push_back(std::move(row));
+}
+
 void Table::write(std::ostream& out, const Terminal& terminal) const {
     std::vector<std::size_t> widths;
     for (std::size_t at = 0; at < m_columns.size(); ++at) {

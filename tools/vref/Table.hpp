@@ -26,8 +26,9 @@ class Table {
 
     explicit Table(std::vector<Column> columns) : m_columns(std::move(columns)) {}
 
-    // Requires: one cell per column.
-    void add(std::vector<Cell> cells) { m_rows.push_back(std::move(cells)); }
+    // Texts are shown in one line each, without what controls a terminal. Requires: one cell per
+    // column.
+    void add(std::vector<Cell> row);
 
     // Writes the headings and a line for each row, each column as wide as its widest text.
     void write(std::ostream& out, const Terminal& terminal) const;

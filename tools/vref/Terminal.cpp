@@ -1,6 +1,7 @@
 #include "vref/Terminal.hpp"
 
 #include <algorithm>
+#include <array>
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -10,8 +11,23 @@ namespace reference::tools {
 namespace {
 
 constexpr std::size_t usualWidth = 80;
-constexpr std::string_view linkBegin = "\033]8;;";
-constexpr std::string_view linkEnd = "\033\\";
+constexpr std::string_view endOfStyle = "\033[0m";
+
+constexpr std::string_view codeOf(Style style) {
+    switch (style) {
+        case Style::Name:
+            return "\033[1m";
+        case Style::Heading:
+            return "\033[1;34m";
+        case Style::Faint:
+            return "\033[2m";
+        case Style::Warning:
+            return "\033[33m";
+        case Style::Plain:
+            break;
+    }
+    return {};
+}
 
 bool isDumb() {
     const std::string name = environmentText("TERM");
@@ -30,22 +46,6 @@ bool showsColours(bool isTerminal, Colours colours) {
     return isTerminal && environmentText("NO_COLOR").empty() && !isDumb();
 }
 
-std::string_view codeOf(Style style) {
-    switch (style) {
-        case Style::Name:
-            return "\033[1m";
-        case Style::Heading:
-            return "\033[1;34m";
-        case Style::Faint:
-            return "\033[2m";
-        case Style::Warning:
-            return "\033[33m";
-        case Style::Plain:
-            break;
-    }
-    return {};
-}
-
 // The text without what begins and ends so.
 std::string without(std::string_view begin, std::string_view end, std::string_view text) {
     std::string kept;
@@ -59,6 +59,13 @@ std::string without(std::string_view begin, std::string_view end, std::string_vi
 }
 
 }  // namespace
+
+std::span<const std::string_view> ownCodes() noexcept {
+    static constexpr std::array codes = {codeOf(Style::Name),  codeOf(Style::Heading),
+                                         codeOf(Style::Faint), codeOf(Style::Warning),
+                                         endOfStyle,           clearRestOfLine};
+    return codes;
+}
 
 std::string toString(Colours colours) {
     switch (colours) {
@@ -101,7 +108,7 @@ std::string Terminal::styled(Style style, std::string_view text) const {
     const std::string_view code = codeOf(style);
     if (!m_hasColour || code.empty() || text.empty())
         return std::string(text);
-    return std::string(code) + std::string(text) + "\033[0m";
+    return std::string(code) + std::string(text) + std::string(endOfStyle);
 }
 
 std::string Terminal::linked(std::string_view address, std::string_view text) const {

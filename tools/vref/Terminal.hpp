@@ -2,10 +2,18 @@
 
 #include <cstddef>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
 namespace reference::tools {
+
+// The sequences that the tool writes to terminals: each style's and the one that ends them, the one
+// that clears the rest of a line, and what stands before and after the address of a link (OSC 8).
+inline constexpr std::string_view clearRestOfLine = "\033[K";
+inline constexpr std::string_view linkBegin = "\033]8;;";
+inline constexpr std::string_view linkEnd = "\033\\";
+[[nodiscard]] std::span<const std::string_view> ownCodes() noexcept;
 
 // How to emphasise a piece of output on a terminal that can show it.
 enum class Style { Plain, Name, Heading, Faint, Warning };

@@ -5,6 +5,7 @@
 #include "docset/validate.hpp"
 #include "vref/Commands.hpp"
 #include "vref/Counted.hpp"
+#include "vref/DisplayText.hpp"
 
 namespace reference::tools {
 
@@ -15,7 +16,7 @@ ExitStatus validate(const std::string& root) {
                             docset::manifestFileName + ".");
     const auto report = docset::validate(root);
     for (const auto& fault : report.faults)
-        std::cout << fault.toString() << '\n';
+        std::cout << printableLine(fault.toString()) << '\n';
     std::cout << (report.faults.empty()
                       ? "sound: "
                       : "faulty: " + counted(report.faults.size(), "fault") + "; ")

@@ -22,6 +22,7 @@
 #include "settings/in_veltra/settingsRoot.hpp"
 #include "vref/Commands.hpp"
 #include "vref/Counted.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/ProductFigures.hpp"
 #include "vref/Table.hpp"
 #include "vref/Terminal.hpp"
@@ -129,7 +130,7 @@ void writeText(std::ostream& out, const Terminal& terminal, const std::vector<Re
                const Loaded& loaded) {
     for (const auto& record : records)
         out << std::string(static_cast<std::size_t>(record.depth) * 2, ' ') << '[' << startupChannel
-            << ' ' << record.severity << "] " << record.text << '\n';
+            << ' ' << record.severity << "] " << printableLine(record.text) << '\n';
     out << '\n';
     Table table({{"PRODUCT", Table::Align::Left},
                  {"ENTITIES", Table::Align::Right},
@@ -152,8 +153,9 @@ void writeText(std::ostream& out, const Terminal& terminal, const std::vector<Re
 void writeJson(std::ostream& out, const std::vector<Record>& records, const Loaded& loaded) {
     json::array log;
     for (const auto& record : records)
-        log.push_back(json::object{
-            {"severity", record.severity}, {"depth", record.depth}, {"text", record.text}});
+        log.push_back(json::object{{"severity", record.severity},
+                                   {"depth", record.depth},
+                                   {"text", wellFormed(record.text)}});
     json::array products;
     for (const auto& row : loaded.rows)
         products.push_back(

@@ -3,6 +3,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -189,6 +190,7 @@ class Session {
             m_rpc.emplace(m_methods,
                           [this](const json::value& message) { m_program->send(message); });
         }
+        m_watched.documentation().startNewQuestion();
         followForRpc();
         if (isTooLong)
             m_rpc->refuse(RpcError::notRequest(tooLong()));
@@ -233,6 +235,8 @@ class Session {
                 find(parseLine(request));
         } catch (const HelpWanted&) {
             m_output.answerHelp(m_line, helpText());
+        } catch (const std::bad_alloc&) {
+            m_output.answerError(m_line, "There is not enough memory to answer this.");
         } catch (const std::exception& error) {
             m_output.answerError(m_line, error.what());
         }

@@ -3,6 +3,7 @@
 #include <iostream>
 #include <unistd.h>
 
+#include "vref/CommandLineText.hpp"
 #include "vref/Counted.hpp"
 #include "vref/DisplayText.hpp"
 #include "vref/StandardStreams.hpp"
@@ -24,14 +25,15 @@ class PersonOutput final : public WatchOutput {
         writeResults(std::cout, m_terminal, options, finding);
         std::cout.flush();
         for (const auto& message : finding.messages)
-            tell(message);
+            say(message);
         if (finding.lesson)
-            tell(finding.lesson->text + "\n      " + toArguments(finding.lesson->query));
+            say(printableLine(finding.lesson->text) + "\n      " +
+                joinLine(toArguments(finding.lesson->query)));
         endAnswer();
     }
 
     void answerError(std::size_t, const std::string& problem) override {
-        tell(problem);
+        say(problem);
         endAnswer();
     }
 
@@ -48,20 +50,16 @@ class PersonOutput final : public WatchOutput {
                                      ? "the language is now " + documentation.language
                                  : why == "documentation" ? "the documentation has changed"
                                                           : "read anew";
-        tell(what + ": " + counted(documentation.products, "product") + ", " +
-             counted(documentation.entities, "entity", "entities") + " (" + documentation.language +
-             ")" + (why == "ready" ? "; :help tells what may be asked" : ""));
+        say(what + ": " + counted(documentation.products, "product") + ", " +
+            counted(documentation.entities, "entity", "entities") + " (" + documentation.language +
+            ")" + (why == "ready" ? "; :help tells what may be asked" : ""));
     }
 
-    void warning(const std::string& message) override { tell(message); }
+    void warning(const std::string& message) override { say(message); }
 
     void flush() override { flushOutput(); }
 
   private:
-    static void tell(const std::string& message) {
-        std::cerr << "vref: " << printable(message) << '\n';
-    }
-
     static void endAnswer() { std::cout << '\n' << std::flush; }
 
     const Terminal m_terminal;

@@ -21,6 +21,7 @@ WatchedDocumentation::WatchedDocumentation(const DocumentationOptions& options, 
         m_connection, [this](const ReferenceDataChangeEvent&) { m_isOutdated = true; });
     static_cast<void>(hasChanged());
     ReferenceCacheManager::PerformStartupOperations();
+    m_documentation.setLoaded();
     m_loaded("ready", whatIsLoaded());
 }
 
@@ -31,15 +32,23 @@ WatchedDocumentation::~WatchedDocumentation() {
 bool WatchedDocumentation::hasChanged() {
     const auto roots = m_documentation.roots();
     const foundation::core::MutexLock lock(m_mutex);
-    return m_manifests.hasChanged(roots);
+    return m_manifests.hasChanged(roots) || mayReadMore();
+}
+
+// A file that the system failed to read may be readable again, without a change of the manifest.
+bool WatchedDocumentation::mayReadMore() {
+    const auto now = std::chrono::steady_clock::now();
+    if (now < m_nextTry || !m_documentation.mayReadMore())
+        return false;
+    m_nextTry = now + betweenTries;
+    return true;
 }
 
 bool WatchedDocumentation::readAnew() {
-    if (const std::string reason = whyUnreadable(m_documentation.roots().front());
-        !reason.empty()) {
-        m_warn(
-            "the documentation has changed but cannot be read, so that what is loaded is kept: " +
-            reason);
+    try {
+        m_documentation.prepareReading();
+    } catch (const UnreadableDocumentation& error) {
+        m_warn(error.what());
         return false;
     }
     ReferenceCacheManager::ClearAllCaches();
@@ -53,6 +62,7 @@ bool WatchedDocumentation::setLanguage(const std::string& wanted) {
 }
 
 bool WatchedDocumentation::reload() {
+    m_documentation.prepareReading();
     ReferenceCacheManager::ClearAllCaches();
     return loadIfOutdated("request");
 }
@@ -73,6 +83,7 @@ bool WatchedDocumentation::loadIfOutdated(const std::string& why) {
     ++m_edition;
     try {
         ReferenceCacheManager::PopulateLookupCaches();
+        m_documentation.setLoaded();
     } catch (const std::exception& error) {
         m_warn(error.what());
         return false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -50,9 +51,10 @@ class WatchedDocumentation {
     bool readAnew();
     bool followManifests() { return hasChanged() && readAnew(); }
 
-    // Throws UnusableError, and changes nothing, if that language is not available. Documentation
-    // that cannot be read is a warning, and nothing is loaded until it can be; these return whether
-    // it could.
+    // Throw UnreadableDocumentation, and change nothing, if the documentation cannot be read;
+    // setLanguage() throws UnusableError, likewise, if that language is not available. What was
+    // read well but cannot be loaded is a warning, and nothing is loaded until it can be; these
+    // return whether it could.
     bool setLanguage(const std::string& wanted);
     bool reload();
 
@@ -62,6 +64,9 @@ class WatchedDocumentation {
 
   private:
     bool loadIfOutdated(const std::string& why);
+    [[nodiscard]] bool mayReadMore() VELTRA_REQUIRES(m_mutex);
+
+    static constexpr std::chrono::seconds betweenTries{2};
 
     const Reporter m_warn;
     const Loaded m_loaded;
@@ -72,6 +77,7 @@ class WatchedDocumentation {
 
     foundation::core::Mutex m_mutex;
     ManifestWatch m_manifests VELTRA_GUARDED_BY(m_mutex);
+    std::chrono::steady_clock::time_point m_nextTry VELTRA_GUARDED_BY(m_mutex);
 };
 
 }  // namespace reference::tools

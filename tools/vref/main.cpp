@@ -1,10 +1,14 @@
 #include <algorithm>
+#include <csignal>
 #include <exception>
 #include <functional>
 #include <iostream>
+#include <new>
 #include <span>
 #include <sstream>
 #include <string>
+#include <string_view>
+#include <unistd.h>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -182,7 +186,7 @@ class CommandLine {
             for (const CLI::App* command : commands)
                 names.push_back(command->get_name());
             if (const auto meant = nearest(first, names))
-                std::cerr << "vref: did you mean the command \"" << *meant << "\"?\n";
+                say("did you mean the command \"" + *meant + "\"?");
         }
         return status;
     }
@@ -328,7 +332,17 @@ class CommandLine {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+namespace {
+
+// A file that may not get larger is an error like any other, to be told; the signal would end the
+// tool without a word.
+void ignoreFileSizeSignal() {
+    struct sigaction action = {};
+    action.sa_handler = SIG_IGN;
+    ::sigaction(SIGXFSZ, &action, nullptr);
+}
+
+int run(int argc, char** argv) {
     StandardStreams streams;
     int status = Unusable;
     try {
@@ -336,15 +350,31 @@ int main(int argc, char** argv) {
             status = CommandLine().run(argc, argv);
         } catch (const OutputError&) {
             // Reported below.
+        } catch (const std::bad_alloc&) {
+            say("There is not enough memory for this.");
         } catch (const std::exception& error) {
-            std::cerr << "vref: " << error.what() << '\n';
+            say(error.what());
         }
         flushOutput();
     } catch (const ReaderGone&) {
         return Unread;
     } catch (const OutputError& error) {
-        std::cerr << "vref: " << error.what() << '\n';
+        say(error.what());
         return Unusable;
     }
     return streams.isErrorStreamWhole() ? status : Unusable;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    ignoreFileSizeSignal();
+    try {
+        return run(argc, argv);
+    } catch (...) {
+        // Not even memory for a message is left.
+        constexpr std::string_view message = "vref: There is not enough memory to go on.\n";
+        static_cast<void>(::write(STDERR_FILENO, message.data(), message.size()));
+        return Unusable;
+    }
 }

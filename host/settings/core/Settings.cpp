@@ -37,19 +37,21 @@ std::shared_ptr<Settings> Settings::declare(std::string_view fullName, SettingsV
     std::shared_ptr<Settings> child;
     {
         const foundation::core::MutexLock lock(m_mutex);
-        auto& place = m_children[std::string(first)];
-        if (!place)
-            place.reset(new Settings(
-                std::string(first),
-                m_fullName.empty() ? std::string(first) : m_fullName + "." + std::string(first)));
-        child = place;
+        auto found = m_children.find(first);
+        if (found == m_children.end()) {
+            const std::string name(first);
+            std::shared_ptr<Settings> made(
+                new Settings(name, m_fullName.empty() ? name : m_fullName + "." + name));
+            found = m_children.emplace(name, std::move(made)).first;
+        }
+        child = found->second;
     }
     if (!rest.empty())
         return child->declare(rest, std::move(initialValue));
     const foundation::core::MutexLock lock(child->m_mutex);
     if (!child->m_value)
-        child->m_value = std::make_unique<SettingsValue>(std::move(initialValue));
-    else if (child->m_value->index() != initialValue.index())
+        child->m_value = std::move(initialValue);
+    else if (!child->m_value->isOfTypeOf(initialValue))
         child->throwWrongType();
     return child;
 }
@@ -77,19 +79,21 @@ SettingsValue Settings::getValue() const {
 }
 
 void Settings::setValue(SettingsValue value) {
-    SettingsValue old;
+    std::optional<SettingsValueChangeEvent> event;
     {
         const foundation::core::MutexLock lock(m_mutex);
         if (!m_value)
             throw SettingsException("\"" + m_fullName +
                                     "\" is a group of settings and takes no value.");
-        if (m_value->index() != value.index())
+        if (!m_value->isOfTypeOf(value))
             throwWrongType();
         if (*m_value == value)
             return;
-        old = std::exchange(*m_value, value);
+        // Made first: once the value is the new one, the listeners are told.
+        event.emplace(m_fullName, *m_value, value);
+        m_value = std::move(value);
     }
-    m_listeners->deliver(SettingsValueChangeEvent(m_fullName, std::move(old), std::move(value)));
+    m_listeners->deliver(*event);
 }
 
 std::unique_ptr<Connection> Settings::addListener(

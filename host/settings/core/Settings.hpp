@@ -3,10 +3,10 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <variant>
 
 #include "foundation/core/Mutex.hpp"
 #include "foundation/core/export.hpp"
@@ -60,15 +60,16 @@ class VELTRA_HOST_API Settings {
     template <typename T>
     [[nodiscard]] T get() const {
         const SettingsValue value = getValue();
-        if (const auto* typed = std::get_if<T>(&value))
+        if (const T* typed = value.getIf<T>())
             return *typed;
         throwWrongType();
     }
 
     // Changes the value, then calls the setting's listeners, on this thread and outside every lock,
     // before it returns. A value equal to the old one changes nothing and calls nobody. Throws
-    // SettingsException, and changes nothing, for a group or when the value is of another type than
-    // the setting; what a listener throws is logged (EventMgr::publish says how) and not thrown.
+    // SettingsException for a group or when the value is of another type than the setting, and
+    // std::bad_alloc when memory runs out, and then has changed nothing and called nobody; what a
+    // listener throws is logged (EventMgr::publish says how) and not thrown.
     void setValue(SettingsValue value);
 
     // Calls `listener` after each change of this setting's value, until the connection that is
@@ -93,7 +94,7 @@ class VELTRA_HOST_API Settings {
     mutable foundation::core::Mutex m_mutex;
     std::map<std::string, std::shared_ptr<Settings>, std::less<>> m_children
         VELTRA_GUARDED_BY(m_mutex);
-    std::unique_ptr<SettingsValue> m_value VELTRA_GUARDED_BY(m_mutex);  // null for a group
+    std::optional<SettingsValue> m_value VELTRA_GUARDED_BY(m_mutex);  // nothing for a group
 };
 
 }  // namespace settings::core

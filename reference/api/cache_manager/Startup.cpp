@@ -58,6 +58,9 @@ void ReferenceCacheManager::PerformStartupOperations() {
     SetStartupDone();
     logElapsed(logger, "ReferenceApiStartup ready time: ", start);
 
+    // Where memory was short at first, the language must not stay unheard for good.
+    InitializeListener();
+
     // Filled with the first, unless somebody cleared it meanwhile.
     PopulateUninstalledLookupCache();
     logElapsed(logger, "ReferenceApiStartup final thread time: ", start);

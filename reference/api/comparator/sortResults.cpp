@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <iterator>
 #include <numeric>
+#include <span>
 #include <tuple>
 #include <utility>
 
@@ -45,12 +46,40 @@ std::vector<std::size_t> inPreferredOrder(const std::vector<ReferenceData>& resu
     return order;
 }
 
+// Merges two runs; of two that are tied, the one of the first run goes first. Asks nothing outside
+// of the runs, and takes each once, whatever it is told.
+template <typename GoesFirst>
+void mergeRuns(std::span<const std::size_t> first, std::span<const std::size_t> second,
+               std::span<std::size_t> merged, const GoesFirst& goesFirst) {
+    for (std::size_t& place : merged) {
+        const bool fromSecond =
+            first.empty() || (!second.empty() && goesFirst(second.front(), first.front()));
+        auto& run = fromSecond ? second : first;
+        place = run.front();
+        run = run.subspan(1);
+    }
+}
+
+// A stable sort of our own, because comparators come from elsewhere, and the standard library's may
+// read and write outside of the range for one that is no order ("a goes before b, and b before a").
 std::vector<std::size_t> inOrderOf(const RefRequestComparator& comparator,
                                    const std::vector<ReferenceData>& results) {
     std::vector<std::size_t> order(results.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
-    std::ranges::stable_sort(
-        order, [&](std::size_t a, std::size_t b) { return comparator(results[a], results[b]); });
+    std::vector<std::size_t> merged(order.size());
+    const auto goesFirst = [&](std::size_t a, std::size_t b) {
+        return comparator(results[a], results[b]);
+    };
+    for (std::size_t width = 1; width < order.size(); width *= 2) {
+        for (std::size_t begin = 0; begin < order.size(); begin += 2 * width) {
+            const std::size_t middle = std::min(begin + width, order.size());
+            const std::size_t end = std::min(middle + width, order.size());
+            mergeRuns(std::span(order).subspan(begin, middle - begin),
+                      std::span(order).subspan(middle, end - middle),
+                      std::span(merged).subspan(begin, end - begin), goesFirst);
+        }
+        order.swap(merged);
+    }
     return order;
 }
 

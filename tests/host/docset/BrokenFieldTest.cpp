@@ -54,7 +54,7 @@ std::vector<Path> pathsIn(json::value document) {
 
 // Objects whose members have names that the author of a set picks.
 bool isMap(const Path& path) {
-    const auto* name = path.empty() ? nullptr : std::get_if<std::string>(&path.back());
+    const auto* name = path.empty() || path.back().index ? nullptr : &path.back().name;
     return name != nullptr && (*name == "files" || *name == "entities" || *name == "pages");
 }
 

@@ -28,7 +28,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 std::string text(const SettingsValue& value) {
-    return std::get<std::string>(value);
+    return *value.getIf<std::string>();
 }
 
 class SettingsListenerTest : public testing::Test {

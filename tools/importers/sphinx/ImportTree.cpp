@@ -103,8 +103,12 @@ class PageReaders {
         const std::size_t count = std::clamp<std::size_t>(wanted, 1, maxThreads);
         {
             std::vector<std::jthread> threads;
-            for (std::size_t each = 1; each < std::min(count, m_tasks.size()); ++each)
-                threads.emplace_back([this] { work(); });
+            try {
+                for (std::size_t each = 1; each < std::min(count, m_tasks.size()); ++each)
+                    threads.emplace_back([this] { work(); });
+            } catch (const std::exception&) {
+                // The pages are read by as many threads as could be started.
+            }
             work();
         }
         const MutexLock lock(m_mutex);

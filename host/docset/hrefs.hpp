@@ -1,0 +1,19 @@
+// What may stand as an href in a documentation set. Internal: no public header includes it.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace reference::docset {
+
+// Why the href cannot be that of a page: it must lead to a place below the product's help folder,
+// by a relative reference (RFC 3986) without a scheme. A sentence; nothing for one that can.
+[[nodiscard]] std::optional<std::string> whyNotAPage(std::u16string_view href);
+
+// Why the href cannot be what a text points to: a page, a place on the same page, or an address of
+// the schemes http and https. A browser would run "javascript:…". Nothing for one that can, or is
+// empty.
+[[nodiscard]] std::optional<std::string> whyNotATarget(std::u16string_view href);
+
+}  // namespace reference::docset
