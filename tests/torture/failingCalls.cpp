@@ -72,6 +72,7 @@ constexpr std::array<std::string_view, Any + 1> familyNames{
 enum class How { Error, Short, Kill };
 
 // Set before the process has a second thread.
+bool isRead = false;  // the variables
 bool isArmed = false;
 Family wanted = Any;
 How how = How::Error;
@@ -80,7 +81,6 @@ long firstNumber = 0;
 long lastNumber = 0;
 bool isTraced = false;
 const char* report = nullptr;
-bool countsFromStart = false;
 
 std::atomic<bool> isCounting = false;
 std::atomic<long> seen = 0;
@@ -103,28 +103,6 @@ void trace() {
     isCounting = true;
 }
 
-// Whether it is this call's turn.
-bool isDue(Family family) {
-    if (!isCounting || (wanted != family && (wanted != Any || family == Memory)))
-        return false;
-    const long number = ++seen;
-    if (number < firstNumber || number > lastNumber)
-        return false;
-    if (how == How::Kill)
-        ::kill(::getpid(), SIGKILL);
-    if (failed++ == 0 && isTraced)
-        trace();
-    return true;
-}
-
-// Whether this call is to fail; if so, errno is set.
-bool fails(Family family) {
-    if (!isDue(family) || how == How::Short)
-        return false;
-    errno = errorNumber;
-    return true;
-}
-
 template <class Function>
 Function* next(const char* name) {
     return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
@@ -135,6 +113,9 @@ bool takesMode(int flags) {
 }
 
 [[gnu::constructor]] void readVariables() {
+    if (isRead)
+        return;
+    isRead = true;
     const std::string_view family = variable("VELTRA_TORTURE_CALL");
     for (std::size_t at = 0; at < familyNames.size(); ++at)
         if (familyNames[at] == family) {
@@ -154,11 +135,33 @@ bool takesMode(int flags) {
         lastNumber = firstNumber + (times.empty() ? 1 : numberIn(times)) - 1;
     isTraced = !variable("VELTRA_TORTURE_TRACE").empty();
     report = std::getenv("VELTRA_TORTURE_REPORT");
-    countsFromStart = variable("VELTRA_TORTURE_FROM") == "start";
-    // Its first call loads a library.
-    std::array<void*, 1> frame{};
-    ::backtrace(frame.data(), 1);
-    isCounting = isArmed && countsFromStart;
+    isCounting = isArmed && variable("VELTRA_TORTURE_FROM") == "start";
+}
+
+// Whether it is this call's turn.
+bool isDue(Family family) {
+    // Other libraries are initialised before this one; libc, which knows the variables, before
+    // them.
+    if (!isRead && environ != nullptr)
+        readVariables();
+    if (!isCounting || (wanted != family && (wanted != Any || family == Memory)))
+        return false;
+    const long number = ++seen;
+    if (number < firstNumber || number > lastNumber)
+        return false;
+    if (how == How::Kill)
+        ::kill(::getpid(), SIGKILL);
+    if (failed++ == 0 && isTraced)
+        trace();
+    return true;
+}
+
+// Whether this call is to fail; if so, errno is set.
+bool fails(Family family) {
+    if (!isDue(family) || how == How::Short)
+        return false;
+    errno = errorNumber;
+    return true;
 }
 
 // How many descriptors are open, without the one that this takes to find out.
@@ -189,6 +192,13 @@ using Main = int(int, char**, char**);
 Main* realMain = nullptr;
 
 int countedMain(int count, char** arguments, char** environment) {
+    if (isTraced) {
+        // The first call loads a library.
+        const bool wasCounting = isCounting.exchange(false);
+        std::array<void*, 1> frame{};
+        ::backtrace(frame.data(), 1);
+        isCounting = wasCounting;
+    }
     isCounting = isArmed;
     return realMain(count, arguments, environment);
 }
