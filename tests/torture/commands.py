@@ -2,7 +2,7 @@
 
 import json
 import re
-from dataclasses import dataclass
+from dataclasses import dataclass, replace
 from pathlib import Path
 
 from tool import Fault, Run, end_of
@@ -35,6 +35,9 @@ class Verdict:
     why: str = ""
 
 
+STANDARD_OUTPUT = 1
+STANDARD_ERROR = 2
+
 # Families of calls that are about a file, which a message has to name.
 FILE_FAMILIES = ("open", "read", "fsync", "rename", "map", "mkdir", "unlink", "stat", "list", "link")
 
@@ -45,14 +48,40 @@ REASON = re.compile(
 )
 
 
-def judge_message(status: int, messages: str, fault: Fault) -> Verdict:
-    """Whether messages tell a person what failed."""
+def cannot_tell(run: Run, fault: Fault) -> bool:
+    """Whether the fault also keeps messages from being written."""
+    return fault.family == "write" and (
+        fault.times == "all" or run.failed_descriptor == STANDARD_ERROR
+    )
+
+
+def is_of_output(run: Run) -> bool:
+    """Whether what failed was the output. The tool then ends with status 2, whatever it has done."""
+    return run.failed_descriptor in (STANDARD_OUTPUT, STANDARD_ERROR)
+
+
+def news(run: Run, right: Run) -> str:
+    """What the run says that an unfailed one does not, and that is no progress of the work."""
+    known = right.messages.splitlines()
+    lines = [
+        line
+        for line in re.split(r"[\r\n]+", run.messages)
+        if line.strip() and line not in known and not line.startswith("importing ")
+    ]
+    return "\n".join(lines)
+
+
+def judge_message(run: Run, right: Run, fault: Fault) -> Verdict:
+    """Whether a run that has failed tells a person what did."""
+    messages = news(run, right)
+    if cannot_tell(run, fault):
+        return Verdict(NAMED)
     if not messages.strip():
-        return Verdict(NAMED) if cannot_tell(fault) else Verdict(SILENT, end_of(status))
+        return Verdict(SILENT, end_of(run.status))
     if "std::" in messages or "basic_string" in messages:
-        return Verdict(BARE, f"{end_of(status)}: {messages.strip()}")
+        return Verdict(BARE, f"{end_of(run.status)}: {messages.strip()}")
     why = complaint(messages, fault)
-    return Verdict(VAGUE, f"{end_of(status)}: {why}") if why else Verdict(NAMED)
+    return Verdict(VAGUE, f"{end_of(run.status)}: {why}") if why else Verdict(NAMED)
 
 
 def complaint(messages: str, fault: Fault) -> str:
@@ -66,17 +95,6 @@ def complaint(messages: str, fault: Fault) -> str:
     if fault.family in FILE_FAMILIES and "/" not in text and not re.search(r"put|\.\w+", text):
         return f"no file: {text}"
     return ""
-
-
-def explains(messages: str, fault: Fault, before: str) -> bool:
-    """Whether the messages, which differ from those of an unfailed run, tell of a fault."""
-    new = "\n".join(line for line in messages.splitlines() if line not in before.splitlines())
-    return bool(new.strip()) and bool(REASON.search(new))
-
-
-def cannot_tell(fault: Fault) -> bool:
-    """Whether the fault also keeps messages from being written."""
-    return fault.family in ("write", "any") and fault.times == "all"
 
 
 @dataclass(frozen=True)
@@ -95,8 +113,8 @@ class Command:
 
     def normal(self, output: str, folders: dict[str, Path]) -> str:
         """The output without what differs from run to run."""
-        for name, folder in folders.items():
-            output = output.replace(str(folder), f"<{name}>")
+        scratch = str(folders["new"].parent)
+        output = re.sub(re.escape(scratch) + r"/(set|new)\d+", "<set>", output)
         output = re.sub(r"\d+\.\d+ ?s\b", "<time>", output)
         output = re.sub(r"\d+(\.\d+)? [kKMG]i?B of memory", "<memory>", output)
         return re.sub(r'"memoryBytes": ?\d+', "<memory>", output)
@@ -117,15 +135,16 @@ class Command:
         if same and run.status == right.status:
             return Verdict(WARNED if run.messages != right.messages else RIGHT)
         if run.status == 0:
-            if explains(run.messages, fault, right.messages):
+            if REASON.search(news(run, right)):
                 return Verdict(WARNED)
             return Verdict(WRONG, run.messages.strip() or run.output[:200])
-        return judge_message(run.status, run.messages, fault)
+        return judge_message(run, right, fault)
 
 
 class Conversation(Command):
     """A session whose answers are JSON. `text` is in the language of the set's first locale until a
-    line changes that."""
+    line changes that. Requests of version 2 that are read before that may be answered after it, so
+    that the unfailed run has `other`, what it answers when the language is changed first."""
 
     def judge_answer(
         self, run: Run, right: Run, fault: Fault, folders: dict[str, Path]
@@ -134,6 +153,7 @@ class Conversation(Command):
         if broken and run.status == 0:
             return Verdict(WRONG, f"not JSON: {broken[:200]}")
         wanted, _, _ = self.parse(right.output)
+        free, _, _ = self.parse(right.other)
         warned = bool(warnings)
         failed = []
         for name, answer in wanted.items():
@@ -142,7 +162,7 @@ class Conversation(Command):
                 if run.status == 0:
                     return Verdict(WRONG, f"{name} is not answered, and the status is 0")
                 continue
-            if got == answer:
+            if got == answer or got == free.get(name):
                 continue
             if "error" in got and "error" not in answer:
                 failed.append(json.dumps(got, ensure_ascii=False))
@@ -156,7 +176,7 @@ class Conversation(Command):
             if "std::" in text:
                 return Verdict(BARE, text)
         if run.status != 0:
-            return judge_message(run.status, run.messages, fault)
+            return judge_message(run, right, fault)
         if failed:
             return Verdict(NAMED)
         return Verdict(WARNED if warned or run.messages != right.messages else RIGHT)
@@ -194,15 +214,25 @@ class Conversation(Command):
         change = answers.get(twin.change, {})
         other = wanted[twin.name]
         same = {**other, **{key: got[key] for key in ("line", "id") if key in got}} == got
-        # Requests of version 2 are answered while the language changes.
-        return same and (twin.is_free or "error" in change)
+        return same and "error" in change
+
+
+class Validation(Command):
+    """The faults that it finds are its output."""
+
+    def judge_answer(
+        self, run: Run, right: Run, fault: Fault, folders: dict[str, Path]
+    ) -> Verdict:
+        if run.status == 1:
+            found = [line for line in run.output.splitlines() if not line.startswith("sound")]
+            run = replace(run, messages="\n".join([*found, run.messages]))
+        return super().judge_answer(run, right, fault, folders)
 
 
 @dataclass(frozen=True)
 class Twin:
     name: str
     change: str
-    is_free: bool
 
 
 VERSION_1 = """\
@@ -217,33 +247,33 @@ arith.twice
 arith.twice
 """
 
-VERSION_2 = (
-    "\n".join(
-        json.dumps({"jsonrpc": "2.0", "id": number, "method": method, "params": params})
-        for number, (method, params) in enumerate(
-            [
-                ("ask", {"question": "double a number", "limit": 3}),
-                ("complete", {"prefix": "tw"}),
-                ("show", {"question": "sortRows"}),
-                ("find", {"name": "arith.Table", "search": "class"}),
-                ("products", {}),
-                ("reload", {}),
-                ("ask", {"question": "arith.twice"}),
-                ("setLanguage", {"language": "ja"}),
-                ("ask", {"question": "arith.twice"}),
-                ("shutdown", {}),
-            ],
-            start=1,
-        )
+
+
+def _version_2() -> str:
+    requests = [
+        ("ask", {"question": "double a number", "limit": 3}),
+        ("complete", {"prefix": "tw"}),
+        ("show", {"question": "sortRows"}),
+        ("find", {"name": "arith.Table", "search": "class"}),
+        ("products", {}),
+        ("reload", {}),
+        ("ask", {"question": "arith.twice"}),
+        ("setLanguage", {"language": "ja"}),
+        ("ask", {"question": "arith.twice"}),
+        ("shutdown", {}),
+    ]
+    return "".join(
+        json.dumps({"jsonrpc": "2.0", "id": number, "method": method, "params": params}) + "\n"
+        for number, (method, params) in enumerate(requests, start=1)
     )
-    + "\n"
-)
+
+
+VERSION_2 = _version_2()
 
 TWINS = {
-    "line 7": Twin("line 4", "line 6", False),
-    "line 9": Twin("line 7", "line 8", False),
-    "request 7": Twin("request 9", "request 8", True),
-    "request 9": Twin("request 7", "request 8", False),
+    "line 7": Twin("line 4", "line 6"),
+    "line 9": Twin("line 7", "line 8"),
+    "request 9": Twin("request 7", "request 8"),
 }
 
 ROOT = ("--doc-root", "{set}")
@@ -257,7 +287,7 @@ COMMANDS = (
     Command("show", ("show", "sortRows", *ROOT)),
     Command("complete", ("complete", "tw", *ROOT)),
     Command("warm", ("warm", *ROOT)),
-    Command("validate", ("validate", "{set}")),
+    Validation("validate", ("validate", "{set}")),
     Conversation("watch", ("watch", "--json", *ROOT), VERSION_1),
     Conversation("watch2", ("watch", "--json", *ROOT), VERSION_2),
     Command("compile", ("compile", "{set}"), changes=True, compiled=False),

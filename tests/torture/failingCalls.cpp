@@ -7,7 +7,8 @@
 //   VELTRA_TORTURE_TIMES   how many calls fail in a row; unset: one; "all": also all that follow
 //   VELTRA_TORTURE_FROM    "main" counts what comes after main() has begun, "start" everything
 //   VELTRA_TORTURE_REPORT  a file that gets, at exit, the number of calls seen, of calls that were
-//                          made to fail, and of the descriptors that are still open
+//                          made to fail, and of the descriptors that are still open; then the
+//                          descriptor that the first call to fail was given, or -1
 //   VELTRA_TORTURE_TRACE   if set, the stack of the first call that fails goes to the standard
 //   error
 // What libc calls inside itself is not seen, except for memory.
@@ -85,6 +86,7 @@ const char* report = nullptr;
 std::atomic<bool> isCounting = false;
 std::atomic<long> seen = 0;
 std::atomic<long> failed = 0;
+std::atomic<int> failedDescriptor = -1;
 
 std::string_view variable(const char* name) {
     const char* const value = std::getenv(name);
@@ -139,7 +141,7 @@ bool takesMode(int flags) {
 }
 
 // Whether it is this call's turn.
-bool isDue(Family family) {
+bool isDue(Family family, int descriptor = -1) {
     // Other libraries are initialised before this one; libc, which knows the variables, before
     // them.
     if (!isRead && environ != nullptr)
@@ -151,8 +153,11 @@ bool isDue(Family family) {
         return false;
     if (how == How::Kill)
         ::kill(::getpid(), SIGKILL);
-    if (failed++ == 0 && isTraced)
-        trace();
+    if (failed++ == 0) {
+        failedDescriptor = descriptor;
+        if (isTraced)
+            trace();
+    }
     return true;
 }
 
@@ -181,8 +186,8 @@ long openDescriptors() {
     if (report == nullptr)
         return;
     std::array<char, 100> text{};
-    const int size = std::snprintf(text.data(), text.size(), "%ld %ld %ld\n", seen.load(),
-                                   failed.load(), openDescriptors());
+    const int size = std::snprintf(text.data(), text.size(), "%ld %ld %ld %d\n", seen.load(),
+                                   failed.load(), openDescriptors(), failedDescriptor.load());
     const int file = ::open(report, O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600);
     static_cast<void>(::write(file, text.data(), static_cast<std::size_t>(size)) < 0);
     ::close(file);
@@ -298,7 +303,7 @@ std::FILE* fopen64(const char* file, const char* mode) {
 
 ssize_t read(int descriptor, void* bytes, std::size_t count) {
     static const auto real = next<ssize_t(int, void*, std::size_t)>("read");
-    const bool due = isDue(Read);
+    const bool due = isDue(Read, descriptor);
     if (due && how == How::Error) {
         errno = errorNumber;
         return -1;
@@ -308,7 +313,7 @@ ssize_t read(int descriptor, void* bytes, std::size_t count) {
 
 ssize_t pread(int descriptor, void* bytes, std::size_t count, off_t from) {
     static const auto real = next<ssize_t(int, void*, std::size_t, off_t)>("pread");
-    const bool due = isDue(Read);
+    const bool due = isDue(Read, descriptor);
     if (due && how == How::Error) {
         errno = errorNumber;
         return -1;
@@ -318,7 +323,7 @@ ssize_t pread(int descriptor, void* bytes, std::size_t count, off_t from) {
 
 ssize_t write(int descriptor, const void* bytes, std::size_t count) {
     static const auto real = next<ssize_t(int, const void*, std::size_t)>("write");
-    const bool due = isDue(Write);
+    const bool due = isDue(Write, descriptor);
     if (due && how == How::Error) {
         errno = errorNumber;
         return -1;
@@ -328,7 +333,7 @@ ssize_t write(int descriptor, const void* bytes, std::size_t count) {
 
 ssize_t pwrite(int descriptor, const void* bytes, std::size_t count, off_t at) {
     static const auto real = next<ssize_t(int, const void*, std::size_t, off_t)>("pwrite");
-    const bool due = isDue(Write);
+    const bool due = isDue(Write, descriptor);
     if (due && how == How::Error) {
         errno = errorNumber;
         return -1;

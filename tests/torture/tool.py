@@ -8,7 +8,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 # Far longer than any run takes, so that only what hangs meets it.
-TIMEOUT = 30.0
+TIMEOUT = 15.0
 
 
 @dataclass(frozen=True)
@@ -43,7 +43,10 @@ class Run:
     seen: int | None = None
     failed: int | None = None
     descriptors: int | None = None
+    # What the first call to fail read or wrote, where that is known.
+    failed_descriptor: int | None = None
     command: str = ""
+    other: str = ""  # what the command may answer as well
 
 
 @dataclass
@@ -96,8 +99,8 @@ class Tool:
         run = Run(done.returncode, _text(done.stdout), _text(done.stderr), command=shown)
         if report is not None and report.exists():
             figures = report.read_text().split()
-            if len(figures) == 3:
-                run.seen, run.failed, run.descriptors = map(int, figures)
+            if len(figures) == 4:
+                run.seen, run.failed, run.descriptors, run.failed_descriptor = map(int, figures)
         return run
 
 

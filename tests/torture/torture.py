@@ -83,6 +83,7 @@ def parse() -> argparse.Namespace:
     parser.add_argument("--kills", action="store_true", help="imports that are killed")
     parser.add_argument("--markdown", action="store_true", help="print the table as Markdown")
     parser.add_argument("--commands", default="", help="only these, divided by commas")
+    parser.add_argument("--families", default="", help="only these families of calls")
     parser.add_argument("--kill", default="", help="only these kinds of kills, divided by commas")
     parser.add_argument("--list", type=int, default=40, help="how many kinds of failures are listed")
     parser.add_argument("--most", type=int, help="how many calls of each kind of fault are tried")
@@ -111,7 +112,8 @@ def main() -> int:
         sets = Sets(tool, scratch)
         if wanted.faults or both:
             sweep = FaultSweep(tool, sets, scratch, wanted.workers)
-            sweep.sweep(names, most, deadline, results)
+            families = [name for name in wanted.families.split(",") if name]
+            sweep.sweep(names, families, most, deadline, results)
     print(table(results, wanted.markdown))
     if results.left_out:
         print(f"For {results.left_out} more the time did not suffice.")
