@@ -241,7 +241,7 @@ arith.twice
 :reload
 arith.twice
 --all --product extra --search class
-:language ja
+:language de
 arith.twice
 :language en
 arith.twice
@@ -258,7 +258,7 @@ def _version_2() -> str:
         ("products", {}),
         ("reload", {}),
         ("ask", {"question": "arith.twice"}),
-        ("setLanguage", {"language": "ja"}),
+        ("setLanguage", {"language": "de"}),
         ("ask", {"question": "arith.twice"}),
         ("shutdown", {}),
     ]
