@@ -61,6 +61,8 @@ def faults_of(command: Command) -> Iterable[Fault]:
 
 def label(fault: Fault) -> str:
     """The family as the summary names it."""
+    if fault.how == "kill":
+        return "killed"
     if fault.since == "start":
         return f"{fault.family} from the start"
     if fault.how == str(errno.EINTR):

@@ -12,6 +12,7 @@ from pathlib import Path
 
 from commands import BAD, COMMANDS, NAMED, RIGHT, WARNED
 from faults import Failure, FaultSweep, Results, label
+from kills import KillSweep
 from sets import Sets
 from tool import Tool
 
@@ -93,6 +94,13 @@ def parse() -> argparse.Namespace:
     return parser.parse_args()
 
 
+def seconds_of(wanted: argparse.Namespace) -> float:
+    """How long imports are killed at random, and how long several run at once."""
+    if wanted.minutes:
+        return wanted.minutes * 15
+    return 3 if wanted.short else 120
+
+
 def main() -> int:
     wanted = parse()
     random.seed(wanted.seed)
@@ -114,6 +122,10 @@ def main() -> int:
             sweep = FaultSweep(tool, sets, scratch, wanted.workers)
             families = [name for name in wanted.families.split(",") if name]
             sweep.sweep(names, families, most, deadline, results)
+        if wanted.kills or both:
+            kinds = [kind for kind in wanted.kill.split(",") if kind]
+            kills = KillSweep(tool, sets, scratch, results)
+            kills.sweep(kinds, wanted.most or (25 if wanted.short else None), seconds_of(wanted))
     print(table(results, wanted.markdown))
     if results.left_out:
         print(f"For {results.left_out} more the time did not suffice.")
