@@ -4,8 +4,11 @@ import json
 import re
 from dataclasses import dataclass, replace
 from pathlib import Path
+from typing import Any
 
 from tool import Fault, Run, end_of
+
+Message = dict[str, Any]
 
 # An answer, or the tool's own word that it could not give one.
 RIGHT = "right answers"
@@ -39,7 +42,9 @@ STANDARD_OUTPUT = 1
 STANDARD_ERROR = 2
 
 # Families of calls that are about a file, which a message has to name.
-FILE_FAMILIES = ("open", "read", "fsync", "rename", "map", "mkdir", "unlink", "stat", "list", "link")
+FILE_FAMILIES = (
+    "open", "read", "fsync", "rename", "map", "mkdir", "unlink", "stat", "list", "link",
+)  # fmt: skip
 
 REASON = re.compile(
     r"cannot|could not|couldn't|not enough|memory|failed|damaged|left out|Input/output error"
@@ -56,7 +61,7 @@ def cannot_tell(run: Run, fault: Fault) -> bool:
 
 
 def is_of_output(run: Run) -> bool:
-    """Whether what failed was the output. The tool then ends with status 2, whatever it has done."""
+    """Whether what failed was the output: the tool then ends with status 2, whatever it did."""
     return run.failed_descriptor in (STANDARD_OUTPUT, STANDARD_ERROR)
 
 
@@ -182,10 +187,10 @@ class Conversation(Command):
         return Verdict(WARNED if warned or run.messages != right.messages else RIGHT)
 
     @staticmethod
-    def parse(output: str) -> tuple[dict[str, dict], list[str], str]:
+    def parse(output: str) -> tuple[dict[str, Message], list[str], str]:
         """Answers by what they answer, warnings, and the first line that is no JSON."""
-        answers = {}
-        warnings = []
+        answers: dict[str, Message] = {}
+        warnings: list[str] = []
         for line in output.splitlines():
             try:
                 value = json.loads(line)
@@ -204,7 +209,7 @@ class Conversation(Command):
 
     @staticmethod
     def is_of_other_language(
-        name: str, got: dict, answers: dict[str, dict], wanted: dict[str, dict]
+        name: str, got: Message, answers: dict[str, Message], wanted: dict[str, Message]
     ) -> bool:
         """The same request stands in the text before and after a change of the language. Where the
         change has failed, the second answer is the first."""

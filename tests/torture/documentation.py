@@ -3,9 +3,10 @@
 import json
 import zlib
 from pathlib import Path
+from typing import Any
 
-# Neither is Chinese or Japanese: where memory runs out while ICU loads its dictionary of their words,
-# ICU crashes or hangs by itself.
+# Neither is Chinese or Japanese: where memory runs out while ICU loads its dictionary of their
+# words, ICU crashes or hangs by itself.
 LOCALES = ("en_US", "de_DE")
 
 PURPOSES = {
@@ -15,7 +16,7 @@ PURPOSES = {
 }
 
 
-def _function(name: str, purpose: str) -> dict:
+def _function(name: str, purpose: str) -> dict[str, Any]:
     return {
         "entities": [{"name": name, "type": "function", "functionType": "function"}],
         "purpose": purpose,
@@ -26,7 +27,7 @@ def _function(name: str, purpose: str) -> dict:
     }
 
 
-def _write(path: Path, document: dict) -> None:
+def _write(path: Path, document: dict[str, Any]) -> None:
     path.parent.mkdir(parents=True, exist_ok=True)
     path.write_text(json.dumps(document, ensure_ascii=False, indent=1) + "\n", encoding="utf-8")
 

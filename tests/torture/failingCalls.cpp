@@ -36,12 +36,14 @@
 #include <climits>
 
 // The allocator itself, by the names that no other library takes.
+// NOLINTBEGIN(bugprone-reserved-identifier): libc has given the names.
 extern "C" {
 void* __libc_malloc(std::size_t size);
 void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
 void* __libc_memalign(std::size_t alignment, std::size_t size);
 }
+// NOLINTEND(bugprone-reserved-identifier)
 
 namespace {
 
@@ -217,6 +219,7 @@ int modeOf(int flags, std::va_list arguments) {
 #pragma GCC visibility push(default)
 extern "C" {
 
+// NOLINTNEXTLINE(bugprone-reserved-identifier): libc has given the name.
 int __libc_start_main(Main* main, int count, char** arguments, void (*initialise)(),
                       void (*finish)(), void (*finishLinker)(), void* stackEnd) {
     realMain = main;

@@ -85,15 +85,16 @@ class Job:
 
 @dataclass
 class Failure:
-    job: Job
+    place: str
+    fault: Fault
     verdict: Verdict
-    shell: str
+    shell: str  # the command line that repeats it
 
 
 @dataclass
 class Results:
-    tried: Counter = field(default_factory=Counter)
-    kinds: Counter = field(default_factory=Counter)
+    tried: Counter[tuple[str, str]] = field(default_factory=Counter)
+    kinds: Counter[tuple[tuple[str, str], str]] = field(default_factory=Counter)
     failures: list[Failure] = field(default_factory=list)
     left_out: int = 0
 
@@ -174,7 +175,7 @@ class FaultSweep:
         jobs = []
         for fault in faults_of(command):
             count = self.counts[command.name, compiled, fault.family, fault.since]
-            numbers = range(1, count + 1)
+            numbers = list(range(1, count + 1))
             wanted = (most or count) * (4 if fault.family == "memory" else 1)
             if count > wanted:
                 numbers = sorted({1, count, *random.sample(numbers, wanted)})
@@ -240,7 +241,7 @@ class FaultSweep:
             with lock:
                 results.add((job.place, label(job.fault)), verdict.kind)
                 if verdict.kind not in GOOD:
-                    results.failures.append(Failure(job, verdict, shell))
+                    results.failures.append(Failure(job.place, job.fault, verdict, shell))
 
         with ThreadPoolExecutor(self.workers) as pool:
             for _ in pool.map(work, jobs):

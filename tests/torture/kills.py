@@ -10,7 +10,9 @@ import subprocess
 import threading
 import time
 from collections import Counter
+from collections.abc import Callable
 from pathlib import Path
+from typing import IO
 
 import documentation
 from commands import DIED, LEFT_BEHIND, MISLED, NEXT, RIGHT, TORN, WRONG, Verdict
@@ -20,14 +22,6 @@ from tool import Fault, Tool
 
 KINDS = ("calls", "random", "crowd")
 EDITION = re.compile(r"Edition ([\w-]+)\.")
-
-
-class _Named:
-    """What a failure is listed under."""
-
-    def __init__(self, place: str, number: int) -> None:
-        self.place = place
-        self.fault = Fault("kill", "kill", "1", number)
 
 
 def editions(text: str) -> set[str]:
@@ -83,10 +77,10 @@ class Readers:
         return f"--all --product {self.product}"
 
     def second_version(self, number: int) -> str:
-        params = {"all": True, "product": self.product, "limit": 1000, "fields": ["name", "purpose"]}
+        params = {"all": True, "product": self.product, "limit": 1000, "fields": ["purpose"]}
         return json.dumps({"jsonrpc": "2.0", "id": number, "method": "find", "params": params})
 
-    def watch(self, request: object, version: int) -> None:
+    def watch(self, request: Callable[[int], str], version: int) -> None:
         session = subprocess.Popen(
             [str(self.tool.program), "watch", "--json", "--doc-root", str(self.root)],
             stdin=subprocess.PIPE,
@@ -94,13 +88,14 @@ class Readers:
             text=True,
             env=self.tool.environment,
         )
+        assert session.stdin is not None and session.stdout is not None
         number = 0
         try:
             while not self.is_over.is_set():
                 number += 1
                 session.stdin.write(request(number) + "\n")
                 session.stdin.flush()
-                self.take_answer(session, version)
+                self.take_answer(session.stdout, version)
         except (BrokenPipeError, EOFError, ValueError) as error:
             self.faults.append(f"watch {version}: the session has ended: {error!r}")
         finally:
@@ -110,10 +105,10 @@ class Readers:
         if session.returncode != 0:
             self.faults.append(f"watch {version}: status {session.returncode}")
 
-    def take_answer(self, session: subprocess.Popen, version: int) -> None:
+    def take_answer(self, answers: IO[str], version: int) -> None:
         """Reads to the answer; what comes before are notices."""
         while True:
-            line = session.stdout.readline()
+            line = answers.readline()
             if not line:
                 raise EOFError
             message = json.loads(line)
@@ -141,7 +136,8 @@ class KillSweep:
     def note(self, place: str, kind: str, number: int, verdict: Verdict, shell: str) -> None:
         self.results.add((place, kind), verdict.kind)
         if verdict.kind != RIGHT:
-            self.results.failures.append(Failure(_Named(place, number), verdict, shell))
+            fault = Fault("", "kill", number=number)
+            self.results.failures.append(Failure(place, fault, verdict, shell))
 
     def sweep(self, kinds: list[str], most: int | None, seconds: float) -> None:
         """`most` kills before a call, in each place; `seconds` for each of the other kinds."""
@@ -278,7 +274,7 @@ class KillSweep:
         """The files of the edition before, which readers may still have in mind."""
         names = set()
         manifest = json.loads((root / MANIFEST).read_text(encoding="utf-8"))
-        numbers = {}
+        numbers: dict[str, set[int]] = {}
         for name in contents(root):
             if found := re.fullmatch(r"(.*/gadgets\d*)-(\d+)(\..*)", name):
                 numbers.setdefault(found[1], set()).add(int(found[2]))

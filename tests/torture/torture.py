@@ -42,14 +42,14 @@ def table(results: Results, markdown: bool) -> str:
         ]
         lines.append(f"| {' | '.join(cells)} |" if markdown else "  ".join(cells).rstrip())
     if markdown:
-        rule = ["-" * width if at < 2 else "-" * (width - 1) + ":" for at, width in enumerate(widths)]
+        rule = ["-" * (width - 1) + "-:"[at >= 2] for at, width in enumerate(widths)]
         lines.insert(1, f"| {' | '.join(rule)} |")
     return "\n".join(lines)
 
 
 def likeness(failure: Failure) -> tuple[str, ...]:
     """What failures of one cause have in common."""
-    fault = failure.job.fault
+    fault = failure.fault
     why = re.sub(r"/\S*/|compiled|plain|<[a-z ]+>", "", failure.verdict.why)
     why = re.sub(r"\d+", "N", why.splitlines()[0] if why else "")
     return (failure.verdict.kind, label(fault), re.sub(r"\w+\.\w+(\.\w+)*", "FILE", why)[:120])
@@ -62,10 +62,10 @@ def listed(failures: list[Failure], most: int) -> str:
         alike.setdefault(likeness(failure), []).append(failure)
     lines = []
     for members in sorted(alike.values(), key=len, reverse=True)[:most]:
-        first = min(members, key=lambda member: (member.job.place, member.job.fault.number))
-        places = sorted({member.job.place for member in members})
+        first = min(members, key=lambda member: (member.place, member.fault.number))
+        places = sorted({member.place for member in members})
         lines.append(
-            f"\n{first.verdict.kind}, {len(members)} times, {label(first.job.fault)},"
+            f"\n{first.verdict.kind}, {len(members)} times, {label(first.fault)},"
             f" in {'; '.join(places)}"
         )
         lines.append(f"    {first.verdict.why[:600]}")
@@ -86,7 +86,7 @@ def parse() -> argparse.Namespace:
     parser.add_argument("--commands", default="", help="only these, divided by commas")
     parser.add_argument("--families", default="", help="only these families of calls")
     parser.add_argument("--kill", default="", help="only these kinds of kills, divided by commas")
-    parser.add_argument("--list", type=int, default=40, help="how many kinds of failures are listed")
+    parser.add_argument("--list", type=int, default=40, help="kinds of failures that are listed")
     parser.add_argument("--most", type=int, help="how many calls of each kind of fault are tried")
     parser.add_argument("--workers", type=int, default=2, help="how many run at a time")
     parser.add_argument("--seed", type=int, default=random.SystemRandom().randrange(10**6))
@@ -97,7 +97,7 @@ def parse() -> argparse.Namespace:
 def seconds_of(wanted: argparse.Namespace) -> float:
     """How long imports are killed at random, and how long several run at once."""
     if wanted.minutes:
-        return wanted.minutes * 15
+        return float(wanted.minutes) * 15
     return 3 if wanted.short else 120
 
 

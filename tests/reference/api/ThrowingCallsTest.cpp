@@ -167,7 +167,7 @@ class ThrowingCallsTest : public LibraryTest {
     static std::string asked() {
         std::string names;
         for (const auto& hit : ask::ask(u"sort the rows").hits)
-            names += dump({hit.data}).front() + "; ";
+            names += dump(hit.data) + "; ";
         return names;
     }
 
