@@ -174,9 +174,10 @@ class KillSweep:
                 counts[name] = max(counts[name], count)
         jobs = [(name, number) for name, count in counts.items() for number in range(1, count + 1)]
         # What changes the set is tried before what only reads.
-        changing = {"renameat", "unlinkat", "fsync", "mkdir", "mkdirat", "write", "flock", "openat"}
+        first = ("renameat", "unlinkat", "fsync", "mkdir", "mkdirat", "flock")
+        then = ("write", "openat")
         random.shuffle(jobs)
-        jobs.sort(key=lambda job: job[0] not in changing)
+        jobs.sort(key=lambda job: 0 if job[0] in first else 1 if job[0] in then else 2)
         kills = 0
         for name, number in jobs[:most]:
             root = self.fresh("killed", is_new)
