@@ -11,6 +11,20 @@ std::atomic<long> blocks{0};
 std::atomic<long> bytes{0};
 thread_local long madeHere = 0;
 
+// Which of the thread's allocations fail, counted down; 0: none.
+thread_local long untilFailure = 0;
+thread_local bool failsForGood = false;
+thread_local bool hasFailed = false;
+
+bool fails() noexcept {
+    if (untilFailure == 0 || --untilFailure > 0)
+        return false;
+    if (failsForGood)
+        untilFailure = 1;
+    hasFailed = true;
+    return true;
+}
+
 // Null stays null.
 void* noted(void* memory) noexcept {
     if (memory == nullptr)
@@ -30,10 +44,12 @@ void release(void* memory) noexcept {
 }
 
 void* allocate(std::size_t size) noexcept {
-    return noted(std::malloc(size == 0 ? 1 : size));
+    return fails() ? nullptr : noted(std::malloc(size == 0 ? 1 : size));
 }
 
 void* allocate(std::size_t size, std::align_val_t alignment) noexcept {
+    if (fails())
+        return nullptr;
     const auto unit = static_cast<std::size_t>(alignment);
     return noted(std::aligned_alloc(unit, (size + unit - 1) / unit * unit));
 }
@@ -117,6 +133,20 @@ LiveAllocations LiveAllocations::now() noexcept {
 
 long LiveAllocations::made() noexcept {
     return ::madeHere;
+}
+
+FailingAllocation::FailingAllocation(long number, bool forGood) noexcept {
+    ::untilFailure = number;
+    ::failsForGood = forGood;
+    ::hasFailed = false;
+}
+
+FailingAllocation::~FailingAllocation() {
+    ::untilFailure = 0;
+}
+
+bool FailingAllocation::hasFailed() noexcept {
+    return ::hasFailed;
 }
 
 }  // namespace reference::tests
