@@ -38,9 +38,8 @@ bool leadsUp(std::u16string_view part) {
     return dots == 2;
 }
 
-// Whether the path ever stands above where it began.
-bool leadsOut(std::u16string_view path) {
-    std::ptrdiff_t depth = 0;
+// Whether the path ever stands above the folder that is `depth` folders above where it begins.
+bool leadsOut(std::u16string_view path, std::ptrdiff_t depth = 0) {
     while (!path.empty()) {
         const std::size_t end = std::min(path.find(u'/'), path.size());
         const std::u16string_view part = path.substr(0, end);
@@ -52,15 +51,17 @@ bool leadsOut(std::u16string_view path) {
     return false;
 }
 
+std::u16string_view pathOf(std::u16string_view href) {
+    return href.substr(0, href.find_first_of(u"?#"));
+}
+
 std::optional<std::string> whyNotRelative(std::u16string_view href) {
     if (!schemeOf(href).empty())
         return "It has a scheme; it must be relative to the product's help folder.";
     if (href.starts_with(u'/'))
         return "It is absolute; it must be relative to the product's help folder.";
-    if (href.substr(0, href.find_first_of(u"?#")).find(u'\\') != std::u16string_view::npos)
+    if (pathOf(href).find(u'\\') != std::u16string_view::npos)
         return "It holds a backslash; divide folders and file by slashes.";
-    if (leadsOut(href.substr(0, href.find_first_of(u"?#"))))
-        return "It leads out of the product's help folder (\"..\").";
     return std::nullopt;
 }
 
@@ -73,18 +74,28 @@ std::optional<std::string> whyNotText(std::u16string_view href) {
 }  // namespace
 
 std::optional<std::string> whyNotAPage(std::u16string_view href) {
-    auto reason = whyNotText(href);
-    return reason ? reason : whyNotRelative(href);
+    if (auto reason = whyNotText(href))
+        return reason;
+    if (auto reason = whyNotRelative(href))
+        return reason;
+    if (leadsOut(pathOf(href)))
+        return "It leads out of the product's help folder (\"..\").";
+    return std::nullopt;
 }
 
-std::optional<std::string> whyNotATarget(std::u16string_view href) {
+std::optional<std::string> whyNotATarget(std::u16string_view href, std::u16string_view helpFolder) {
     if (auto reason = whyNotText(href))
         return reason;
     const std::u16string scheme = schemeOf(href);
-    if (scheme.empty())
-        return whyNotRelative(href);
-    if (scheme != u"http" && scheme != u"https")
+    if (scheme == u"http" || scheme == u"https")
+        return std::nullopt;
+    if (!scheme.empty())
         return "It is neither a page nor an address of the web (http, https).";
+    if (auto reason = whyNotRelative(href))
+        return reason;
+    const auto above = std::ranges::count(helpFolder, u'/') + (helpFolder.empty() ? 0 : 1);
+    if (leadsOut(pathOf(href), above))
+        return "It leads out of the folder that the help folders are in (\"..\").";
     return std::nullopt;
 }
 

@@ -180,7 +180,7 @@ class Validator {
         std::map<std::u16string, Answers> answersByHref;
         for (const auto& [href, items] : reference.pages) {
             answersByHref.emplace(href, answersOf(items));
-            checkHrefs(href, items, files.reference);
+            checkHrefs(href, items, reference.header.helpFolder, files.reference);
         }
 
         std::map<std::u16string, std::set<std::u16string>> filedByHref;
@@ -200,12 +200,12 @@ class Validator {
 
     // An href is opened in a browser: it must lead nowhere but to the documentation and the web.
     void checkHrefs(const std::u16string& page, const std::vector<RefItem>& items,
-                    const std::string& file) {
+                    const std::u16string& helpFolder, const std::string& file) {
         const std::string field = "pages[\"" + shortened(toUtf8(page)) + "\"]";
         if (const auto reason = whyNotAPage(page))
             fault(file, field, "The page's href is none. " + *reason);
         const auto requireTarget = [&](const std::u16string& href, const char* where) {
-            if (const auto reason = whyNotATarget(href))
+            if (const auto reason = whyNotATarget(href, helpFolder))
                 fault(file, field,
                       "The href \"" + shortened(toUtf8(href)) + "\" of " + where + " is none. " +
                           *reason);

@@ -81,7 +81,8 @@ std::optional<InventoryObject> parseLine(std::string_view line) {
         const std::string_view type = nextWord(line, cursor);
         const std::size_t colon = type.find(':');
         const std::optional<int> priority = toInteger(nextWord(line, cursor));
-        if (at == 0 || colon == std::string_view::npos || colon == 0 || !priority)
+        if (at == 0 || colon == std::string_view::npos || colon == 0 || colon + 1 == type.size() ||
+            !priority)
             continue;
         InventoryObject object;
         object.name = std::string(trimmed(line.substr(0, at)));
