@@ -1,6 +1,9 @@
 // What the parser makes of questions.
+#include <cstdint>
 #include <ostream>
+#include <set>
 #include <string>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +12,7 @@
 #include "property/RefEntityType.hpp"
 #include "reference/ask/Question.hpp"
 #include "reference/ask/QuestionError.hpp"
+#include "reference/ask/Rung.hpp"
 
 namespace reference::tests {
 namespace {
@@ -211,6 +215,21 @@ TEST(QuestionErrorTest, WhatNobodyTypesIsRefused) {
     EXPECT_THROW(static_cast<void>(Question::parse(phrases + u"\"w\" w")), QuestionError);
     const std::u16string brackets(4000, u'(');
     EXPECT_EQ(dump(Question::parse(u"f" + brackets)), "calls f");
+}
+
+TEST(RungTest, EachHasANameAndADescription) {
+    std::set<std::string_view> names;
+    std::set<std::string_view> descriptions;
+    for (std::uint8_t number = 0; number <= static_cast<std::uint8_t>(ask::Rung::MostWords);
+         ++number) {
+        names.insert(toString(static_cast<ask::Rung>(number)));
+        descriptions.insert(describe(static_cast<ask::Rung>(number)));
+    }
+    EXPECT_EQ(names.size(), 10U);
+    EXPECT_EQ(descriptions.size(), 10U);
+    EXPECT_EQ(toString(ask::Rung::Name), "name");
+    EXPECT_EQ(toString(ask::Rung::WithoutPackage), "without-package");
+    EXPECT_EQ(toString(ask::Rung::MostWords), "most-words");
 }
 
 TEST(QuestionTermTest, KnowsItsPlaceInWhatWasTyped) {

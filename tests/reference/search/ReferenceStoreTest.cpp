@@ -94,5 +94,73 @@ TEST(ReferenceStoreTest, ADamagedImageIsPassedOverAndTheQuestionAskedAgain) {
     EXPECT_EQ(source->problem, "a.image: damaged");
 }
 
+// A source that throws as often as it is told to when it is asked for the lookup files.
+class FailingSource final : public MemorySource {
+  public:
+    docparser::ParsingResults getResourceLookupFiles() override {
+        if (failures > 0) {
+            --failures;
+            if (isReplaced)
+                throw docimage::ReplacedImage("a.image: replaced");
+            throw docimage::DamagedImage("a.image: damaged");
+        }
+        return MemorySource::getResourceLookupFiles();
+    }
+    void passOverImages(const std::string& /*text*/) override { ++passedOver; }
+    int failures = 0;
+    bool isReplaced = false;
+    int passedOver = 0;
+};
+
+TEST(ReferenceStoreTest, AnImageThatWasReplacedIsNoReasonToDoWithoutImages) {
+    const auto source = std::make_shared<FailingSource>();
+    source->add(ProductBuilder(u"p").entity(u"fit", RefEntityType::Function, u"fit.html").build());
+    source->failures = 1;
+    source->isReplaced = true;
+    ReferenceStore store(source);
+    EXPECT_THAT(find(store, u"fit"), ElementsAre("fit.html"));
+    EXPECT_EQ(source->passedOver, 0);
+}
+
+TEST(ReferenceStoreTest, WhatIsDamagedTwiceIsAskedAThirdTimeAndNoMore) {
+    const auto source = std::make_shared<FailingSource>();
+    source->add(ProductBuilder(u"p").entity(u"fit", RefEntityType::Function, u"fit.html").build());
+    source->failures = 2;
+    ReferenceStore store(source);
+    EXPECT_THAT(find(store, u"fit"), ElementsAre("fit.html"));
+    EXPECT_EQ(source->passedOver, 2);
+    source->failures = 3;
+    ReferenceStore other(source);
+    EXPECT_THROW(find(other, u"fit"), docimage::DamagedImage);
+    EXPECT_EQ(source->failures, 0);
+}
+
+TEST(ReferenceStoreTest, ASnapshotReadsWhatItsClearedLookupsNameAndKeepsItToItself) {
+    const auto source = sourceOf({u"fit"});
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    store.clearLookupCaches();
+    source->onResourceFile(
+        [](const std::u16string&) { throw docparser::DocParserException("broken"); });
+    EXPECT_THROW(static_cast<void>(snapshot.pagesOf(0)), docparser::DocParserException);
+    source->onResourceFile([](const std::u16string&) {});
+    const JoinedPages* const pages = snapshot.pagesOf(0);
+    ASSERT_NE(pages, nullptr);
+    EXPECT_EQ(snapshot.pagesOf(0), pages);
+    EXPECT_EQ(source->resourceCalls(), 2);
+    EXPECT_THAT(*store.resourceCache(), IsEmpty());
+}
+
+TEST(ReferenceStoreTest, AFileThatNoLongerHoldsAProductOfClearedLookupsHasNoPagesOfIt) {
+    const auto source = sourceOf({u"fit"});
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    store.clearLookupCaches();
+    source->add(ProductBuilder(u"q").build());
+    source->shareFile(u"p", u"elsewhere");
+    source->shareFile(u"q", u"p.ref");
+    EXPECT_EQ(snapshot.pagesOf(0), nullptr);
+}
+
 }  // namespace
 }  // namespace reference::tests
