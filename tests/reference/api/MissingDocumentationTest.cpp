@@ -11,6 +11,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/ask/ask.hpp"
 #include "reference/ask/complete.hpp"
+#include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/Print.hpp"
 
@@ -21,6 +22,7 @@ using api::AllTextDataRetriever;
 using api::ReferenceDataRetriever;
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
+using property::FunctionType;
 using property::RefEntityType;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -95,6 +97,43 @@ TEST_F(MissingDocumentationTest, NothingIsFoundWhileTheLookupsOfInstalledProduct
     EXPECT_THAT(asked(u"a.Table"), IsEmpty());
     EXPECT_THAT(ask::complete(u"a.T"), IsEmpty());
     EXPECT_EQ(source().lookupCalls(), 1);
+}
+
+TEST_F(MissingDocumentationTest, AnItemThatNoNameLeadsToIsNoHit) {
+    ProductBuilder product(u"d");
+    for (const std::u16string name : {u"shown", u"hidden"})
+        product.item(
+            makeItem({.href = name + u".html",
+                      .entities = {{RefEntityType::Function, u"d." + name, FunctionType::Function}},
+                      .description = u"Gathers quarks, gluons and leptons."}));
+    product.item(makeItem(
+        {.href = u"nameless.html", .description = u"Gathers quarks, gluons and leptons."}));
+    add(product.record(u"d.shown", RefEntityType::Function, u"shown.html"));
+    EXPECT_THAT(asked(u"gather quarks gluons leptons"), ElementsAre("d.shown"));
+}
+
+TEST_F(MissingDocumentationTest, ProductsWithoutTheWantedTypesAreNotOpenedForTheirTexts) {
+    add(ProductBuilder(u"d").entity(u"t", RefEntityType::Tool, u"t.html", u"Turns keys."));
+    EXPECT_THAT(dump(AllTextDataRetriever(ReferenceRequest(u"keys", {RefEntityType::Tool}))
+                         .getReferenceData()),
+                ElementsAre("d:t[tool]@t.html"));
+    EXPECT_EQ(source().resourceCalls(), 1);
+    EXPECT_THAT(
+        AllTextDataRetriever(ReferenceRequest(u"keys", {RefEntityType::Macro})).getReferenceData(),
+        IsEmpty());
+    EXPECT_EQ(source().resourceCalls(), 1);
+}
+
+TEST_F(MissingDocumentationTest, OfTheWantedProductsThoseWithTheWordsAnswer) {
+    add(ProductBuilder(u"d").entity(u"t", RefEntityType::Tool, u"t.html", u"Turns screws."));
+    const auto found = [](const std::u16string& text) {
+        return dump(
+            AllTextDataRetriever(ReferenceRequest(text, {}, {u"d", u"a"})).getReferenceData());
+    };
+    EXPECT_THAT(found(u"screws"), ElementsAre("d:t[tool]@t.html"));
+    EXPECT_THAT(found(u"Holds"), ElementsAre("a:a.Table[class]@Table.html"));
+    EXPECT_THAT(found(u"."), testing::SizeIs(3));
+    EXPECT_THAT(found(u"nothing"), IsEmpty());
 }
 
 TEST_F(MissingDocumentationTest, ANameWithoutAPageIsNoHit) {
