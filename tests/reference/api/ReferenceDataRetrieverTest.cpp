@@ -189,6 +189,26 @@ TEST_F(ReferenceDataRetrieverTest, AClassOfOnesOwnAnswersLikeItsBase) {
               dump(ReferenceDataRetriever(all).getReferenceData()));
 }
 
+// Wants properties by what they are for, whatever they are called.
+class PurposeOfPropertyRetriever : public ReferenceDataRetriever {
+  public:
+    using ReferenceDataRetriever::ReferenceDataRetriever;
+
+  private:
+    [[nodiscard]] bool isPropertyContentMatch(
+        const std::u16string& /*qualifiedName*/,
+        const property::ClassProperty& property) const override {
+        return property.getPurpose() == u"purpose of Height";
+    }
+};
+
+TEST_F(ReferenceDataRetrieverTest, AClassOfOnesOwnIsAskedAboutEachPropertyWhateverItsName) {
+    add(ProductBuilder(u"p").classWith(u"Shape", u"", u"Shape.html",
+                                       {{u"Size", {u"Width", u"Height"}}}));
+    EXPECT_THAT(dump(PurposeOfPropertyRetriever(ReferenceRequest(u"Shape")).getReferenceData()),
+                ElementsAre(testing::StartsWith("p:Shape.Height[property]")));
+}
+
 TEST_F(ReferenceDataRetrieverTest, AnyOtherExceptionReachesTheCaller) {
     add(ProductBuilder(u"a").entity(u"f", RefEntityType::Function, u"f.html"));
     source().onResourceFile([](const std::u16string&) { throw std::runtime_error("no disk"); });
