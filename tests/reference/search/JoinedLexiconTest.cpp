@@ -126,7 +126,7 @@ TEST(JoinedLexiconTest, TellsWhichLexiconsHaveWordsForAllPartsAndHowManyTextsHav
                  {u"rows", "0: rows (1); 1: rows (1); 3: rows (1)"},
                  // What ends like the one word and begins like the other.
                  {u"sort rows", "0: resort sort (3) rows (1); 3: assort (1) rows (1)"},
-                 {u"d columns", "1: and (1) columns (1)"},
+                 {u"d columns", "1: and (1) columns (1); 3: sorted (1) columns (1)"},
                  {u"columns sort", "3: columns (1) sorted (1)"},
                  {u"nothing", ""},
                  {u"rows nothing", ""}};
