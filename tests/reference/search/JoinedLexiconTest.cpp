@@ -128,6 +128,8 @@ TEST(JoinedLexiconTest, TellsWhichLexiconsHaveWordsForAllPartsAndHowManyTextsHav
                  {u"sort rows", "0: resort sort (3) rows (1); 3: assort (1) rows (1)"},
                  {u"d columns", "1: and (1) columns (1); 3: sorted (1) columns (1)"},
                  {u"columns sort", "3: columns (1) sorted (1)"},
+                 // The last word of one lexicon and the first of the next that has any.
+                 {u"a", "1: and (1); 3: assort (1)"},
                  {u"nothing", ""},
                  {u"rows nothing", ""}};
     const JoinedLexicon joined;
