@@ -1,4 +1,5 @@
 // The store as an ordinary object: each has its own source, caches and locks.
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "docparser/DocParserException.hpp"
 #include "reference/search/EntitySearch.hpp"
 #include "reference/search/ReferenceStore.hpp"
+#include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/MemorySource.hpp"
 
@@ -160,6 +162,39 @@ TEST(ReferenceStoreTest, AFileThatNoLongerHoldsAProductOfClearedLookupsHasNoPage
     source->shareFile(u"p", u"elsewhere");
     source->shareFile(u"q", u"p.ref");
     EXPECT_EQ(snapshot.pagesOf(0), nullptr);
+}
+
+TEST(ProductPagesTest, PagesAndHrefsLeadToEachOtherAndWhatIsNotThereToNothing) {
+    const auto source = std::make_shared<MemorySource>();
+    source->add(ProductBuilder(u"p")
+                    .record(u"a", RefEntityType::Function, u"a.html")
+                    .entity(u"b", RefEntityType::Function, u"b.html")
+                    .item(makeItem({.href = u"c.html"}))
+                    .build());
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    const JoinedPages* const joined = snapshot.pagesOf(0);
+    ASSERT_NE(joined, nullptr);
+    EXPECT_EQ(joined->pageOfHref(0), JoinedPages::none);
+    EXPECT_EQ(joined->pageOfHref(1), 0U);
+    EXPECT_EQ(joined->hrefOfPage(0), 1U);
+    EXPECT_EQ(joined->hrefOfPage(1), JoinedPages::none);
+    for (const std::uint32_t beyond : {2U, 3U, 100U}) {
+        EXPECT_EQ(joined->pageOfHref(beyond), JoinedPages::none) << beyond;
+        EXPECT_EQ(joined->hrefOfPage(beyond), JoinedPages::none) << beyond;
+    }
+}
+
+// Numbers of items come from images.
+TEST(ProductPagesTest, AnItemThatIsNotThereIsDamage) {
+    ReferenceStore store(sourceOf({u"fit"}));
+    const Snapshot snapshot = store.snapshot();
+    const ProductPages& pages = snapshot.pagesOf(0)->pages();
+    ASSERT_EQ(pages.itemCount(), 1U);
+    EXPECT_GT(pages.sizeOfItem(0), 0U);
+    EXPECT_TRUE(pages.expansion(0).properties.empty());
+    EXPECT_THROW(static_cast<void>(pages.sizeOfItem(1)), docimage::DamagedImage);
+    EXPECT_THROW(static_cast<void>(pages.expansion(1)), docimage::DamagedImage);
 }
 
 }  // namespace
