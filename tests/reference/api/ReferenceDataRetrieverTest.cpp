@@ -10,6 +10,7 @@
 
 #include "docparser/DocParserException.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/comparator/PreferredOrderComparator.hpp"
 #include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/Print.hpp"
@@ -83,6 +84,21 @@ TEST_F(ReferenceDataRetrieverTest, ComparatorOrdersAndTiesKeepProductOrder) {
                                                "a:f[function]@1.html", "a:f[function]@2.html"));
 }
 
+TEST_F(ReferenceDataRetrieverTest, PreferredOrderGoesByItsKeysAndTiesKeepProductOrder) {
+    for (const char16_t* name : {u"a", u"b", u"veltra"})
+        add(ProductBuilder(name)
+                .entity(u"f", RefEntityType::Topic, u"1.html")
+                .entity(u"f", RefEntityType::Function, u"2.html")
+                .entity(u"f", RefEntityType::Function, u"3.html"));
+    ReferenceRequest request(u"f");
+    request.setRefRequestComparator(api::comparator::PreferredOrderComparator());
+    EXPECT_THAT(retrieve(request),
+                ElementsAre("veltra:f[function]@2.html", "veltra:f[function]@3.html",
+                            "veltra:f[topic]@1.html", "a:f[function]@2.html",
+                            "a:f[function]@3.html", "b:f[function]@2.html", "b:f[function]@3.html",
+                            "a:f[topic]@1.html", "b:f[topic]@1.html"));
+}
+
 TEST_F(ReferenceDataRetrieverTest, EmptyComparatorFailsOnlyWhenThereIsSomethingToCompare) {
     add(ProductBuilder(u"a").entity(u"one", RefEntityType::Function, u"1.html"));
     add(ProductBuilder(u"b")
@@ -148,6 +164,49 @@ TEST_F(ReferenceDataRetrieverTest, ProductThatCannotBeFilteredIsSkippedToo) {
     const FailingFilter failing(ReferenceRequest(u"f"),
                                 [] { throw std::runtime_error("no disk"); });
     EXPECT_THROW(static_cast<void>(failing.getReferenceData()), std::runtime_error);
+}
+
+// A class of a user's own that decides nothing anew.
+class OwnRetriever : public ReferenceDataRetriever {
+  public:
+    using ReferenceDataRetriever::ReferenceDataRetriever;
+};
+
+TEST_F(ReferenceDataRetrieverTest, AClassOfOnesOwnAnswersLikeItsBase) {
+    add(ProductBuilder(u"p")
+            .classWith(u"Shape", u"", u"Shape.html", {{u"Size", {u"Width", u"Height"}}})
+            .record(u"f", RefEntityType::Function, u"missing.html")
+            .entity(u"f", RefEntityType::Function, u"f.html")
+            .entity(u"f", RefEntityType::Method, u"f.html"));
+    for (const auto* const text : {u"f", u"Shape", u"Shape.Width", u"nothing"}) {
+        const ReferenceRequest request(text);
+        const auto expected = ReferenceDataRetriever(request).getReferenceData();
+        EXPECT_EQ(dump(OwnRetriever(request).getReferenceData()), dump(expected));
+        EXPECT_EQ(expected.empty(), std::u16string(u"nothing") == text);
+    }
+    const auto all = ReferenceRequest::createMatchAllTextRequest({}, {});
+    EXPECT_EQ(dump(OwnRetriever(all).getReferenceData()),
+              dump(ReferenceDataRetriever(all).getReferenceData()));
+}
+
+// Wants properties by what they are for, whatever they are called.
+class PurposeOfPropertyRetriever : public ReferenceDataRetriever {
+  public:
+    using ReferenceDataRetriever::ReferenceDataRetriever;
+
+  private:
+    [[nodiscard]] bool isPropertyContentMatch(
+        const std::u16string& /*qualifiedName*/,
+        const property::ClassProperty& property) const override {
+        return property.getPurpose() == u"purpose of Height";
+    }
+};
+
+TEST_F(ReferenceDataRetrieverTest, AClassOfOnesOwnIsAskedAboutEachPropertyWhateverItsName) {
+    add(ProductBuilder(u"p").classWith(u"Shape", u"", u"Shape.html",
+                                       {{u"Size", {u"Width", u"Height"}}}));
+    EXPECT_THAT(dump(PurposeOfPropertyRetriever(ReferenceRequest(u"Shape")).getReferenceData()),
+                ElementsAre(testing::StartsWith("p:Shape.Height[property]")));
 }
 
 TEST_F(ReferenceDataRetrieverTest, AnyOtherExceptionReachesTheCaller) {

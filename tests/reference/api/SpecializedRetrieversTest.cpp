@@ -63,6 +63,17 @@ TEST_F(SpecializedRetrieversTest, ClassSearchYieldsTheClassThenEveryPropertyOfEv
         EXPECT_EQ(result.getHeaderInfo(), results.front().getHeaderInfo());
 }
 
+TEST_F(SpecializedRetrieversTest, ClassSearchYieldsEachEntryOnceAndOneProductAfterTheOther) {
+    for (const char16_t* name : {u"y", u"z"})
+        add(ProductBuilder(name)
+                .entity(u"Solid", RefEntityType::Class, u"Solid.html")
+                .record(u"Solid.Solid", RefEntityType::Constructor, u"Solid.html")
+                .entity(u"Solid.Inner", RefEntityType::Class, u"Inner.html"));
+    EXPECT_THAT(dump(api::ClassEntityDataRetriever(ReferenceRequest(u"Solid")).getReferenceData()),
+                ElementsAre("y:Solid.Inner[class]@Inner.html", "y:Solid[class]@Solid.html",
+                            "z:Solid.Inner[class]@Inner.html", "z:Solid[class]@Solid.html"));
+}
+
 TEST_F(SpecializedRetrieversTest, ClassSearchWithoutThePropertyTypeYieldsClassesAsTheyAre) {
     EXPECT_THAT(
         found<ClassEntityDataRetriever>(ReferenceRequest(u"geo.Shape", {RefEntityType::Class})),

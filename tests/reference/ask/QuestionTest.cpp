@@ -1,6 +1,9 @@
 // What the parser makes of questions.
+#include <cstdint>
 #include <ostream>
+#include <set>
 #include <string>
+#include <string_view>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -9,6 +12,7 @@
 #include "property/RefEntityType.hpp"
 #include "reference/ask/Question.hpp"
 #include "reference/ask/QuestionError.hpp"
+#include "reference/ask/Rung.hpp"
 
 namespace reference::tests {
 namespace {
@@ -74,13 +78,20 @@ TEST_P(QuestionTest, IsTakenApart) {
 
 INSTANTIATE_TEST_SUITE_P(
     Words, QuestionTest,
-    ::testing::Values(
-        Case{u"read csv", "read csv"}, Case{u"  how do I sort a list? ", "how do I sort a list"},
-        Case{u"os.path.join", "os.path.join"}, Case{u"Path::exists", "Path.exists"},
-        Case{u"obj->member x#y a/b", "obj.member x.y a.b"},
-        Case{u"`read_csv`, please.", "read_csv please"}, Case{u"the list's end", "the list end"},
-        Case{u"@property", "property"}, Case{u"a . b .. c.", "a b c"}, Case{u"is:: in", "is in"},
-        Case{u"--limit -5", "limit 5"}, Case{u"x - y", "x y"}, Case{u"表を作る", "表を作る"}));
+    ::testing::Values(Case{u"read csv", "read csv"},
+                      Case{u"  how do I sort a list? ", "how do I sort a list"},
+                      Case{u"os.path.join", "os.path.join"}, Case{u"Path::exists", "Path.exists"},
+                      Case{u"obj->member x#y a/b", "obj.member x.y a.b"},
+                      Case{u"`read_csv`, please.", "read_csv please"},
+                      Case{u"the list's end", "the list end"}, Case{u"@property", "property"},
+                      Case{u"a . b .. c.", "a b c"}, Case{u"is:: in", "is in"},
+                      Case{u"--limit -5", "limit 5"}, Case{u"x - y", "x y"}, Case{u"x -", "x"},
+                      Case{u"表を作る", "表を作る"}, Case{u"the list\u2019s end", "the list end"},
+                      Case{u"list'size", "list size"}, Case{u"a<b> c", "a b c"},
+                      Case{u"<int>::x", "int x"}, Case{u"x<y;z>::w", "x y z w"},
+                      Case{u"In [1 x", "In 1 x"}, Case{u"from here to there", "from here to there"},
+                      Case{u"what is from here import", "what is from here import"},
+                      Case{u"from here import", "from here import"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Filters, QuestionTest,
@@ -91,7 +102,11 @@ INSTANTIATE_TEST_SUITE_P(
         Case{u"in:text kernel density", "kernel density; in texts"},
         Case{u"in:name x", "x; in names"}, Case{u"x in:purpose", "x; in purposes"},
         Case{u"is:deprecated x", "x; is deprecated"}, Case{u"x is:current", "x; is current"},
-        Case{u"sort -list", "sort; without list"},
+        Case{u"sort -list", "sort; without list"}, Case{u"sort -$list", "sort; without $list"},
+        Case{u"sort -a.b c", "sort c; without a.b"},
+        Case{u"\"kernel density\"", "phrase kernel density"},
+        Case{u"\"kernel density\". plot", "plot; phrase kernel density"},
+        Case{u"x type:,method,", "x; type method"}, Case{u"in::name x", "in.name x"},
         Case{u"\"kernel density\" plot", "plot; phrase kernel density"}, Case{u"\" \" x", "x"}));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -123,7 +138,24 @@ INSTANTIATE_TEST_SUITE_P(
              u"json.JSONDecodeError: Expecting",
              "json.JSONDecodeError"},
         Case{u"how does groupby() work", "calls groupby; how does work"},
-        Case{u"f(g(h(\"unclosed", "calls f g h"}));
+        Case{u"f(g(h(\"unclosed", "calls f g h"}, Case{u"x=read_csv", "read_csv"},
+        Case{u"x=f(y)", "calls f"}, Case{u"x=', '.join(y)", "calls str.join"}, Case{u"a!=b", "a b"},
+        Case{u"a<=b", "a b"}, Case{u"a==b", "a b"}, Case{u"f(a=b)", "calls f"},
+        Case{u"cls.make(x)", "calls make"}, Case{u"this.size()", "calls size"},
+        Case{u"$x.get(y)", "calls $x.get"},
+        Case{u"std::make_unique<int>(3)", "calls std.make_unique"},
+        Case{u"std::map<int, std::vector<int>>::at", "std.map.at"}, Case{u"a<f(x)>::y", "calls f"},
+        Case{u"f('it\\'s', g(x))", "calls f g"}, Case{u"for os.path in f(x):", "calls f; os.path"},
+        Case{u"from json import loads", "calls json.loads"}, Case{u"import numpy", "numpy"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Tracebacks, QuestionTest,
+    ::testing::Values(Case{u"File \"a.py\", line 8, in create (deep)", "calls a.create"},
+                      Case{u"File \"C:\\lib\\a.b.py\", line 8, in create", "calls a.create"},
+                      Case{u"File \"/lib/.hidden\", line 2, in load", "calls load"},
+                      Case{u"File \"a.py\", line 1, in <module>",
+                           "File line 1 in module; phrase a.py"},
+                      Case{u"File \"a.py\", line 3", "File line 3; phrase a.py"}));
 
 TEST(QuestionErrorTest, PointsAtWhatIsWrong) {
     struct Wrong {
@@ -136,6 +168,12 @@ TEST(QuestionErrorTest, PointsAtWhatIsWrong) {
         {u"", 0, 0, "nothing to look for"},
         {u" ? ", 1, 1, "nothing to look for"},
         {u"type:method", 0, 11, "has filters, but nothing"},
+        {u"product:scipy", 0, 13, "has filters, but nothing"},
+        {u"is:current", 0, 10, "has filters, but nothing"},
+        {u"-x", 0, 2, "has filters, but nothing"},
+        {u"x product:", 2, 8, "\"product:scipy\" has one"},
+        {u"x in:", 2, 3, "in:name, in:purpose, in:text"},
+        {u"x is:,", 2, 4, "is:deprecated, is:current"},
         {u"x type:", 2, 5, "\"type:\" has no value"},
         {u"x type:metod", 7, 5, "there is: function"},
         {u"  x in:title", 7, 5, "in:name, in:purpose, in:text"},
@@ -177,6 +215,21 @@ TEST(QuestionErrorTest, WhatNobodyTypesIsRefused) {
     EXPECT_THROW(static_cast<void>(Question::parse(phrases + u"\"w\" w")), QuestionError);
     const std::u16string brackets(4000, u'(');
     EXPECT_EQ(dump(Question::parse(u"f" + brackets)), "calls f");
+}
+
+TEST(RungTest, EachHasANameAndADescription) {
+    std::set<std::string_view> names;
+    std::set<std::string_view> descriptions;
+    for (std::uint8_t number = 0; number <= static_cast<std::uint8_t>(ask::Rung::MostWords);
+         ++number) {
+        names.insert(toString(static_cast<ask::Rung>(number)));
+        descriptions.insert(describe(static_cast<ask::Rung>(number)));
+    }
+    EXPECT_EQ(names.size(), 10U);
+    EXPECT_EQ(descriptions.size(), 10U);
+    EXPECT_EQ(toString(ask::Rung::Name), "name");
+    EXPECT_EQ(toString(ask::Rung::WithoutPackage), "without-package");
+    EXPECT_EQ(toString(ask::Rung::MostWords), "most-words");
 }
 
 TEST(QuestionTermTest, KnowsItsPlaceInWhatWasTyped) {

@@ -168,6 +168,36 @@ TEST_F(CompiledSetTest, WithoutImagesTheAnswersAreTheSame) {
     expectSameAnswers("no images");
 }
 
+// A text without a word is looked for in all that is stored, which only an image has in one piece.
+TEST_F(CompiledSetTest, ATextWithoutWordsIsFoundInEachItemThatHasIt) {
+    ProductBuilder arrows(u"gamma");
+    arrows.entity(u"a", RefEntityType::Function, u"a.html", u"x -> y -> z")
+        .entity(u"b", RefEntityType::Function, u"b.html", u"x - > y")
+        .entity(u"c", RefEntityType::Class, u"c.html", u"->")
+        .entity(u"d", RefEntityType::Function, u"d.html", u"ends with ->");
+    docset::publishProduct(root(), "en_US", arrows.build());
+    const auto found = [&](const std::u16string& text,
+                           std::vector<RefEntityType::Value> types = {}) {
+        beginAnew();
+        return dump(api::AllTextDataRetriever(ReferenceRequest(text, std::move(types), {u"gamma"}))
+                        .getReferenceData());
+    };
+    const auto check = [&] {
+        EXPECT_THAT(found(u"->"),
+                    testing::ElementsAre("gamma:a[function]@a.html", "gamma:c[class]@c.html",
+                                         "gamma:d[function]@d.html"));
+        EXPECT_THAT(found(u"->", {RefEntityType::Class}),
+                    testing::ElementsAre("gamma:c[class]@c.html"));
+        EXPECT_THAT(found(u"-> "), testing::ElementsAre("gamma:a[function]@a.html"));
+        EXPECT_THAT(found(u"=>"), IsEmpty());
+        EXPECT_THAT(found(u""), SizeIs(4));
+        EXPECT_THAT(found(u"", {RefEntityType::Class}), SizeIs(1));
+    };
+    check();
+    removeImages();
+    check();
+}
+
 TEST_F(CompiledSetTest, CompilingWritesWhatIsMissingAndKeepsTheRest) {
     auto report = docset::compile(root());
     EXPECT_EQ(report.written, 0U);

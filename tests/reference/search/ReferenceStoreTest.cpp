@@ -1,4 +1,5 @@
 // The store as an ordinary object: each has its own source, caches and locks.
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "docparser/DocParserException.hpp"
 #include "reference/search/EntitySearch.hpp"
 #include "reference/search/ReferenceStore.hpp"
+#include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/MemorySource.hpp"
 
@@ -92,6 +94,107 @@ TEST(ReferenceStoreTest, ADamagedImageIsPassedOverAndTheQuestionAskedAgain) {
     ReferenceStore store(source);
     EXPECT_THAT(find(store, u"fit"), ElementsAre("fit.html"));
     EXPECT_EQ(source->problem, "a.image: damaged");
+}
+
+// A source that throws as often as it is told to when it is asked for the lookup files.
+class FailingSource final : public MemorySource {
+  public:
+    docparser::ParsingResults getResourceLookupFiles() override {
+        if (failures > 0) {
+            --failures;
+            if (isReplaced)
+                throw docimage::ReplacedImage("a.image: replaced");
+            throw docimage::DamagedImage("a.image: damaged");
+        }
+        return MemorySource::getResourceLookupFiles();
+    }
+    void passOverImages(const std::string& /*text*/) override { ++passedOver; }
+    int failures = 0;
+    bool isReplaced = false;
+    int passedOver = 0;
+};
+
+TEST(ReferenceStoreTest, AnImageThatWasReplacedIsNoReasonToDoWithoutImages) {
+    const auto source = std::make_shared<FailingSource>();
+    source->add(ProductBuilder(u"p").entity(u"fit", RefEntityType::Function, u"fit.html").build());
+    source->failures = 1;
+    source->isReplaced = true;
+    ReferenceStore store(source);
+    EXPECT_THAT(find(store, u"fit"), ElementsAre("fit.html"));
+    EXPECT_EQ(source->passedOver, 0);
+}
+
+TEST(ReferenceStoreTest, WhatIsDamagedTwiceIsAskedAThirdTimeAndNoMore) {
+    const auto source = std::make_shared<FailingSource>();
+    source->add(ProductBuilder(u"p").entity(u"fit", RefEntityType::Function, u"fit.html").build());
+    source->failures = 2;
+    ReferenceStore store(source);
+    EXPECT_THAT(find(store, u"fit"), ElementsAre("fit.html"));
+    EXPECT_EQ(source->passedOver, 2);
+    source->failures = 3;
+    ReferenceStore other(source);
+    EXPECT_THROW(find(other, u"fit"), docimage::DamagedImage);
+    EXPECT_EQ(source->failures, 0);
+}
+
+TEST(ReferenceStoreTest, ASnapshotReadsWhatItsClearedLookupsNameAndKeepsItToItself) {
+    const auto source = sourceOf({u"fit"});
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    store.clearLookupCaches();
+    source->onResourceFile(
+        [](const std::u16string&) { throw docparser::DocParserException("broken"); });
+    EXPECT_THROW(static_cast<void>(snapshot.pagesOf(0)), docparser::DocParserException);
+    source->onResourceFile([](const std::u16string&) {});
+    const JoinedPages* const pages = snapshot.pagesOf(0);
+    ASSERT_NE(pages, nullptr);
+    EXPECT_EQ(snapshot.pagesOf(0), pages);
+    EXPECT_EQ(source->resourceCalls(), 2);
+    EXPECT_THAT(*store.resourceCache(), IsEmpty());
+}
+
+TEST(ReferenceStoreTest, AFileThatNoLongerHoldsAProductOfClearedLookupsHasNoPagesOfIt) {
+    const auto source = sourceOf({u"fit"});
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    store.clearLookupCaches();
+    source->add(ProductBuilder(u"q").build());
+    source->shareFile(u"p", u"elsewhere");
+    source->shareFile(u"q", u"p.ref");
+    EXPECT_EQ(snapshot.pagesOf(0), nullptr);
+}
+
+TEST(ProductPagesTest, PagesAndHrefsLeadToEachOtherAndWhatIsNotThereToNothing) {
+    const auto source = std::make_shared<MemorySource>();
+    source->add(ProductBuilder(u"p")
+                    .record(u"a", RefEntityType::Function, u"a.html")
+                    .entity(u"b", RefEntityType::Function, u"b.html")
+                    .item(makeItem({.href = u"c.html"}))
+                    .build());
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    const JoinedPages* const joined = snapshot.pagesOf(0);
+    ASSERT_NE(joined, nullptr);
+    EXPECT_EQ(joined->pageOfHref(0), JoinedPages::none);
+    EXPECT_EQ(joined->pageOfHref(1), 0U);
+    EXPECT_EQ(joined->hrefOfPage(0), 1U);
+    EXPECT_EQ(joined->hrefOfPage(1), JoinedPages::none);
+    for (const std::uint32_t beyond : {2U, 3U, 100U}) {
+        EXPECT_EQ(joined->pageOfHref(beyond), JoinedPages::none) << beyond;
+        EXPECT_EQ(joined->hrefOfPage(beyond), JoinedPages::none) << beyond;
+    }
+}
+
+// Numbers of items come from images.
+TEST(ProductPagesTest, AnItemThatIsNotThereIsDamage) {
+    ReferenceStore store(sourceOf({u"fit"}));
+    const Snapshot snapshot = store.snapshot();
+    const ProductPages& pages = snapshot.pagesOf(0)->pages();
+    ASSERT_EQ(pages.itemCount(), 1U);
+    EXPECT_GT(pages.sizeOfItem(0), 0U);
+    EXPECT_TRUE(pages.expansion(0).properties.empty());
+    EXPECT_THROW(static_cast<void>(pages.sizeOfItem(1)), docimage::DamagedImage);
+    EXPECT_THROW(static_cast<void>(pages.expansion(1)), docimage::DamagedImage);
 }
 
 }  // namespace

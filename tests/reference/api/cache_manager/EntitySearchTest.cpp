@@ -276,5 +276,21 @@ TEST_F(EntitySearchTest, TextThatCannotBeFoldedIsComparedAsItIs) {
     EXPECT_THAT(search(insensitive(ReferenceRequest(u"odd" + odd.substr(3)))), IsEmpty());
 }
 
+TEST_F(EntitySearchTest, ClassSearchFindsTheClassAndItsMembersOnceInEachProduct) {
+    for (const char16_t* name : {u"p", u"q", u"r"})
+        add(ProductBuilder(name)
+                .record(u"a.Shape.draw", RefEntityType::Method, u"draw.html")
+                .record(u"a.Shape", RefEntityType::Class, u"Shape.html")
+                .record(u"a.Shape.Shape", RefEntityType::Method, u"Shape.html")
+                .record(u"a.Shapes", RefEntityType::Class, u"Shapes.html"));
+    const auto expected = ElementsAre(u"p:Shape.html", u"p:draw.html", u"q:Shape.html",
+                                      u"q:draw.html", u"r:Shape.html", u"r:draw.html");
+    // Often enough that a table of all products' names is made in between.
+    for (int round = 0; round < 50; ++round)
+        ASSERT_THAT(search(ReferenceRequest(u"a.Shape"), ClassEntitySearch), expected) << round;
+    EXPECT_THAT(search(ReferenceRequest(u"a.Shape", {}, {u"r", u"q"}), ClassEntitySearch),
+                ElementsAre(u"q:Shape.html", u"q:draw.html", u"r:Shape.html", u"r:draw.html"));
+}
+
 }  // namespace
 }  // namespace reference::tests

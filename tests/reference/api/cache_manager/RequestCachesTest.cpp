@@ -68,6 +68,14 @@ TEST_F(RequestCachesTest, ProductsAreParsedOnceWhateverNameTheirFilesHave) {
     EXPECT_EQ(m_source->resourceCalls(), 1);
 }
 
+TEST_F(RequestCachesTest, WhatCameAlongInAnotherProductsFileIsNotReadAgain) {
+    m_source->add(ProductBuilder(u"beta").entity(u"f", RefEntityType::Function, u"f.html").build());
+    m_source->shareFile(u"alpha", u"both.ref");
+    m_source->shareFile(u"beta", u"both.ref");
+    EXPECT_EQ(search(), 2U);
+    EXPECT_EQ(m_source->resourceCalls(), 1);
+}
+
 TEST_F(RequestCachesTest, AProductThatWasReadByItsNameIsReadOnceMoreForOneReadingOfTheLookups) {
     static_cast<void>(ReferenceCacheManager::GetResourceCacheForProduct(u"alpha", u"alpha"));
     const auto handedOut = ReferenceCacheManager::GetResourceCache();

@@ -9,6 +9,7 @@
 #include "reference/api/comparator/EntityTypeOrderComparator.hpp"
 #include "reference/api/comparator/FunctionTypeOrderComparator.hpp"
 #include "reference/api/comparator/PreferredOrderComparator.hpp"
+#include "reference/api/comparator/preferredOrder.hpp"
 #include "support/Items.hpp"
 
 namespace reference::api::comparator {
@@ -104,6 +105,23 @@ TEST(PreferredOrderComparatorTest, DeprecationThenProductThenTypesDecide) {
     EXPECT_EQ(relation(comparator, of(u"a", 0, 1), of(u"b", 0, 3)), '<');
     EXPECT_EQ(relation(comparator, of(u"a", 0, 1, 6), of(u"b", 0, 1, 1)), '>');
     EXPECT_EQ(relation(comparator, of(u"a"), of(u"b")), '=');
+}
+
+TEST(PreferredOrderTest, EachKeyGoesByItselfAndNothingGoesBeforeItsEqual) {
+    const auto of = [](std::u16string folder, std::uint32_t status = 0) {
+        return result({entity(u"x", 0, 0)}, status, std::move(folder));
+    };
+    const PreferredOrderComparator preferred;
+    EXPECT_FALSE(preferred(of(u"veltra"), of(u"veltra")));
+    for (const PreferredKey& key : preferredOrder) {
+        EXPECT_FALSE(key.goesBefore(of(u"a"), of(u"b"))) << key.name;
+        const bool isProduct = key.name == "product=veltra";
+        EXPECT_EQ(key.goesBefore(of(u"veltra"), of(u"b")), isProduct) << key.name;
+        EXPECT_FALSE(key.goesBefore(of(u"b"), of(u"veltra"))) << key.name;
+        EXPECT_EQ(key.goesBefore(of(u"a"), of(u"a", 1)), key.name == "deprecated") << key.name;
+    }
+    EXPECT_EQ(helpFolderKey(u"a", of(u"a")), 0);
+    EXPECT_EQ(helpFolderKey(u"a", of(u"b")), 1);
 }
 
 }  // namespace
