@@ -1,8 +1,8 @@
 // The texts of inputs that people can read.
 #pragma once
 
-#include <cstddef>
 #include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <stdexcept>
 #include <string>

@@ -29,7 +29,8 @@ class ReadFaults {
         require(!fault.file.empty() && !fault.problem.empty(), "A fault says what it is", text);
         // The end of the file is behind its last line.
         require(fault.line >= 1 && fault.line <= m_lines.size() + 1, "A fault has a line", text);
-        const std::size_t length = fault.line <= m_lines.size() ? m_lines[fault.line - 1].size() : 0;
+        const std::size_t length =
+            fault.line <= m_lines.size() ? m_lines[fault.line - 1].size() : 0;
         require(fault.column >= 1 && fault.column <= length + 1, "A fault has a column", text);
     }
 

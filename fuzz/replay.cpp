@@ -49,10 +49,9 @@ std::string problemWith(const FuzzTarget& target, const std::string& content) {
 int main(int argc, char** argv) {
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     const auto& targets = FuzzTarget::all();
-    const auto target =
-        std::ranges::find_if(targets, [&](const FuzzTarget* one) {
-            return !arguments.empty() && arguments.front() == one->name();
-        });
+    const auto target = std::ranges::find_if(targets, [&](const FuzzTarget* one) {
+        return !arguments.empty() && arguments.front() == one->name();
+    });
     if (target == targets.end()) {
         std::cerr << "usage: fuzz_replay TARGET FILE-OR-FOLDER...\nThe targets are:";
         for (const auto* const one : targets)

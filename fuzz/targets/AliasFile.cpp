@@ -1,10 +1,11 @@
 // A file of aliases beside a lookup file. What is read is written and read again.
+#include "docset/AliasFile.hpp"
+
 #include <string>
 #include <string_view>
 
 #include "FuzzTarget.hpp"
 #include "ReadFaults.hpp"
-#include "docset/AliasFile.hpp"
 #include "fl/i18n/utf.hpp"
 #include "support/TempFolder.hpp"
 

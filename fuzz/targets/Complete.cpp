@@ -1,5 +1,7 @@
 // The beginning of a name, completed from the documentation that ships with the library. What is
 // offered can be completed itself.
+#include "reference/ask/complete.hpp"
+
 #include <algorithm>
 #include <cstddef>
 #include <set>
@@ -9,7 +11,6 @@
 #include "FuzzTarget.hpp"
 #include "FuzzTexts.hpp"
 #include "ShippedSet.hpp"
-#include "reference/ask/complete.hpp"
 
 namespace reference::fuzz {
 namespace {
@@ -38,11 +39,10 @@ void run(std::string_view input) {
     for (const auto& one : first) {
         const auto again = complete(one.text, {.limit = many});
         require(!again.empty(), "What is offered can be completed", fl::i18n::toUtf8(one.text));
-        require(!one.isName || std::ranges::any_of(again,
-                                                   [&](const auto& other) {
-                                                       return other.text == one.text &&
-                                                              other.isName;
-                                                   }),
+        require(!one.isName ||
+                    std::ranges::any_of(
+                        again,
+                        [&](const auto& other) { return other.text == one.text && other.isName; }),
                 "A name that is offered is completed to itself", fl::i18n::toUtf8(one.text));
     }
 }

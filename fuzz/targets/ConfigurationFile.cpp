@@ -1,4 +1,6 @@
 // The file in which a person configures the tool. What is read is written and read again.
+#include "vref/ConfigurationFile.hpp"
+
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -7,7 +9,6 @@
 #include "FuzzTarget.hpp"
 #include "FuzzTexts.hpp"
 #include "support/TempFolder.hpp"
-#include "vref/ConfigurationFile.hpp"
 #include "vref/ExitStatus.hpp"
 
 namespace reference::fuzz {
@@ -17,7 +18,7 @@ using tools::Colours;
 using tools::ConfigurationFile;
 
 // A text of one line; what TOML does not take as it is stands as a number.
-std::string quoted(std::string_view text) {
+std::string asTomlText(std::string_view text) {
     std::string result = "\"";
     for (const char unit : text) {
         const auto value = static_cast<unsigned char>(unit);
@@ -36,17 +37,18 @@ std::string quoted(std::string_view text) {
 std::string written(const ConfigurationFile& file) {
     std::string text;
     if (file.documentationSet)
-        text += "documentation-set = " + quoted(file.documentationSet->value) + "\n";
+        text += "documentation-set = " + asTomlText(file.documentationSet->value) + "\n";
     if (file.preferredProducts) {
         text += "preferred-products = [";
         for (const auto& product : file.preferredProducts->value)
-            text += quoted(product) + ", ";
+            text += asTomlText(product) + ", ";
         text += "]\n";
     }
     if (file.language)
-        text += "language = " + quoted(file.language->value) + "\n";
+        text += "language = " + asTomlText(file.language->value) + "\n";
     if (file.pager)
-        text += "pager = " + (file.pager->value.empty() ? "false" : quoted(file.pager->value)) + "\n";
+        text += "pager = " + (file.pager->value.empty() ? "false" : asTomlText(file.pager->value)) +
+                "\n";
     if (file.colours)
         text += std::string("colours = ") +
                 (file.colours->value == Colours::Auto     ? "\"auto\""

@@ -30,15 +30,14 @@ std::string written(const LookupContents& contents) {
             list.push_back(docset::toJson(record));
         entities[toUtf8(name)] = std::move(list);
     }
-    return json::serialize(
-        json::object{{"format", "veltra-documentation-lookup"},
-                     {"formatVersion", 1},
-                     {"product",
-                      {{"shortName", toUtf8(contents.header.shortName)},
-                       {"displayName", toUtf8(contents.header.displayName)},
-                       {"helpFolder", toUtf8(contents.header.helpFolder)},
-                       {"version", toUtf8(contents.header.version)}}},
-                     {"entities", std::move(entities)}});
+    return json::serialize(json::object{{"format", "veltra-documentation-lookup"},
+                                        {"formatVersion", 1},
+                                        {"product",
+                                         {{"shortName", toUtf8(contents.header.shortName)},
+                                          {"displayName", toUtf8(contents.header.displayName)},
+                                          {"helpFolder", toUtf8(contents.header.helpFolder)},
+                                          {"version", toUtf8(contents.header.version)}}},
+                                        {"entities", std::move(entities)}});
 }
 
 void run(std::string_view input) {

@@ -20,7 +20,8 @@ namespace {
 using fl::i18n::toUtf16;
 using fl::i18n::toUtf8;
 
-// The library's lower case into a buffer of `capacity` units; with U+FFFF where nothing was written.
+// The library's lower case into a buffer of `capacity` units; with U+FFFF where nothing was
+// written.
 std::u16string loweredInto(const std::u16string& text, std::size_t capacity, std::size_t& length) {
     constexpr char16_t untouched = 0xFFFF;
     std::u16string buffer(capacity, untouched);
@@ -61,10 +62,10 @@ void checkUtf8(const std::u16string& text, bool isWellFormed) {
 void checkSearchForm(const std::u16string& text) {
     const std::string form = docimage::searchForm(text);
     const std::size_t middle = text.size() / 2;
-    require(docimage::searchForm(text.substr(0, middle)) +
-                    docimage::searchForm(text.substr(middle)) ==
-                form,
-            "The search form goes unit by unit", toUtf8(text));
+    require(
+        docimage::searchForm(text.substr(0, middle)) + docimage::searchForm(text.substr(middle)) ==
+            form,
+        "The search form goes unit by unit", toUtf8(text));
     require(docimage::searchForm(docimage::fromUnitBytes(form)) == form,
             "The search form is that of itself", toUtf8(text));
 }

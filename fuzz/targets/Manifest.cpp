@@ -1,5 +1,7 @@
 // The manifest of a documentation set. What is read is written and read again; and a product is
 // published into the set, which writes the manifest as the library does.
+#include "docset/Manifest.hpp"
+
 #include <algorithm>
 #include <string>
 #include <string_view>
@@ -10,7 +12,6 @@
 
 #include "FuzzTarget.hpp"
 #include "ReadFaults.hpp"
-#include "docset/Manifest.hpp"
 #include "docset/publish.hpp"
 #include "fl/i18n/utf.hpp"
 #include "support/Items.hpp"

@@ -1,4 +1,6 @@
 // A question, as it is taken apart.
+#include "reference/ask/Question.hpp"
+
 #include <algorithm>
 #include <cstddef>
 #include <string>
@@ -7,7 +9,6 @@
 
 #include "FuzzTarget.hpp"
 #include "FuzzTexts.hpp"
-#include "reference/ask/Question.hpp"
 #include "reference/ask/QuestionError.hpp"
 
 namespace reference::fuzz {

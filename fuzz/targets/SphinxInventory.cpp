@@ -55,8 +55,9 @@ bool isPlain(const InventoryObject& object) {
     const auto hasNo = [](const std::string& text, const char* units) {
         return text.find_first_of(units) == std::string::npos;
     };
-    return hasNo(object.name, " :\r#") && hasNo(object.page, " #\r") && hasNo(object.anchor, " $\r") &&
-           hasNo(object.domain, ":") && hasNo(object.displayName, "\r") && !object.page.empty() &&
+    return hasNo(object.name, " :\r#") && hasNo(object.page, " #\r") &&
+           hasNo(object.anchor, " $\r") && hasNo(object.domain, ":") &&
+           hasNo(object.displayName, "\r") && !object.page.empty() &&
            !object.page.starts_with("./") && !object.displayName.empty() &&
            object.displayName.front() != ' ' && object.displayName.back() != ' ' &&
            object.displayName != "-";

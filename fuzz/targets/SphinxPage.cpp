@@ -15,8 +15,11 @@ using namespace importers::sphinx;
 
 // The ids that inputs use.
 const std::vector<WantedObject>& wantedObjects() {
-    static const std::vector<WantedObject> wanted = {
-        {0, "m.f", false}, {1, "m.C", false}, {2, "m.C.p", false}, {3, "module-m", true}, {4, "x", false}};
+    static const std::vector<WantedObject> wanted = {{0, "m.f", false},
+                                                     {1, "m.C", false},
+                                                     {2, "m.C.p", false},
+                                                     {3, "module-m", true},
+                                                     {4, "x", false}};
     return wanted;
 }
 

@@ -1,5 +1,5 @@
-// A built tree of two pages is imported, and what comes out of it published: lines of the inventory,
-// a line "---", the page m.html, a line "---", and the page py-modindex.html.
+// A built tree of two pages is imported, and what comes out of it published: lines of the
+// inventory, a line "---", the page m.html, a line "---", and the page py-modindex.html.
 #include <string>
 #include <string_view>
 
