@@ -45,16 +45,20 @@ void run(std::string_view input) {
     const auto whole = answerTo(question, {.limit = many});
     const auto beginning = answerTo(question, {.limit = some});
     require(whole.has_value() == beginning.has_value(), "A limit does not make a question wrong");
-    if (!whole) {
+    if (!whole)
         return;
-    }
     require(whole->hits.size() <= many && beginning->hits.size() <= some,
             "There are no more hits than allowed");
-    require(whole->total >= whole->hits.size() && whole->total == beginning->total,
-            "A limit does not change how many there are");
+    require(beginning->hits.size() == std::min(some, whole->hits.size()), "A limit is used up");
+    // Where a limit leaves names out, those that share an entry are counted one by one.
+    require(whole->total == whole->hits.size() && beginning->total >= whole->total,
+            "It is known how many there are");
     require(std::equal(beginning->hits.begin(), beginning->hits.end(), whole->hits.begin(), isSame),
             "A limit shows the beginning of the same answer");
-    require(beginning->turnedAway.size() <= some, "No more are shown that were turned away");
+    require(whole->turnedAway.empty() || whole->total == 0,
+            "What was turned away is shown where nothing else is");
+    require(whole->turnedAway.size() <= whole->filteredAway,
+            "No more is shown than was turned away");
     require(std::ranges::is_sorted(whole->hits, {}, &ask::Hit::rung), "Closer rungs go first");
     for (const auto& hit : whole->hits)
         require(!hit.name.empty(), "A hit has a name");
