@@ -140,7 +140,7 @@ class Session {
 
 void run(std::string_view input) {
     // A cap: the model walks all names for each request.
-    constexpr std::size_t mostLines = 40;
+    constexpr std::size_t mostLines = 12;
     Session session;
     std::size_t lines = 0;
     for (const auto line : linesOf(input))

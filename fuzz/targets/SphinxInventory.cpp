@@ -34,8 +34,8 @@ void requireSound(const Inventory& inventory) {
     for (const auto& fault : inventory.faults)
         require(!fault.empty() && isUtf8(fault), "A fault is a text", fault);
     for (const auto& object : inventory.objects) {
-        require(!object.name.empty() && !object.domain.empty() && !object.role.empty(),
-                "An object has a name and a kind", object.name);
+        require(!object.name.empty() && !object.domain.empty(), "An object has a name and a domain",
+                object.name);
         for (const auto* const text : {&object.name, &object.domain, &object.role, &object.page,
                                        &object.anchor, &object.displayName})
             require(isUtf8(*text) && text->find('\n') == std::string::npos,
