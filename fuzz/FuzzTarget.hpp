@@ -21,8 +21,10 @@ inline void require(bool holds, std::string_view claim, std::string_view detail 
 // A target registers itself: a source has one object of this type, named like the source.
 class FuzzTarget {
   public:
-    // `run` gets one input. A Finding, and every other exception that it lets out, is a finding.
-    FuzzTarget(const char* name, void (*run)(std::string_view input)) : m_name(name), m_run(run) {
+    // The function gets one input. A Finding, and every other exception that it lets out, is a
+    // finding.
+    FuzzTarget(const char* target, void (*function)(std::string_view input))
+        : m_name(target), m_run(function) {
         all().push_back(this);
     }
     FuzzTarget(const FuzzTarget&) = delete;  // known by its address
