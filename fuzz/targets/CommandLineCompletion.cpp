@@ -104,9 +104,11 @@ void run(std::string_view input) {
                 line);
         // What was typed before stays, whatever it was.
         require(hasControl(typed) || !hasControl(line.substr(0, tab)), "A text can be typed", line);
-        // What is offered is offered again once it is typed; a few are enough to see that.
+        // What is offered is offered again once it is typed; a few are enough to see that. Of a
+        // text with spaces only the last word is completed.
         constexpr std::size_t most = 3;
-        if (tab == 0 || first == "q" || ++checked > most || word > arguments.size())
+        if (tab == 0 || line.substr(0, tab).find(' ') != std::string_view::npos || first == "q" ||
+            ++checked > most || word > arguments.size())
             continue;
         auto again = arguments;
         again.resize(std::max(again.size(), word + 1));

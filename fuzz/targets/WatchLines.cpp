@@ -75,7 +75,7 @@ void run(std::string_view input) {
         if (tools::isRpcLine(line, false))
             continue;
         text += std::string(line) + "\n";
-        expected += isBlank(line) ? 0 : 1;
+        expected += isBlank(line) ? 0U : 1U;
     }
     const auto answers = answersTo(text);
     require(answers.size() == expected, "Each line that is not blank has one answer",
