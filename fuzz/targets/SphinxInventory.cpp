@@ -34,8 +34,7 @@ void requireSound(const Inventory& inventory) {
     for (const auto& fault : inventory.faults)
         require(!fault.empty() && isUtf8(fault), "A fault is a text", fault);
     for (const auto& object : inventory.objects) {
-        require(!object.name.empty() && !object.domain.empty(), "An object has a name and a domain",
-                object.name);
+        require(!object.domain.empty(), "An object has a domain", object.name);
         for (const auto* const text : {&object.name, &object.domain, &object.role, &object.page,
                                        &object.anchor, &object.displayName})
             require(isUtf8(*text) && text->find('\n') == std::string::npos,
@@ -50,16 +49,21 @@ std::string lineOf(const InventoryObject& object) {
            object.displayName + "\n";
 }
 
-// A name may look like a line of its own, and a place that ends with "$" like an abbreviation.
+bool hasGraphicEnds(const std::string& text) {
+    const auto isGraphic = [](char unit) { return unit > ' ' && unit < 0x7F; };
+    return !text.empty() && isGraphic(text.front()) && isGraphic(text.back());
+}
+
+// A name may look like a line of its own, a place that ends with "$" like an abbreviation, and
+// white space at the ends means nothing.
 bool isPlain(const InventoryObject& object) {
     const auto hasNo = [](const std::string& text, const char* units) {
         return text.find_first_of(units) == std::string::npos;
     };
-    return hasNo(object.name, " :\r#") && hasNo(object.page, " #\r") &&
-           hasNo(object.anchor, " $\r") && hasNo(object.domain, ":") &&
-           hasNo(object.displayName, "\r") && !object.page.empty() &&
-           !object.page.starts_with("./") && !object.displayName.empty() &&
-           object.displayName.front() != ' ' && object.displayName.back() != ' ' &&
+    return hasGraphicEnds(object.name) && hasNo(object.name, " :\r#") &&
+           hasNo(object.page, " #\r") && hasNo(object.anchor, " $\r") &&
+           hasNo(object.domain, ":") && hasNo(object.displayName, "\r") && !object.page.empty() &&
+           !object.page.starts_with("./") && hasGraphicEnds(object.displayName) &&
            object.displayName != "-";
 }
 
