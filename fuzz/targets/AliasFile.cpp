@@ -40,9 +40,14 @@ void run(std::string_view input) {
         return;
     // What is faulty is left out, so that the rest is sound and within all limits.
     require(aliases->size() <= docset::mostAliases, "There are no more aliases than allowed");
-    for (const auto& [alias, names] : *aliases)
+    for (const auto& [alias, names] : *aliases) {
+        require(docset::isIdentifier(toUtf8(alias)), "An alias is an identifier", toUtf8(alias));
+        for (const auto& name : names)
+            require(docset::isDottedName(toUtf8(name.first)) && name.second > 0,
+                    "It stands for a name that was seen", toUtf8(name.first));
         require(!names.empty() && names.size() <= docset::mostNamesOfAlias,
                 "An alias has no more names than allowed", toUtf8(alias));
+    }
     const std::string again = written(*aliases);
     folder.write(fileName, again);
     ReadFaults none(again);
