@@ -74,7 +74,9 @@ void publishInto(const Manifest& manifest, std::string_view input) {
     const std::string& locale = manifest.locales.front();
     try {
         docset::publishProduct(root.path(), locale, product);
-    } catch (const docset::PublishError&) {
+    } catch (const docset::PublishError& error) {
+        // A locale may have the name of a file of the set.
+        require(locale.find('.') != std::string::npos, "A sound set takes a product", error.what());
         require(root.read(fileName) == input, "What is refused changes nothing");
         return;
     }
