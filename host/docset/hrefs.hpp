@@ -11,8 +11,8 @@ namespace reference::docset {
 // by a relative reference (RFC 3986) without a scheme. A sentence; nothing for one that can.
 [[nodiscard]] std::optional<std::string> whyNotAPage(std::u16string_view href);
 
-// Why the href cannot be what a text of a product with this help folder points to: a page of this or,
-// as "../other/page.html", of another product, a place on the same page, or an address of the
+// Why the href cannot be what a text of a product with this help folder points to: a page of this
+// or, as "../other/page.html", of another product, a place on the same page, or an address of the
 // schemes http and https. It may not lead out of the folder that all help folders are in, and a
 // browser would run "javascript:…". Nothing for one that can, or is empty.
 [[nodiscard]] std::optional<std::string> whyNotATarget(std::u16string_view href,

@@ -33,7 +33,7 @@ std::string describeExtras(const CLI::App& app) {
                                          : "The following argument was not expected:";
     std::optional<std::string> meant;
     for (const auto& extra : extras) {
-        text += " " + printable(extra);
+        text += " " + printableLine(extra);
         if (!meant && extra.starts_with("--"))
             meant = nearest(extra.substr(0, extra.find('=')), optionNames(innermost(app)));
     }
@@ -56,7 +56,7 @@ std::string describeUnknownCommand(const CLI::App& app, const std::string& typed
         known += (known.empty() ? "" : ", ") + names.back();
     }
     const std::string meant = didYouMean(nearest(typed, names));
-    return "There is no command \"" + printable(typed) + "\"" +
+    return "There is no command \"" + printableLine(typed) + "\"" +
            (meant.empty() ? "; " : meant + " ") + (meant.empty() ? "there is: " : "There is: ") +
            known + ".";
 }

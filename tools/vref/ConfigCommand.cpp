@@ -108,7 +108,7 @@ void writeText(std::ostream& out, const InForce& inForce, const Configuration& c
     using enum Table::Align;
     Table table({{"KEY", Left}, {"VALUE", Left}, {"FROM", Left}});
     const auto add = [&table](const char* key, const std::string& value, const Origin& origin) {
-        table.add({{key, Style::Name}, {printable(value)}, {printable(toString(origin))}});
+        table.add({{key, Style::Name}, {printableLine(value)}, {printableLine(toString(origin))}});
     };
     add("documentation-set", inForce.documentationSet.value, inForce.documentationSet.origin);
     const char* key = "preferred-products";
@@ -129,7 +129,7 @@ void writeText(std::ostream& out, const InForce& inForce, const Configuration& c
     else
         out << '\n'
             << (configuration.isFileThere ? "The file is " : "There is no file ")
-            << printable(configuration.file.string()) << ".\n";
+            << printableLine(configuration.file.string()) << ".\n";
 }
 
 }  // namespace

@@ -38,7 +38,7 @@ fs::path placeOfFile() {
 // The bytes of the file; nothing where there is none.
 std::optional<std::string> bytesOf(const fs::path& path) {
     const auto fail = [&](const std::string& problem) {
-        throw UnusableError(printable(path.string()) + ": " + problem);
+        throw UnusableError(printableLine(path.string()) + ": " + problem);
     };
     std::error_code error;
     const fs::file_status status = fs::status(path, error);
@@ -74,7 +74,7 @@ class Reader {
                 readKey(key, node);
         } catch (const toml::parse_error& error) {
             fail(error.source().begin, "This is not TOML (" +
-                                           printable(std::string(error.description())) +
+                                           printableLine(std::string(error.description())) +
                                            "). A line has a key and a value, such as language = "
                                            "\"ja_JP\"; texts stand in quotation marks.");
         }
@@ -89,8 +89,9 @@ class Reader {
 
     [[noreturn]] void fail(const toml::source_position& position,
                            const std::string& problem) const {
-        throw UnusableError(printable(m_file.path.string()) + ":" + std::to_string(position.line) +
-                            ":" + std::to_string(position.column) + ": " + problem);
+        throw UnusableError(printableLine(m_file.path.string()) + ":" +
+                            std::to_string(position.line) + ":" + std::to_string(position.column) +
+                            ": " + problem);
     }
     [[noreturn]] void failWanting(const toml::node& node, const std::string& wanted) const {
         fail(node.source().begin, wanted + " was expected here.");
@@ -194,7 +195,7 @@ void Reader::readKey(const toml::key& key, const toml::node& node) {
     }
     const auto meant = nearest(key.str(), names);
     fail(key.source().begin,
-         "There is no key \"" + printable(std::string(key.str())) + "\"" +
+         "There is no key \"" + printableLine(std::string(key.str())) + "\"" +
              (meant ? "; did you mean \"" + *meant + "\"? There is: " : "; there is: ") +
              boost::join(names, ", ") + ".");
 }

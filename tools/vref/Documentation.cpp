@@ -48,7 +48,7 @@ void showWarnings(const Reporter& report) {
 }
 
 std::string inParentheses(const std::string& place) {
-    return place.empty() ? std::string() : " (" + printable(place) + ")";
+    return place.empty() ? std::string() : " (" + printableLine(place) + ")";
 }
 
 }  // namespace

@@ -151,7 +151,7 @@ std::string pointed(const std::string& question, const ask::QuestionError& error
     const std::size_t at = std::min(error.position(), text.size());
     const std::size_t length =
         std::max<std::size_t>(1, displayWidth(fl::i18n::toUtf8(text.substr(at, error.length()))));
-    return message + "\n      " + printable(question) + "\n      " +
+    return message + "\n      " + printableLine(question) + "\n      " +
            std::string(displayWidth(fl::i18n::toUtf8(text.substr(0, at))), ' ') +
            std::string(length, '^');
 }

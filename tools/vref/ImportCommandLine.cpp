@@ -68,8 +68,8 @@ std::string describeMissingImporter() {
 std::string describeUnknownImporter(const std::string& typed) {
     const std::string text = isAddress(typed)
                                  ? "Nothing is imported from an address such as " +
-                                       printable(typed) + "; fetch the pages first."
-                                 : "There is no importer \"" + printable(typed) + "\".";
+                                       printableLine(typed) + "; fetch the pages first."
+                                 : "There is no importer \"" + printableLine(typed) + "\".";
     return text + " " + std::string(importerUsage);
 }
 

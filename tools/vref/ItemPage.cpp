@@ -28,7 +28,7 @@ constexpr std::size_t indentStep = 4;
 std::string headOf(const std::string& name, const std::vector<std::u16string>& values) {
     std::string all;
     for (const auto& value : values)
-        all += (all.empty() ? "" : " | ") + shown(value);
+        all += (all.empty() ? "" : " | ") + shownLine(value);
     if (all.empty())
         return name;
     return name.empty() ? all : name + " : " + all;
@@ -113,8 +113,8 @@ class PageWriter {
         };
         if (!item.getPackageName().empty())
             add("package " + shownLine(item.getPackageName()));
-        std::string product = shown(header.getDisplayName().empty() ? header.getShortName()
-                                                                    : header.getDisplayName());
+        std::string product = shownLine(header.getDisplayName().empty() ? header.getShortName()
+                                                                        : header.getDisplayName());
         if (!header.getVersion().empty())
             product += " " + shownLine(header.getVersion());
         add(product);

@@ -15,14 +15,13 @@ namespace {
 // Why there is no page to open for the result.
 std::string whyNoPlace(const api::ReferenceData& result, const Documentation& documentation) {
     const std::u16string& product = result.getHeaderInfo().getShortName();
-    const std::string name = printable(fl::i18n::toUtf8(product));
+    const std::string name = shownLine(product);
     const auto source = documentation.sourceOf(product);
     if (!source)
         return "the documentation set does not say where the pages of \"" + name +
                "\" are; \"vref import\" remembers it";
-    return "\"" + printable(fl::i18n::toUtf8(result.getRefItem().getHref())) +
-           "\" is no page in the folder that \"" + name + "\" was imported from, " +
-           printable(source->folder);
+    return "\"" + shownLine(result.getRefItem().getHref()) + "\" is no page in the folder that \"" +
+           name + "\" was imported from, " + printableLine(source->folder);
 }
 
 }  // namespace

@@ -75,7 +75,7 @@ std::string checkProductName(const std::string& text) {
         return problem;
     if (isProductName(text))
         return {};
-    return "\"" + printable(text) +
+    return "\"" + printableLine(text) +
            "\" cannot be a product's short name; it must consist of letters, digits and \"-\", "
            "\"_\", \".\", \"+\", and begin with a letter or digit, such as scipy.";
 }
@@ -83,7 +83,7 @@ std::string checkProductName(const std::string& text) {
 std::string checkHelpFolder(const std::string& text) {
     if (auto problem = checkClean(text); !problem.empty())
         return problem;
-    std::string problem = "\"" + printable(text) +
+    std::string problem = "\"" + printableLine(text) +
                           "\" cannot be a help folder; it must be a path below the help root "
                           "such as scipy or python/library: relative, without \"..\", empty "
                           "parts and \"\\\".";
@@ -107,7 +107,7 @@ std::string checkCount(const std::string& text) {
     const auto [rest, error] = std::from_chars(text.data(), end, count);
     if (error == std::errc{} && rest == end)
         return {};
-    return "\"" + printable(text) +
+    return "\"" + printableLine(text) +
            "\" is no number of entries; it must be a whole number of 0 or more, such as 20.";
 }
 

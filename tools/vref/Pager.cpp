@@ -175,7 +175,7 @@ void PagedOutput::show() {
         const auto problem = showWith(m_pager, showsLinks(m_pager) ? answer : withoutLinks(answer));
         if (!problem)
             return;
-        std::cerr << "vref: the pager \"" << printable(m_pager) << "\" failed (" << *problem
+        std::cerr << "vref: the pager \"" << printableLine(m_pager) << "\" failed (" << *problem
                   << "), so this is the answer without it:\n"
                   << std::flush;
     }

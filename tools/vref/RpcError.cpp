@@ -24,7 +24,7 @@ RpcError RpcError::notRequest(const std::string& problem) {
 RpcError RpcError::unknownMethod(const std::string& method, const std::vector<std::string>& known) {
     const auto meant = nearest(method, known);
     return {RpcCode::MethodNotFound,
-            "There is no method \"" + printable(method) + "\"; " +
+            "There is no method \"" + printableLine(method) + "\"; " +
                 (meant ? "did you mean \"" + *meant + "\"? There is: " : "there is: ") +
                 boost::join(known, ", ") + ".",
             {{"method", wellFormed(method)}}};
@@ -43,14 +43,14 @@ RpcError RpcError::unknownName(const std::string& parameter, std::string_view ki
                                const std::string& name, const std::vector<std::string>& known) {
     return withNearest(
         "The parameter \"" + parameter + "\"", parameter,
-        "names the " + std::string(kind) + " \"" + printable(name) + "\", which there is not", name,
-        known);
+        "names the " + std::string(kind) + " \"" + printableLine(name) + "\", which there is not",
+        name, known);
 }
 
 RpcError RpcError::unknownParameter(const std::string& parameter,
                                     const std::vector<std::string>& known) {
-    return withNearest("The method", parameter, "has no parameter \"" + printable(parameter) + "\"",
-                       parameter, known);
+    return withNearest("The method", parameter,
+                       "has no parameter \"" + printableLine(parameter) + "\"", parameter, known);
 }
 
 RpcError RpcError::withNearest(const std::string& what, const std::string& parameter,

@@ -34,7 +34,7 @@ void addColoursOption(CLI::App& command, GivenSettings& given) {
             [&given](const std::string& text) {
                 given.colours = coloursNamed(text);
                 if (!given.colours)
-                    throw CLI::ValidationError("--colours", "There is no \"" + printable(text) +
+                    throw CLI::ValidationError("--colours", "There is no \"" + printableLine(text) +
                                                                 "\"; there is: auto, always, "
                                                                 "never.");
             },

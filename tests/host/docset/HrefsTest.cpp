@@ -9,8 +9,8 @@ namespace reference::docset {
 namespace {
 
 TEST(HrefsTest, APageIsBelowItsHelpFolder) {
-    for (const char16_t* href : {u"a.html", u"ref/a.html#b", u"ref/./a.html", u"ref/../a.html", u"a:b",
-                                 u"a..b/..c", u"#top", u"a.html#../../x", u"a.html?b:c"})
+    for (const char16_t* href : {u"a.html", u"ref/a.html#b", u"ref/./a.html", u"ref/../a.html",
+                                 u"a:b", u"a..b/..c", u"#top", u"a.html#../../x", u"a.html?b:c"})
         EXPECT_EQ(whyNotAPage(href).has_value(), std::u16string(href) == u"a:b")
             << fl::i18n::toUtf8(href);
     for (const char16_t* href :
