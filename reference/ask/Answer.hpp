@@ -22,7 +22,8 @@ struct Hit {
 struct Answer {
     // In order: no more than were asked for.
     std::vector<Hit> hits;
-    // How many there are altogether.
+    // How many there are altogether. Where hits were left out, names that lead to one entry may
+    // count one by one, because those that were left out were not looked at.
     std::size_t total = 0;
     // How many more the filters turned away, and, where there are no hits, the first of them.
     std::size_t filteredAway = 0;

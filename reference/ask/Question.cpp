@@ -14,6 +14,19 @@ namespace reference::ask {
 
 using property::RefEntityType;
 
+namespace {
+
+std::string withoutControls(std::string text) {
+    std::ranges::replace_if(
+        text, [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == '\x7F'; }, ' ');
+    return text;
+}
+
+}  // namespace
+
+QuestionError::QuestionError(const std::string& problem, std::size_t position, std::size_t length)
+    : std::invalid_argument(withoutControls(problem)), m_position(position), m_length(length) {}
+
 QuestionError::~QuestionError() = default;
 
 namespace {

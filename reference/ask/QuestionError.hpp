@@ -13,8 +13,8 @@ namespace reference::ask {
 class VELTRA_REFERENCE_API QuestionError : public std::invalid_argument {
   public:
     // `position` and `length`, in UTF-16 units, are those of the wrong part of the question.
-    QuestionError(const std::string& problem, std::size_t position, std::size_t length)
-        : std::invalid_argument(problem), m_position(position), m_length(length) {}
+    // Control characters in what `problem` quotes become spaces; at a zero, what() would end.
+    QuestionError(const std::string& problem, std::size_t position, std::size_t length);
     ~QuestionError() override;
 
     [[nodiscard]] std::size_t position() const noexcept { return m_position; }

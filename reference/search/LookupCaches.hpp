@@ -34,6 +34,9 @@ class LookupState {
         return m_value.exchangeIf(expected, value);
     }
 
+    // Stores `value`, and returns the old one.
+    Value replace(Value value) { return m_value.exchange(std::move(value)); }
+
     // Stores what `change` makes of the value, and returns the old one.
     template <typename Change>
     Value update(const Change& change) {

@@ -118,13 +118,14 @@ void ReferenceStore::clearUninstalledLookupCache() {
 void ReferenceStore::clearLookupCaches() {
     LookupState::Value dropped;
     const MutexLock lock(m_lookupCacheMutex);
-    dropped = m_lookupCaches.update([](const LookupCaches&) { return LookupCaches(); });
+    dropped = m_lookupCaches.replace(m_noLookupCaches.take());
 }
 
 void ReferenceStore::clearResourceCache() {
-    auto replacement = std::make_shared<ReferenceResources>();  // takes the old map along
+    std::shared_ptr<ReferenceResources> replacement;  // takes the old map along
     std::shared_ptr<ReadingPages> dropped;
     const MutexLock lock(m_resourceCacheMutex);
+    replacement = m_noResources.take();
     m_resourceCache.swap(replacement);
     m_origins.clear();
     if (const auto reading = m_lookupCaches.load()->reading)

@@ -11,6 +11,7 @@
 #include "docparser/DocSource.hpp"
 #include "foundation/core/Mutex.hpp"
 #include "reference/search/LookupCaches.hpp"
+#include "reference/search/Spare.hpp"
 
 namespace reference::search {
 
@@ -95,10 +96,14 @@ class ReferenceStore {
     foundation::core::Mutex m_uninstalledLookupCacheMutex;
     // No single mutex guards these: a load fills both caches under the one that its caller chose.
     LookupState m_lookupCaches;
+    // What takes their place when they are cleared: where the language has changed, they must be,
+    // even if there is no memory left.
+    Spare<const LookupCaches> m_noLookupCaches VELTRA_GUARDED_BY(m_lookupCacheMutex);
 
     foundation::core::Mutex m_resourceCacheMutex;
     // Grows in place, so that a map that was handed out is always the whole cache. Never null.
     std::shared_ptr<ReferenceResources> m_resourceCache VELTRA_GUARDED_BY(m_resourceCacheMutex);
+    Spare<ReferenceResources> m_noResources VELTRA_GUARDED_BY(m_resourceCacheMutex);
     Origins m_origins VELTRA_GUARDED_BY(m_resourceCacheMutex);
 };
 

@@ -28,7 +28,7 @@ ExitStatus compile(const std::string& root) {
         if (!report.faults.empty())
             std::cout << "; " << counted(report.faults.size(), "fault");
         std::cout << '\n';
-        return report.faults.empty() && report.problems.empty() ? Success : Incomplete;
+        return report.faults.empty() ? Success : Incomplete;
     } catch (const std::system_error& error) {
         throw UnusableError(error.what() + std::string("."));
     }

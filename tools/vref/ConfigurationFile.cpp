@@ -22,7 +22,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t largestFile = std::size_t{1} << 20;
+// A configuration has a few lines. The parser nests a table for each part of a dotted key, and
+// needs stack for each, so that a long key in a larger file would use it up.
+constexpr std::size_t largestFile = std::size_t{16} << 10U;
 
 fs::path placeOfFile() {
     fs::path folder = environmentText("XDG_CONFIG_HOME");

@@ -129,7 +129,7 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
               << ") of " << printableLine(options.root) << ":\n";
     writeSummary(std::cout, result.report, options.listAll);
     std::cout << "Time: " << std::fixed << std::setprecision(1) << elapsed.count() << " s\n";
-    return result.report.faults.empty() && problems.empty() ? Success : Incomplete;
+    return result.report.faults.empty() ? Success : Incomplete;
 }
 
 }  // namespace reference::tools

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <utility>
 
 #include <unicode/utf8.h>
 
@@ -62,36 +61,38 @@ char32_t nextCharacter(std::string_view bytes, std::int32_t& length) {
 
 }  // namespace
 
-std::string OutputFilter::pass(std::string_view bytes) {
-    std::string passed;
-    if (m_waiting.empty())
-        passAll(bytes, false, passed);
-    else
-        passAll(std::exchange(m_waiting, {}) + std::string(bytes), false, passed);
-    return passed;
+OutputFilter::OutputFilter() {
+    m_bytes.reserve(usualSize + longestSequence);
+    m_passed.reserve(usualSize + longestSequence);
 }
 
-std::string OutputFilter::finish() {
-    std::string passed;
-    passAll(std::exchange(m_waiting, {}), true, passed);
-    return passed;
+std::string_view OutputFilter::pass(std::string_view bytes) {
+    m_bytes.append(bytes);
+    passAll(false);
+    return m_passed;
 }
 
-void OutputFilter::passAll(std::string_view bytes, bool isEnd, std::string& passed) {
-    passed.reserve(bytes.size());
+std::string_view OutputFilter::finish() {
+    passAll(true);
+    return m_passed;
+}
+
+void OutputFilter::passAll(bool isEnd) {
+    m_passed.clear();
+    std::string_view bytes = m_bytes;
     while (!bytes.empty()) {
         const auto plainEnd = std::ranges::find_if_not(bytes, isPlain);
-        passed.append(bytes.begin(), plainEnd);
+        m_passed.append(bytes.begin(), plainEnd);
         bytes = std::string_view(plainEnd, bytes.end());
         if (bytes.empty())
-            return;
+            break;
         if (bytes.front() == escape) {
             const std::size_t length = ownSequence(bytes);
             if (length == std::string_view::npos && !isEnd)
                 break;
             const bool isOwn = length != 0 && length != std::string_view::npos;
             if (isOwn)
-                passed += bytes.substr(0, length);
+                m_passed += bytes.substr(0, length);
             bytes.remove_prefix(isOwn ? length : 1);
             continue;
         }
@@ -101,12 +102,12 @@ void OutputFilter::passAll(std::string_view bytes, bool isEnd, std::string& pass
         if (character == illFormed && taken == bytes.size() && taken < U8_MAX_LENGTH && !isEnd)
             break;  // its other bytes may come
         if (character == illFormed)
-            passed += '?';
+            m_passed += '?';
         else if (!controlsTerminal(character))
-            passed += bytes.substr(0, taken);
+            m_passed += bytes.substr(0, taken);
         bytes.remove_prefix(taken);
     }
-    m_waiting = bytes;
+    m_bytes.erase(0, m_bytes.size() - bytes.size());
 }
 
 }  // namespace reference::tools

@@ -20,17 +20,22 @@ namespace reference::tools {
 // line of defence, and cannot tell where a message ends. One stream, one thread at a time.
 class OutputFilter {
   public:
+    // Bytes that come in pieces of up to this size need no memory besides what is taken here.
+    static constexpr std::size_t usualSize = 65536;
+    OutputFilter();
+
     // What is to be written for the bytes that come next. A character or sequence that is not
-    // complete waits for the rest of it.
-    [[nodiscard]] std::string pass(std::string_view bytes);
+    // complete waits for the rest of it. Lives until the next call.
+    [[nodiscard]] std::string_view pass(std::string_view bytes);
 
     // What is to be written for what still waits.
-    [[nodiscard]] std::string finish();
+    [[nodiscard]] std::string_view finish();
 
   private:
-    void passAll(std::string_view bytes, bool isEnd, std::string& passed);
+    void passAll(bool isEnd);
 
-    std::string m_waiting;
+    std::string m_bytes;  // what waits, then what came
+    std::string m_passed;
 };
 
 }  // namespace reference::tools

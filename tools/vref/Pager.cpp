@@ -168,7 +168,7 @@ std::ostream& PagedOutput::stream() {
 
 void PagedOutput::show() {
     OutputFilter filter;
-    std::string answer = filter.pass(std::move(m_collected).str());
+    std::string answer(filter.pass(m_collected.str()));
     answer += filter.finish();
     if (!m_pager.empty() && isLong(answer)) {
         std::cout.flush();

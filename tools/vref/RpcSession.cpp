@@ -100,7 +100,7 @@ void RpcSession::take(const std::string& text) {
     const auto answers = static_cast<std::size_t>(std::ranges::count_if(line.messages, isAnswered));
     const auto reply =
         std::make_shared<Reply>(m_send, line.isBatch ? std::optional(answers) : std::nullopt);
-    std::optional<Number> shutdown;
+    std::vector<Number> shutdowns;
     std::size_t slot = 0;
     for (RpcMessage& message : line.messages) {
         const std::size_t own = isAnswered(message) ? slot++ : slot;
@@ -112,15 +112,15 @@ void RpcSession::take(const std::string& text) {
         if (request.method == shutdownMethod) {
             m_isOver = true;
             if (request.id)
-                shutdown = enter({.id = *request.id, .reply = reply, .slot = own});
+                shutdowns.push_back(enter({.id = *request.id, .reply = reply, .slot = own}));
         } else {
             begin(std::move(request), reply, own);
         }
     }
     if (m_isOver)
         m_pool.drain();
-    if (shutdown)
-        answer(*shutdown, json::value());
+    for (const Number shutdown : shutdowns)
+        answer(shutdown, json::value());
 }
 
 void RpcSession::refuse(const RpcError& error) {

@@ -83,7 +83,7 @@ class StandardStreams::Buffer final : public std::streambuf {
     const int m_descriptor;
     int m_failure = 0;
     OutputFilter m_filter;
-    std::array<char, 65536> m_bytes;
+    std::array<char, OutputFilter::usualSize> m_bytes;
 };
 
 StandardStreams::StandardStreams()

@@ -158,7 +158,12 @@ void ReferenceCacheManager::ClearResourceCache() {
 void ReferenceCacheManager::ClearAllCaches() {
     ClearLookupCaches();
     ClearResourceCache();
-    publishDataChange();
+    try {
+        publishDataChange();
+    } catch (...) {
+        s_store->clearSupportPackageCaches();
+        throw;
+    }
     s_store->clearSupportPackageCaches();
 }
 

@@ -1,5 +1,6 @@
 // Hostile documentation sets take time that grows as they do, not with the square of their size.
 #include <cstddef>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,10 @@ struct Row {
     // Changes the sound set.
     void (*change)(SetTexts& texts, std::size_t size);
 };
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
 
 const auto rows = testing::Values(
     Row{"FaultyProducts",

@@ -56,10 +56,6 @@ const std::vector<Row> rows = {
     {"a record that leads to an item of another kind", lookupPath, "\"twice\": [",
      "\"thrice\": [{\"type\": 1, \"functionType\": 9, \"href\": \"ref/twice.html\"}], \"twice\": [",
      lookupPath, "entities[\"thrice\"]", "have neither an entity nor a class property"},
-    {"a page outside of the help folder", referencePath, "\"ref/twice.html\": [{",
-     "\"ref/../../twice.html\": [{\"entities\": [{\"name\": \"twice\", \"type\": \"function\", "
-     "\"functionType\": \"function\"}]}], \"ref/twice.html\": [{",
-     referencePath, "pages[\"ref/../../twice.html\"]", "leads out of the product's help folder"},
     {"a script in the place of an address", referencePath,
      "[{\"page\": \"ref/box.html\", \"name\": \"Box\"}],\n        \"examples\"",
      "[{\"page\": \"JavaScript:alert(1)\", \"name\": \"Box\"}],\n        \"examples\"",

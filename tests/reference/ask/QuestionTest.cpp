@@ -194,6 +194,16 @@ TEST(QuestionErrorTest, PointsAtWhatIsWrong) {
     }
 }
 
+TEST(QuestionErrorTest, QuotesNoControlCharacters) {
+    const std::u16string question{u"x type:a\0b\u001Bc", 12};
+    try {
+        static_cast<void>(Question::parse(question));
+        FAIL() << "is taken for a question";
+    } catch (const QuestionError& error) {
+        EXPECT_THAT(error.what(), HasSubstr("\"a b c\" is no value"));
+    }
+}
+
 TEST(QuestionErrorTest, WhatNobodyTypesIsRefused) {
     EXPECT_THROW(static_cast<void>(Question::parse(std::u16string(1'000'000, u'a'))),
                  QuestionError);

@@ -10,8 +10,9 @@ namespace {
 
 std::string filtered(const std::string& bytes) {
     OutputFilter filter;
-    std::string passed = filter.pass(bytes);
-    return passed + filter.finish();
+    std::string passed(filter.pass(bytes));
+    passed += filter.finish();
+    return passed;
 }
 
 TEST(OutputFilterTest, PassesWhatTheToolWritesItself) {
@@ -61,15 +62,17 @@ TEST(OutputFilterTest, PutsTogetherWhatComesInPieces) {
         "a\033\\x\033]8;;\033\\\033[K\U0001F600\u202E\033[9m.";
     for (std::size_t cut = 0; cut <= text.size(); ++cut) {
         OutputFilter filter;
-        std::string passed = filter.pass(text.substr(0, cut));
+        std::string passed(filter.pass(text.substr(0, cut)));
         passed += filter.pass(text.substr(cut));
-        EXPECT_EQ(passed + filter.finish(), filtered(text)) << "cut at " << cut;
+        passed += filter.finish();
+        EXPECT_EQ(passed, filtered(text)) << "cut at " << cut;
     }
     OutputFilter bytewise;
     std::string passed;
     for (const char byte : text)
         passed += bytewise.pass({&byte, 1});
-    EXPECT_EQ(passed + bytewise.finish(), filtered(text));
+    passed += bytewise.finish();
+    EXPECT_EQ(passed, filtered(text));
 }
 
 TEST(OutputFilterTest, HoldsBackNothingThatIsComplete) {

@@ -194,7 +194,8 @@ ImportResult importTree(const ImportOptions& options) {
     for (PageTask& task : tasks) {
         report.pagesRead += task.facts.isMissing ? 0 : 1;
         if (!task.facts.fault.empty())
-            report.faults.push_back({task.page, task.facts.fault});
+            report.faults.push_back(
+                {task.page.empty() ? "index.html" : task.page, task.facts.fault});
         gathered.pages.emplace(task.page, std::move(task.facts));
     }
 

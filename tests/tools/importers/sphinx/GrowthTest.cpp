@@ -1,5 +1,6 @@
 // Hostile inventories and pages take time that grows as they do, not with the square of their size.
 #include <cstddef>
+#include <ostream>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,10 @@ struct Row {
     const char* name;
     std::string (*make)(std::size_t size);
 };
+
+void PrintTo(const Row& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class InventoryGrowthTest : public testing::TestWithParam<Row> {};
 
@@ -232,6 +237,10 @@ struct TreeRow {
     std::string (*inventory)(std::size_t size);
     std::string (*page)(std::size_t size);
 };
+
+void PrintTo(const TreeRow& row, std::ostream* out) {
+    *out << row.name;
+}
 
 class TreeGrowthTest : public testing::TestWithParam<TreeRow> {};
 
