@@ -49,8 +49,8 @@ std::string whyNotJson(std::string_view text, const json::error_code& error) {
 
 }  // namespace
 
-JsonDocument::JsonDocument(std::string file, std::string text, FaultHandler onFault)
-    : m_file(std::move(file)), m_text(std::move(text)), m_onFault(std::move(onFault)) {}
+JsonDocument::JsonDocument(std::string file, std::string text)
+    : m_file(std::move(file)), m_text(std::move(text)) {}
 
 std::unique_ptr<JsonDocument> JsonDocument::read(const files::Folder& root,
                                                  std::string_view relativePath,
@@ -61,13 +61,13 @@ std::unique_ptr<JsonDocument> JsonDocument::read(const files::Folder& root,
         auto text = readContainedFile(root, relativePath, onFault);
         if (!text)
             return nullptr;
-        std::unique_ptr<JsonDocument> document(
-            new JsonDocument(file, std::move(*text), std::move(onFault)));
+        std::unique_ptr<JsonDocument> document(new JsonDocument(file, std::move(*text)));
+        document->m_onFault.swap(onFault);
         try {
             return document->parse() ? std::move(document) : nullptr;
         } catch (const std::bad_alloc&) {
             isLimit = document->m_limited.isExceeded();
-            onFault = std::move(document->m_onFault);
+            document->m_onFault.swap(onFault);
         }
     } catch (const std::bad_alloc&) {
         // Told below, when what was taken has been given back.

@@ -137,7 +137,7 @@ class JsonDocument {
   private:
     friend class JsonNode;
 
-    JsonDocument(std::string file, std::string text, FaultHandler onFault);
+    JsonDocument(std::string file, std::string text);
 
     [[nodiscard]] bool parse();
     void fault(const JsonNode& at, std::string problem) const;

@@ -335,10 +335,12 @@ std::vector<std::string> publishLocked(const files::Folder& root, const std::str
     const auto attempt = [&](const auto& finish) {
         try {
             finish();
-        } catch (const std::bad_alloc&) {
-            problems.emplace_back("there was not enough memory to finish");
         } catch (const std::exception& problem) {
-            problems.emplace_back(problem.what());
+            try {
+                problems.emplace_back(problem.what());
+            } catch (const std::bad_alloc&) {
+                // What is left undone is nothing that anybody needs.
+            }
         }
     };
     attempt([&] { root.flush(); });

@@ -2,6 +2,7 @@
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <new>
 #include <optional>
 #include <sstream>
 
@@ -119,16 +120,21 @@ ExitStatus importSphinx(const ImportSphinxOptions& options) {
     result.documentation.source = sourceIn(options.source);
     const auto problems = docset::publishProduct(options.root, locale, result.documentation,
                                                  [&] { sayWaiting(options.root); });
-    for (const auto& problem : problems)
-        say("the product is in place, but " + printableLine(problem));
+    try {
+        for (const auto& problem : problems)
+            say("the product is in place, but " + printableLine(problem));
 
-    const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
-    const auto& header = result.documentation.header;
-    std::cout << shownLine(header.displayName) << ' ' << shownLine(header.version)
-              << " is now the product \"" << printableLine(options.product) << "\" (" << locale
-              << ") of " << printableLine(options.root) << ":\n";
-    writeSummary(std::cout, result.report, options.listAll);
-    std::cout << "Time: " << std::fixed << std::setprecision(1) << elapsed.count() << " s\n";
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now() - start;
+        const auto& header = result.documentation.header;
+        std::cout << shownLine(header.displayName) << ' ' << shownLine(header.version)
+                  << " is now the product \"" << printableLine(options.product) << "\" (" << locale
+                  << ") of " << printableLine(options.root) << ":\n";
+        writeSummary(std::cout, result.report, options.listAll);
+        std::cout << "Time: " << std::fixed << std::setprecision(1) << elapsed.count() << " s\n";
+    } catch (const std::bad_alloc&) {
+        std::cerr
+            << "vref: the product is in place, but there is not enough memory to tell of it\n";
+    }
     return result.report.faults.empty() ? Success : Incomplete;
 }
 

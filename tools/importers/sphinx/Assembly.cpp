@@ -9,6 +9,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "docset/hrefs.hpp"
 #include "fl/i18n/utf.hpp"
 #include "sphinx/ClassProperties.hpp"
 #include "sphinx/Hrefs.hpp"
@@ -265,8 +266,15 @@ class Assembly {
                    : std::string();
     }
 
-    // Where a link leads in terms of the records: to the item of the object at that place.
+    // Where a link leads in terms of the records: to the item of the object at that place. Empty
+    // for one that may not stand in a documentation set; its text stays.
     [[nodiscard]] std::string recordHref(const std::string& href) const {
+        std::string target = placeOfLink(href);
+        return docset::whyNotATarget(toUtf16(target), m_gathered.helpFolder) ? std::string()
+                                                                             : target;
+    }
+
+    [[nodiscard]] std::string placeOfLink(const std::string& href) const {
         const auto found = m_hrefs.find(href);
         if (found != m_hrefs.end())
             return found->second;

@@ -14,6 +14,8 @@ namespace reference::importers::sphinx {
 
 // All that was gathered from a tree.
 struct Gathered {
+    // The product's help folder, which links may lead out of into that of another product.
+    std::u16string helpFolder;
     // The objects that belong in the reference, in the order of the inventory. The numbers in
     // SignatureFacts::objects are positions in this list.
     std::vector<InventoryObject> objects;

@@ -7,10 +7,12 @@
 #include <thread>
 #include <utility>
 
+#include "docset/hrefs.hpp"
 #include "fl/i18n/utf.hpp"
 #include "foundation/core/Mutex.hpp"
 #include "sphinx/Assembly.hpp"
 #include "sphinx/ExampleAliases.hpp"
+#include "sphinx/Hrefs.hpp"
 #include "sphinx/Inventory.hpp"
 #include "sphinx/InventorySorting.hpp"
 #include "sphinx/Kinds.hpp"
@@ -49,6 +51,21 @@ Inventory readInventory(const SourceTree& tree, const ImportOptions& options) {
     } catch (const std::runtime_error& error) {
         throw ImportError(file + ": " + error.what());
     }
+}
+
+// An object whose place is outside of the tree has no href that a documentation set could have.
+void leaveOutPlacesOutside(Inventory& inventory) {
+    constexpr std::size_t mostReported = 20;
+    std::size_t count = 0;
+    std::erase_if(inventory.objects, [&](const InventoryObject& object) {
+        const auto reason = docset::whyNotAPage(toUtf16(hrefOf(object.page, object.anchor)));
+        if (reason && ++count <= mostReported)
+            inventory.faults.push_back("The place of \"" + object.name + "\" is none. " + *reason);
+        return reason.has_value();
+    });
+    if (count > mostReported)
+        inventory.faults.push_back("The places of " + std::to_string(count - mostReported) +
+                                   " further objects are none.");
 }
 
 // One page that is to be read, and what was found.
@@ -179,8 +196,10 @@ ImportResult importTree(const ImportOptions& options) {
     const SourceTree tree = openTree(options);
     Inventory inventory = readInventory(tree, options);
 
+    leaveOutPlacesOutside(inventory);
     SortedInventory sorted = sortInventory(std::move(inventory.objects));
     Gathered gathered;
+    gathered.helpFolder = headerOf(options, inventory).helpFolder;
     gathered.objects = std::move(sorted.objects);
     gathered.furtherNames = std::move(sorted.furtherNames);
     std::vector<PageTask> tasks = pageTasks(gathered.objects);
