@@ -41,11 +41,13 @@ TEST(ImportFaultsTest, PagesThatCannotBeHadAreReportedAndPassedOver) {
     tree.folder().write("empty.html", "");
     const ImportResult result = tree.import();
     EXPECT_THAT(result.report.faults,
-                ElementsAre(fault("/etc/hostname", "absolute"), fault("deep.html", "deep"),
-                            fault("empty.html", "empty"), fault("missing.html", "no such file"),
-                            fault("x/../../secret.html", "\"..\"")));
-    EXPECT_THAT(result.report.undescribed,
-                ElementsAre("absolute", "deep", "empty", "missing", "parent"));
+                ElementsAre(fault("objects.inv", "\"absolute\" is none. It is absolute"),
+                            fault("objects.inv", "\"parent\" is none. It leads out"),
+                            fault("deep.html", "deep"), fault("empty.html", "empty"),
+                            fault("missing.html", "no such file")));
+    EXPECT_THAT(result.report.undescribed, ElementsAre("deep", "empty", "missing"));
+    EXPECT_FALSE(result.documentation.entities.contains(u"absolute"));
+    EXPECT_FALSE(result.documentation.entities.contains(u"parent"));
     EXPECT_EQ(result.report.pagesRead, 1U);
     EXPECT_EQ(recordOf(result, u"good").getPurpose(), u"Good.");
 }
