@@ -104,7 +104,7 @@ std::vector<std::string> wordsOf(std::u16string_view text) {
     }
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> breaks(
-        icu::BreakIterator::createWordInstance(icu::Locale::getRoot(), status));
+        icu::BreakIterator::createWordInstance(icu::Locale("root"), status));
     // The rules are part of ICU: they are missing only where there is no memory for them. Other
     // words would be wrong in an image from then on.
     if (U_FAILURE(status) != 0)

@@ -15,7 +15,7 @@ void* LimitedMemory::do_allocate(std::size_t size, std::size_t alignment) {
 }
 
 void LimitedMemory::do_deallocate(void* place, std::size_t size, std::size_t alignment) {
-    ::operator delete(place, size, std::align_val_t(alignment));
+    ::operator delete(place, std::align_val_t(alignment));
     m_left += size;
 }
 

@@ -6,7 +6,7 @@
 namespace reference::docset {
 namespace {
 
-bool isControl(char16_t unit) {
+bool isControlUnit(char16_t unit) {
     return unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
 }
 
@@ -66,7 +66,7 @@ std::optional<std::string> whyNotRelative(std::u16string_view href) {
 }
 
 std::optional<std::string> whyNotText(std::u16string_view href) {
-    if (std::ranges::any_of(href, isControl))
+    if (std::ranges::any_of(href, isControlUnit))
         return "It holds a control character.";
     return std::nullopt;
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <stdexcept>
 
 #include <unicode/brkiter.h>
@@ -99,7 +100,10 @@ std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width) {
         return lines;
     UErrorCode error = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> breaks(
-        icu::BreakIterator::createLineInstance(icu::Locale::getRoot(), error));
+        icu::BreakIterator::createLineInstance(icu::Locale("root"), error));
+    // The rules are part of ICU: they are missing only where there is no memory for them.
+    if (U_FAILURE(error))
+        throw std::bad_alloc();
     const icu::UnicodeString whole = toUnicode(text);
     std::int32_t start = 0;
     while (start <= whole.length()) {
@@ -107,10 +111,7 @@ std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width) {
         if (end < 0)
             end = whole.length();
         const icu::UnicodeString line = whole.tempSubStringBetween(start, end);
-        if (U_FAILURE(error))
-            lines.push_back(toUtf8(line));
-        else
-            wrapLine(line, width, *breaks, lines);
+        wrapLine(line, width, *breaks, lines);
         start = end + 1;
     }
     return lines;

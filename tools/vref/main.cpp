@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <csignal>
+#include <cstdlib>
 #include <exception>
 #include <functional>
 #include <iostream>
@@ -334,6 +335,34 @@ class CommandLine {
 
 namespace {
 
+constexpr std::string_view noMemory = "vref: There is not enough memory to go on.\n";
+
+// Not every function that may run out of memory may throw, and some libraries take memory before
+// main() begins: what would end the process by a signal and the name of an exception ends it with a
+// message. Without an exception in flight, there was no memory even for that.
+[[noreturn]] void endForWantOfMemory() {
+    bool isMemory = true;
+    try {
+        if (const auto exception = std::current_exception())
+            std::rethrow_exception(exception);
+    } catch (const std::bad_alloc&) {
+        isMemory = true;
+    } catch (...) {
+        isMemory = false;
+    }
+    if (!isMemory)
+        std::abort();
+    static_cast<void>(::write(STDERR_FILENO, noMemory.data(), noMemory.size()));
+    ::_exit(Unusable);
+}
+
+void setTerminate() {
+    std::set_terminate(&endForWantOfMemory);
+}
+
+// Called by the loader before it initialises the libraries.
+[[gnu::section(".preinit_array"), gnu::used]] void (*const beforeLibraries)() = &setTerminate;
+
 // A file that may not get larger is an error like any other, to be told; the signal would end the
 // tool without a word.
 void ignoreFileSizeSignal() {
@@ -373,8 +402,7 @@ int main(int argc, char** argv) {
         return run(argc, argv);
     } catch (...) {
         // Not even memory for a message is left.
-        constexpr std::string_view message = "vref: There is not enough memory to go on.\n";
-        static_cast<void>(::write(STDERR_FILENO, message.data(), message.size()));
+        static_cast<void>(::write(STDERR_FILENO, noMemory.data(), noMemory.size()));
         return Unusable;
     }
 }
