@@ -100,6 +100,7 @@ class LookupReading {
                 byFile[{products[number].set.get(), products[number].files.lookup}].push_back(
                     number);
         std::vector<std::vector<std::size_t>> unread;
+        unread.reserve(byFile.size());
         for (auto& [file, numbers] : byFile)
             unread.push_back(std::move(numbers));
         std::ranges::sort(unread);
