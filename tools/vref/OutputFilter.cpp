@@ -49,12 +49,13 @@ constexpr char32_t illFormed = 0xFFFFFFFF;
 char32_t nextCharacter(std::string_view bytes, std::int32_t& length) {
     UChar32 character = 0;
     length = 0;
+    const char* const data = bytes.data();
     const auto size = static_cast<std::int32_t>(std::min<std::size_t>(bytes.size(), U8_MAX_LENGTH));
 // The macro's own arithmetic narrows from int.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wconversion"
 #pragma GCC diagnostic ignored "-Wsign-conversion"
-    U8_NEXT(bytes.data(), length, size, character);
+    U8_NEXT(data, length, size, character);
 #pragma GCC diagnostic pop
     return character < 0 ? illFormed : static_cast<char32_t>(character);
 }
