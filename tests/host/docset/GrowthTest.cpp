@@ -62,10 +62,10 @@ const auto rows = testing::Values(
                                       number + R"(", "reference": "r)" + number + R"("}}})";
                            }));
         }},
-    Row{"LocalesAndProducts",
+    Row{"ProductsOfManyLocales",
         [](SetTexts& texts, std::size_t size) {
             texts.manifest = manifestOf(
-                listed(size, [](const std::string& number) { return "\"l" + number + '"'; }),
+                listed(1000, [](const std::string& number) { return "\"l" + number + '"'; }),
                 listed(size, [](const std::string& number) {
                     return R"({"shortName": "p)" + number +
                            R"(", "installed": true, "files": {"l999": {"lookup": "l)" + number +
