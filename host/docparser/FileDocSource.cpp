@@ -199,9 +199,7 @@ ReferenceResources FileDocSource::getResourceFile(const std::u16string& resource
         for (auto& product : *contents)
             add(product.header, std::move(product.pages));
     } catch (const std::bad_alloc&) {
-        throw DocParserException(Fault{.file = (file->root / file->relativePath).string(),
-                                       .problem = "There is not enough memory to read the file.",
-                                       .mayPass = true});
+        throw DocParserException(Fault::outOfMemory((file->root / file->relativePath).string()));
     }
     warnOfMissing(*current, *file, resources);
     return resources;

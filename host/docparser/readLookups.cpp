@@ -118,8 +118,10 @@ class LookupReading {
                 for (const std::size_t number : numbers)
                     faults[number] = exception.getFault();
             } catch (const std::bad_alloc&) {
+                // For this file; the others may be small enough.
                 for (const std::size_t number : numbers)
-                    faults[number] = memoryFault(products[number]);
+                    faults[number] = Fault::outOfMemory(
+                        (products[number].set->root / products[number].files.lookup).string());
             }
         });
         ParsingResults results;
@@ -183,13 +185,6 @@ class LookupReading {
                 .field = "product.shortName",
                 .problem = "The file is of another product than the manifest says (\"" +
                            fl::i18n::toUtf8(product.shortName) + "\")."};
-    }
-
-    // Of one file: the others may be small enough.
-    static Fault memoryFault(const Product& product) {
-        return {.file = (product.set->root / product.files.lookup).string(),
-                .problem = "There is not enough memory to read the file.",
-                .mayPass = true};
     }
 
     // The lookup file of `product`.

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdio>
+#include <utility>
 
 namespace reference::docset {
 namespace {
@@ -23,6 +24,12 @@ std::string inOneLine(const std::string& text) {
 }
 
 }  // namespace
+
+Fault Fault::outOfMemory(std::string file) {
+    return {.file = std::move(file),
+            .problem = "There is not enough memory to read the file.",
+            .mayPass = true};
+}
 
 std::string Fault::toString() const {
     std::string text = file;

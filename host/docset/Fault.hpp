@@ -24,6 +24,9 @@ struct VELTRA_HOST_API Fault {
     // it, and nothing is known to be wrong with it.
     bool mayPass = false;
 
+    // That there was no memory to read the file.
+    [[nodiscard]] static Fault outOfMemory(std::string file);
+
     // "file:line:column: field: problem", without the parts that are not known. One line: control
     // characters are written as "\u001b".
     [[nodiscard]] std::string toString() const;

@@ -72,12 +72,11 @@ std::unique_ptr<JsonDocument> JsonDocument::read(const files::Folder& root,
     } catch (const std::bad_alloc&) {
         // Told below, when what was taken has been given back.
     }
-    onFault({.file = file,
-             .problem = isLimit ? "The file's values take more than " +
-                                      std::to_string(maxDocumentMemory >> 20U) +
-                                      " MiB of memory; a documentation file never does."
-                                : "There is not enough memory to read the file.",
-             .mayPass = !isLimit});
+    onFault(isLimit ? Fault{.file = file,
+                            .problem = "The file's values take more than " +
+                                       std::to_string(maxDocumentMemory >> 20U) +
+                                       " MiB of memory; a documentation file never does."}
+                    : Fault::outOfMemory(file));
     return nullptr;
 }
 
