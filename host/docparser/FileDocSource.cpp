@@ -276,9 +276,16 @@ std::vector<ListedProduct> FileDocSource::listProducts() {
                           .installed = product.installed,
                           .locale = product.locale,
                           .root = product.set->root,
-                          .source = product.files.source,
-                          .referenceFile = product.referenceFileName});
+                          .source = product.files.source});
     return listed;
+}
+
+std::vector<std::u16string> FileDocSource::productsOfFile(const std::u16string& resourceFile) {
+    const auto current = listing(Freshness::Kept);
+    std::vector<std::u16string> names;
+    for (const std::size_t number : current->productsOfFile(resourceFile))
+        names.push_back(current->products()[number].shortName);
+    return names;
 }
 
 void FileDocSource::clearSupportPackageCaches() {

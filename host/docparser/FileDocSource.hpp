@@ -43,8 +43,6 @@ struct ListedProduct {
     std::filesystem::path root;
     // What it was imported from, in that locale; nothing where the set does not say.
     std::optional<docset::ProductSource> source = std::nullopt;
-    // The file of its pages, as getResourceFile() takes it; empty: none.
-    std::u16string referenceFile = {};
 };
 
 // Reads documentation sets from folders: the documentation root and the support packages. A product
@@ -95,6 +93,10 @@ class VELTRA_HOST_API FileDocSource final : public DocSource {
 
     // All products of all roots, readable or not, in the order of the roots and their manifests.
     [[nodiscard]] std::vector<ListedProduct> listProducts();
+
+    // The short names of the products whose pages are to be in the file that getResourceFile()
+    // takes this name for; none for a name that is no file in use.
+    [[nodiscard]] std::vector<std::u16string> productsOfFile(const std::u16string& resourceFile);
 
   private:
     enum class Freshness { Kept, Reread };

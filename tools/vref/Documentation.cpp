@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <atomic>
-#include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <iterator>
 #include <optional>
 #include <set>
+#include <system_error>
 #include <utility>
 
 #include <boost/algorithm/string/join.hpp>
@@ -47,6 +47,12 @@ void showWarnings(const Reporter& report) {
         [report](const foundation::log::LogRecord& record) { report(std::string(record.text)); });
 }
 
+docparser::DocumentationLocation locationOf(const std::string& locale) {
+    auto location = docparser::DocumentationLocation::current();
+    location.language = locale;
+    return location;
+}
+
 std::string inParentheses(const std::string& place) {
     return place.empty() ? std::string() : " (" + printableLine(place) + ")";
 }
@@ -84,18 +90,22 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     explicit ReportingSource(std::shared_ptr<Reports> reports) : m_reports(std::move(reports)) {}
 
     docparser::ParsingResults getResourceLookupFiles() override {
+        std::optional<docparser::ParsingResults> results;
         {
             const foundation::core::MutexLock lock(m_mutex);
-            if (auto prepared = std::exchange(m_prepared, {}))
-                return std::move(*prepared);
+            results = std::exchange(m_prepared, {});
         }
-        return read(m_files);
+        if (!results)
+            results = m_files.getResourceLookupFiles();
+        const foundation::core::MutexLock lock(m_mutex);
+        m_leftOut = results->leftOut;
+        return std::move(*results);
     }
     docparser::ReferenceResources getResourceFile(const std::u16string& resourceFile) override {
         try {
             auto resources = m_files.getResourceFile(resourceFile);
-            for (const auto& product : m_files.listProducts())
-                if (product.referenceFile == resourceFile && !resources.contains(product.shortName))
+            for (const auto& product : m_files.productsOfFile(resourceFile))
+                if (!resources.contains(product))
                     ++m_unreadable;  // the source has said so
             return resources;
         } catch (const DocParserException& exception) {
@@ -129,10 +139,18 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     // Reads the lookup files as `location` says, for the next time that the library asks for them.
     // Throws what that throws, and then has changed nothing.
     void prepare(const docparser::DocumentationLocation& location) {
-        FileDocSource ahead([&] { return location; });
-        auto results = read(ahead);
+        auto results = FileDocSource([&] { return location; }).getResourceLookupFiles();
         const foundation::core::MutexLock lock(m_mutex);
         m_prepared = std::move(results);
+    }
+    // The same, but only where fewer products would be missing then; returns whether they would.
+    bool prepareMore(const docparser::DocumentationLocation& location) {
+        auto results = FileDocSource([&] { return location; }).getResourceLookupFiles();
+        const foundation::core::MutexLock lock(m_mutex);
+        if (results.leftOut.size() >= m_leftOut.size())
+            return false;
+        m_prepared = std::move(results);
+        return true;
     }
     void forgetPrepared() {
         const foundation::core::MutexLock lock(m_mutex);
@@ -146,13 +164,6 @@ class Documentation::ReportingSource final : public docparser::DocSource {
     }
 
   private:
-    docparser::ParsingResults read(FileDocSource& files) {
-        auto results = files.getResourceLookupFiles();
-        const foundation::core::MutexLock lock(m_mutex);
-        m_leftOut = results.leftOut;
-        return results;
-    }
-
     const std::shared_ptr<Reports> m_reports;
     FileDocSource m_files;
     std::atomic<std::size_t> m_unreadable{0};
@@ -207,10 +218,19 @@ bool Documentation::missesProducts() const {
     return !faults.empty();
 }
 
-bool Documentation::mayReadMore() const {
-    return std::ranges::any_of(m_source->leftOut(), [](const docset::Fault& fault) {
-        return fault.mayPass && std::ifstream(fault.file, std::ios::binary).get() != EOF;
-    });
+bool Documentation::canReadMore() {
+    const auto opens = [](const docset::Fault& fault) {
+        std::error_code error;
+        return fault.mayPass && std::filesystem::is_regular_file(fault.file, error) &&
+               std::ifstream(fault.file, std::ios::binary).is_open();
+    };
+    if (std::ranges::none_of(m_source->leftOut(), opens))
+        return false;
+    try {
+        return m_source->prepareMore(locationOf(language()));
+    } catch (const DocParserException&) {
+        return false;  // the manifest, which is told when it is read in earnest
+    }
 }
 
 void Documentation::prepareReading() {
@@ -218,10 +238,8 @@ void Documentation::prepareReading() {
 }
 
 void Documentation::prepareReading(const std::string& locale) {
-    auto location = docparser::DocumentationLocation::current();
-    location.language = locale;
     try {
-        m_source->prepare(location);
+        m_source->prepare(locationOf(locale));
     } catch (const DocParserException& exception) {
         throw UnreadableDocumentation(
             "The documentation cannot be read, so that what is loaded is kept: " +

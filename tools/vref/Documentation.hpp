@@ -66,9 +66,10 @@ class Documentation {
     // for each of them. Nothing is known to be missing before the library has read any.
     [[nodiscard]] bool missesProducts() const;
 
-    // Whether such a file, which the system failed to read, may be readable now. To be asked now
-    // and then: where it is, the library has to read anew.
-    [[nodiscard]] bool mayReadMore() const;
+    // Whether fewer of them would be missing if the library read anew: files that the system failed
+    // to read may be readable by now. Reads all that there is to find out, if such a file can be
+    // opened.
+    [[nodiscard]] bool canReadMore();
 
     // Reads ahead what the library reads after its caches are cleared. Throws
     // UnreadableDocumentation where it cannot be read, and then has changed nothing.

@@ -32,16 +32,16 @@ WatchedDocumentation::~WatchedDocumentation() {
 bool WatchedDocumentation::hasChanged() {
     const auto roots = m_documentation.roots();
     const foundation::core::MutexLock lock(m_mutex);
-    return m_manifests.hasChanged(roots) || mayReadMore();
+    return m_manifests.hasChanged(roots) || canReadMore();
 }
 
 // A file that the system failed to read may be readable again, without a change of the manifest.
-bool WatchedDocumentation::mayReadMore() {
+bool WatchedDocumentation::canReadMore() {
     const auto now = std::chrono::steady_clock::now();
-    if (now < m_nextTry || !m_documentation.mayReadMore())
+    if (now < m_nextTry)
         return false;
     m_nextTry = now + betweenTries;
-    return true;
+    return m_documentation.canReadMore();
 }
 
 bool WatchedDocumentation::readAnew() {

@@ -64,7 +64,7 @@ class WatchedDocumentation {
 
   private:
     bool loadIfOutdated(const std::string& why);
-    [[nodiscard]] bool mayReadMore() VELTRA_REQUIRES(m_mutex);
+    [[nodiscard]] bool canReadMore() VELTRA_REQUIRES(m_mutex);
 
     static constexpr std::chrono::seconds betweenTries{2};
 
