@@ -335,7 +335,11 @@ class CommandLine {
 
 namespace {
 
-constexpr std::string_view noMemory = "vref: There is not enough memory to go on.\n";
+void sayNoMemory() noexcept {
+    constexpr std::string_view text = "vref: There is not enough memory to go on.\n";
+    // Where nobody can be told, the exit status is all there is.
+    [[maybe_unused]] const auto count = ::write(STDERR_FILENO, text.data(), text.size());
+}
 
 // Not every function that may run out of memory may throw, and some libraries take memory before
 // main() begins: what would end the process by a signal and the name of an exception ends it with a
@@ -352,7 +356,7 @@ constexpr std::string_view noMemory = "vref: There is not enough memory to go on
     }
     if (!isMemory)
         std::abort();
-    static_cast<void>(::write(STDERR_FILENO, noMemory.data(), noMemory.size()));
+    sayNoMemory();
     ::_exit(Unusable);
 }
 
@@ -402,7 +406,7 @@ int main(int argc, char** argv) {
         return run(argc, argv);
     } catch (...) {
         // Not even memory for a message is left.
-        static_cast<void>(::write(STDERR_FILENO, noMemory.data(), noMemory.size()));
+        sayNoMemory();
         return Unusable;
     }
 }
