@@ -44,6 +44,7 @@ void AllTextDataRetriever::findReferenceData(const search::Snapshot& snapshot,
                          search::TextQuery::Words words) {
         const search::ProductPages& pages = joined.pages();
         const auto& lookup = index.lookup(number);
+        // cppcheck-suppress accessMoved; what is gone through is made once
         for (const std::uint32_t item : text.itemsOf(lookup, joined, std::move(words)))
             results.emplace_back(pages.resource().getHeaderInfo(), pages.item(item));
     };

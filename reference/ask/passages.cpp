@@ -23,7 +23,7 @@ std::size_t beginningOf(std::string_view word) noexcept {
     return number;
 }
 
-constexpr auto wordBytes = [] {
+constexpr auto wordBytes = []() {
     std::array<bool, 256> is{};
     for (unsigned byte = 0; byte < is.size(); ++byte)
         is[byte] = docimage::isWordByte(static_cast<char>(byte));

@@ -109,10 +109,9 @@ api::ReferenceRequest toRequest(const QueryOptions& options, const Documentation
         products.push_back(fromCommandLine(text));
         documentation.requireInstalled(products.back(), "--product");
     }
-    auto request = options.all ? api::ReferenceRequest::createMatchAllTextRequest(
-                                     std::move(types), std::move(products))
-                               : api::ReferenceRequest(fromCommandLine(options.name),
-                                                       std::move(types), std::move(products));
+    auto request = options.all
+                       ? api::ReferenceRequest::createMatchAllTextRequest(types, products)
+                       : api::ReferenceRequest(fromCommandLine(options.name), types, products);
     if (options.ignoreCase)
         request.setEntityCaseSensitivity(api::EntityCaseSensitivity::Insensitive);
     if (options.ignorePackage)
