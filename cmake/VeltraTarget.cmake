@@ -1,3 +1,19 @@
+# What makes faults in the release build hard to use: stacks that are guarded, copies and containers that
+# know their bounds, and tables of functions that cannot be changed once the program runs.
+function(veltra_harden target)
+    if(CMAKE_CXX_FLAGS MATCHES "-fsanitize" OR NOT VELTRA_HARDENED)
+        return()
+    endif()
+    set(options -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS
+        -fstack-protector-strong -fstack-clash-protection)
+    if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
+        list(APPEND options -fcf-protection=full)
+    endif()
+    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${options}>")
+    target_link_options(${target} PRIVATE
+        "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now,-z,noexecstack>")
+endfunction()
+
 # What every target of this project is compiled with. Call it once for each target.
 function(veltra_target target)
     set_target_properties(${target} PROPERTIES
@@ -23,6 +39,7 @@ function(veltra_target target)
         $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wlogical-op -Wuseless-cast>
         $<$<CXX_COMPILER_ID:Clang>:-Wthread-safety>
         $<$<BOOL:${VELTRA_WARNINGS_AS_ERRORS}>:-Werror>)
+    veltra_harden(${target})
 endfunction()
 
 # A library that other threads may still use while the process exits: nothing that it holds for the
