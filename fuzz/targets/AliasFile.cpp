@@ -10,7 +10,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using fl::i18n::toUtf8;
 
@@ -58,5 +58,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("AliasFile", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -15,7 +15,7 @@
 #include "reference/ask/QuestionError.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::Answer;
 using ask::AskOptions;
@@ -66,5 +66,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("Ask", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -18,7 +18,7 @@
 #include "vref/SettingOptions.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace tools;
 
@@ -124,5 +124,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("CommandLineCompletion", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

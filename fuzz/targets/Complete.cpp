@@ -13,7 +13,7 @@
 #include "ShippedSet.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::complete;
 
@@ -49,5 +49,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("Complete", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

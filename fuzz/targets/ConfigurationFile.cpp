@@ -12,7 +12,7 @@
 #include "vref/ExitStatus.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tools::Colours;
 using tools::ConfigurationFile;
@@ -96,5 +96,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("ConfigurationFile", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

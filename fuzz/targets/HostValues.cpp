@@ -22,7 +22,7 @@
 #include "zorb/COSClass.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using zorb::COSClass;
 using zorb::Property;
@@ -166,5 +166,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("HostValues", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

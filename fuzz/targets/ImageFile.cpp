@@ -17,7 +17,7 @@
 #include "FuzzTexts.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace docimage;
 
@@ -144,5 +144,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("ImageFile", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

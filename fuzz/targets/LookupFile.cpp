@@ -14,7 +14,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using docset::LookupContents;
@@ -59,5 +59,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("LookupFile", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -16,7 +16,7 @@
 #include "support/LookupModel.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using fl::i18n::toUtf16;
 using fl::i18n::toUtf8;
@@ -106,5 +106,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("LowerCase", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

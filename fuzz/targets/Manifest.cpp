@@ -18,7 +18,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using docset::Manifest;
@@ -119,5 +119,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("Manifest", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

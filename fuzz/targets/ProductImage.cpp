@@ -16,7 +16,7 @@
 #include "support/Items.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace docimage;
 
@@ -136,5 +136,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("ProductImage", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -12,7 +12,7 @@
 #include "reference/ask/QuestionError.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::Question;
 using ask::Term;
@@ -77,5 +77,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("Question", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -16,7 +16,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using docset::ReferenceContents;
@@ -67,5 +67,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("ReferenceFile", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

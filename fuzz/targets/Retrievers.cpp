@@ -27,7 +27,7 @@
 #include "support/Print.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceRequest;
 using property::RefEntityType;
@@ -150,5 +150,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("Retrievers", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -27,7 +27,7 @@
 #include "support/WholeFiles.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using cache_manager::ReferenceCacheManager;
@@ -152,5 +152,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("SetImages", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

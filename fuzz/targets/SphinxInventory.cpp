@@ -12,7 +12,7 @@
 #include "sphinx/Inventory.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using importers::sphinx::Inventory;
 using importers::sphinx::InventoryObject;
@@ -88,5 +88,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("SphinxInventory", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -9,7 +9,7 @@
 #include "sphinx/PageReader.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace importers::sphinx;
 
@@ -80,5 +80,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("SphinxPage", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

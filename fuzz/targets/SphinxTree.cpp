@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using importers::sphinx::ImportOptions;
 
@@ -60,5 +60,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("SphinxTree", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

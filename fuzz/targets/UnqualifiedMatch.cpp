@@ -9,7 +9,7 @@
 #include "refutils/matchUnqualifiedString.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 // The candidate is cut after each divider, and the pattern looked for among it and what remains.
 bool isOneOfItsEndings(const std::u16string& pattern, const std::u16string& candidate) {
@@ -43,5 +43,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("UnqualifiedMatch", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

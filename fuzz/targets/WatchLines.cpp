@@ -13,7 +13,7 @@
 #include "vref/RpcMessage.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 
@@ -87,5 +87,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("WatchLines", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

@@ -15,7 +15,7 @@
 #include "vref/RpcMessage.hpp"
 
 namespace reference::fuzz {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 
@@ -98,5 +98,5 @@ void run(std::string_view input) {
 
 const FuzzTarget target("WatchRpc", &run);
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::fuzz

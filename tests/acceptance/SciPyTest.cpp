@@ -37,7 +37,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityPrecision;
 using api::ReferenceData;
@@ -331,5 +331,5 @@ TEST_F(SciPyTest, TextSearchFindsWordsThatStandOnlyInAParametersDescription) {
     }));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -8,7 +8,7 @@
 #include "relevance/DevDocsRule.hpp"
 
 namespace reference::bench {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::Eq;
 using testing::Optional;
@@ -86,5 +86,5 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"organ", "gan", std::nullopt}, Row{"gaussian", "gna", std::nullopt},
         Row{"gan", "gan", std::nullopt}));
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::bench

@@ -7,7 +7,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::bench {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::ElementsAre;
 using testing::SizeIs;
@@ -37,5 +37,5 @@ TEST(QuestionTest, AListThatIsNotThereIsAnError) {
     EXPECT_THROW(static_cast<void>(readQuestions("/nowhere/list.json")), std::runtime_error);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::bench

@@ -3,7 +3,7 @@
 #include "relevance/Score.hpp"
 
 namespace reference::bench {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(ScoreTest, CountsFirstPlacesFivePlacesAndReciprocals) {
     Score score;
@@ -26,5 +26,5 @@ TEST(ScoreTest, TellsTheTimesInOrder) {
     EXPECT_DOUBLE_EQ(score.time(1), 30);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::bench

@@ -20,7 +20,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace docimage;
 
@@ -117,5 +117,5 @@ TEST(DamagedImageTest, NothingOutsideOfAnImageIsReadWhateverItSays) {
     EXPECT_LT(refused, rounds);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -17,7 +17,7 @@
 #include "support/Generator.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace docimage;
 using testing::ElementsAre;
@@ -181,5 +181,5 @@ TEST(NameTableTest, FindsAllNumbersOfAHashInOrder) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

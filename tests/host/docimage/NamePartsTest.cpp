@@ -9,7 +9,7 @@
 #include "fl/i18n/utf.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::ElementsAreArray;
 
@@ -72,5 +72,5 @@ TEST(NamePartsTest, RunsAreUpToThreePartsAndTheWhole) {
                                      Run{1, 4}, Run{2, 3}, Run{2, 4}, Run{3, 4}, Run{0, 4}));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "support/LookupModel.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace docimage;
 using testing::ElementsAre;
@@ -134,5 +134,5 @@ TEST(ComponentFormsTest, AreDividedByDotsAndSlashes) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

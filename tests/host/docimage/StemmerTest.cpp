@@ -6,7 +6,7 @@
 #include "docimage/Stemmer.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docimage::isStopWord;
 using docimage::Stemmer;
@@ -52,5 +52,5 @@ TEST(StemmerTest, StopWordsSayNothing) {
         EXPECT_FALSE(isStopWord(word)) << word;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

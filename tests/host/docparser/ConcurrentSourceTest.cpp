@@ -15,7 +15,7 @@
 #include "support/MemorySource.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docparser::DocResourceParser;
 
@@ -116,5 +116,5 @@ TEST(DocResourceParserConcurrencyTest, TheSourceMayBeReplacedWhileOthersAsk) {
     EXPECT_EQ(wrong, 0);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -15,7 +15,7 @@
 #include "support/MemorySource.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docparser::DocParserException;
 using docparser::DocSource;
@@ -205,5 +205,5 @@ TEST_P(DocSourceConcurrencyTest, EveryOperationMayBeCalledFromAnyThread) {
     EXPECT_EQ(wrong, 0);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

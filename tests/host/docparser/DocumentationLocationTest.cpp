@@ -13,7 +13,7 @@
 #include "support/MemorySource.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docparser::DocResourceParser;
@@ -144,5 +144,5 @@ TEST_F(DocResourceParserTest, ACallThatHasBegunFinishesWithTheSourceThatItBeganW
     EXPECT_THAT(DocResourceParser::getResourceLookupFiles().installed, SizeIs(0));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

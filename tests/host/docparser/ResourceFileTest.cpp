@@ -10,7 +10,7 @@
 #include "host/docparser/Roots.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docparser::DocParserException;
@@ -192,5 +192,5 @@ TEST_F(ResourceFileTest, AnEditionThatWasReplacedIsReadByThoseWhoStillNameIt) {
     EXPECT_THROW(static_cast<void>(source.getResourceFile(file)), DocParserException);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

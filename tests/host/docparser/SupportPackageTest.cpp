@@ -8,7 +8,7 @@
 #include "host/docparser/Roots.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docparser::DocParserException;
 using docparser::ProductPathData;
@@ -132,5 +132,5 @@ TEST_F(SupportPackageTest, DoNotStandInForTheDocumentationRoot) {
     EXPECT_THROW(static_cast<void>(reader.getResourceLookupFiles()), DocParserException);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

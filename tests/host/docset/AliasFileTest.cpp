@@ -16,7 +16,7 @@
 #include "support/Capture.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docimage::Aliases;
@@ -197,5 +197,5 @@ TEST(AliasFileTest, IsNotReadThroughALinkThatLeadsOut) {
     EXPECT_EQ(aliasesOfDemo(root.path()), Aliases());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

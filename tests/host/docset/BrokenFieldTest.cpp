@@ -15,7 +15,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using docset::Fault;
@@ -276,5 +276,5 @@ TEST(BrokenFieldTest, AllFaultsOfAFileAreReportedInItsOrder) {
                             Field(&Fault::field, HasSubstr("classPropertyGroups[0].title"))));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

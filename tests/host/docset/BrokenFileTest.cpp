@@ -8,7 +8,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docset::Fault;
 using testing::AllOf;
@@ -156,5 +156,5 @@ TEST(BrokenFileTest, OfAnotherFormatOrVersionIsRefusedAtTheMemberThatSaysSo) {
         }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docset::Fault;
@@ -165,5 +165,5 @@ TEST(BrokenLinkTest, FileNamesThatLeaveTheRootAreRefusedInTheManifest) {
         }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

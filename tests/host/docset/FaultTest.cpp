@@ -3,7 +3,7 @@
 #include "docset/Fault.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docset::Fault;
 
@@ -20,5 +20,5 @@ TEST(FaultTest, IsWrittenWithWhatIsKnownOfIt) {
         "a.json:3:14: title: It is wrong.");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

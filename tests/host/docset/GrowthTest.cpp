@@ -13,7 +13,7 @@
 #include "support/Growth.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 // A text for each number below `size`, with commas between.
 std::string listed(std::size_t size, std::string (*element)(const std::string& number)) {
@@ -162,5 +162,5 @@ TEST_P(SetGrowthTest, ReadingIsLinear) {
 
 INSTANTIATE_TEST_SUITE_P(Sets, SetGrowthTest, rows, [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -6,7 +6,7 @@
 #include "fl/i18n/utf.hpp"
 
 namespace reference::docset {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(HrefsTest, APageIsBelowItsHelpFolder) {
     for (const char16_t* href : {u"a.html", u"ref/a.html#b", u"ref/./a.html", u"ref/../a.html",
@@ -33,5 +33,5 @@ TEST(HrefsTest, ATargetMayBeOfAnotherProductOrOfTheWeb) {
     EXPECT_NE(whyNotATarget(u"../a.html", u""), std::nullopt);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::docset

@@ -15,7 +15,7 @@
 #include "support/Items.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using namespace property;
@@ -135,5 +135,5 @@ TEST(ItemJsonTest, AnItemsHrefIsNotAmongItsMembers) {
     EXPECT_FALSE(toJson(makeFullItem(u"ref/a.html"), JsonForm::Complete).contains("href"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

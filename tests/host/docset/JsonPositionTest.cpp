@@ -10,7 +10,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docset::findJsonValues;
 using docset::JsonStep;
@@ -173,5 +173,5 @@ TEST(JsonPositionTest, CountsLinesAndBytesFromOne) {
     EXPECT_EQ(lines.positionOf(0).line, 1U) << "an offset before the last one";
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -10,7 +10,7 @@
 #include "docset/JsonText.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 
@@ -98,5 +98,5 @@ TEST(JsonTextTest, KeepsMembersInTheirOrder) {
               "{\n  \"z\": 1,\n  \"a\": 2,\n  \"m\": 3\n}");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

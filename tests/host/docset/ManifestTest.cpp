@@ -8,7 +8,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docset::Fault;
 using docset::Manifest;
@@ -212,5 +212,5 @@ TEST(ManifestTest, AHandlerThatThrowsEndsTheReading) {
     EXPECT_EQ(calls, 1);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

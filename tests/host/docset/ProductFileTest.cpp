@@ -14,7 +14,7 @@
 #include "support/Items.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace property;
 using docset::Fault;
@@ -216,5 +216,5 @@ TEST(ProductFileTest, NamesThatLeaveTheRootAreNotOpened) {
     EXPECT_EQ(faults.all().size(), 1U);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

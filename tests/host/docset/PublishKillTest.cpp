@@ -19,7 +19,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docset::publishProduct;
@@ -210,5 +210,5 @@ TEST(PublishConcurrencyTest, AReaderNeverSeesASetInTheMaking) {
     EXPECT_EQ(readProduct(root.path(), u"demo"), makeProduct(u"demo", u"29", 20));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -14,7 +14,7 @@
 #include "support/Items.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using namespace property;
@@ -230,5 +230,5 @@ TEST_F(PublishLinkTest, AProductThatNoReaderCouldReadIsRefused) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -13,7 +13,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docset::PublishError;
@@ -308,5 +308,5 @@ TEST(PublishTest, RefusesALocaleThatIsNoFolderName) {
     EXPECT_TRUE(fs::is_empty(root.path()));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

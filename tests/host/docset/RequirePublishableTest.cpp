@@ -8,7 +8,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docset::publishProduct;
@@ -65,5 +65,5 @@ TEST(RequirePublishableTest, RefusesWhatPublishingRefusesInTheSameWords) {
     EXPECT_FALSE(fs::exists(folder.path() / "new"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

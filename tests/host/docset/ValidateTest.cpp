@@ -9,7 +9,7 @@
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docset::Fault;
 using docset::validate;
@@ -167,5 +167,5 @@ TEST(ValidateTest, AReferenceFileOfTwoProductsIsReadOnce) {
     EXPECT_EQ(report.items, 2U);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -24,7 +24,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using files::Descriptor;
@@ -253,5 +253,5 @@ TEST(ContainmentFallbackTest, WorksWhereTheSystemCallIsMissingOrForbidden) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -10,7 +10,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using files::Folder;
@@ -181,5 +181,5 @@ TEST(FolderTest, ToldErrorsAreTheSystems) {
               std::errc::not_a_directory);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

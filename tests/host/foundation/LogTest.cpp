@@ -14,7 +14,7 @@
 #include "support/Capture.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace foundation::log;
 using settings::in_veltra::logSetting;
@@ -268,5 +268,5 @@ TEST(LogConcurrencyTest, SinkAndLevelsMayChangeWhileOthersLog) {
     EXPECT_EQ(heard, 600);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "property/RefEntityType.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace property;
 
@@ -138,5 +138,5 @@ TEST(EnumerationNamesTest, ClassesAreShownUnderOneHostPackage) {
     EXPECT_STREQ(RefEntityType::getZORBPackageName(), DeprecationStatus::getZORBPackageName());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "zorb/ClassDescription.hpp"
 
 namespace reference::property {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::members;
 using zorb::COSClass;
@@ -129,5 +129,5 @@ TEST(PropertyHostClassesTest, EverythingIsExplainedAndReadOnly) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::property

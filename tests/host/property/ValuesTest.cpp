@@ -22,7 +22,7 @@
 #include "support/Items.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace property;
 using testing::ElementsAre;
@@ -280,5 +280,5 @@ TEST(ValuesTest, CopiesOfInputsOutputsAndPropertiesKeepTheirKind) {
     EXPECT_EQ(property, ClassProperty(longText, u"", u"", {}));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -9,7 +9,7 @@
 #include "support/HostValues.hpp"
 
 namespace reference::utils {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -89,5 +89,5 @@ TEST(CopyVqArrayToSharedVqArrayPtrTest, EqualsTheGivenOneAndSharesItsElements) {
     EXPECT_EQ(copy->getIf<vqArray::Strings>(), texts->getIf<vqArray::Strings>());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::utils

@@ -10,7 +10,7 @@
 #include "refutils/matchUnqualifiedString.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using utils::matchUnqualifiedString;
 
@@ -92,5 +92,5 @@ TEST(MatchUnqualifiedStringTest, ComparesNamesAsReadersWriteThem) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

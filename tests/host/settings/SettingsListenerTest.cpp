@@ -17,7 +17,7 @@
 #include "support/Capture.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using foundation::msg_svc::eventmgr::Connection;
 using settings::core::Settings;
@@ -172,5 +172,5 @@ TEST(SettingsConcurrencyTest, NoChangeIsLostWhenSeveralThreadsMakeThem) {
     EXPECT_EQ(told, 3 * rounds);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "settings/in_veltra/settingsRoot.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using settings::core::Settings;
 using settings::core::SettingsException;
@@ -180,5 +180,5 @@ TEST(SettingsConcurrencyTest, ContextsGetOneRootEachWhoeverAsksFirst) {
     EXPECT_THAT(seen, testing::Each(getSettingsRoot(context)));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -5,7 +5,7 @@
 #include "vq/CellArray.hpp"
 #include "vq/matrix.hpp"
 
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using reference::tests::outcomeOf;
 
@@ -68,4 +68,4 @@ TEST(CellArrayTest, DoesNotWriteToWhatIsConst) {
     EXPECT_EQ(outcomeOf([&] { cells.write(0, nullptr); }), notWritable);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE

@@ -12,7 +12,7 @@
 #include "vq/matrix.hpp"
 #include "vq/vqArray.hpp"
 
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using reference::property::DeprecationStatus;
 using reference::property::RefEntityType;
@@ -154,4 +154,4 @@ TEST(MatrixTest, DestroyingEndsAnArrayThatHasNoOwner) {
     EXPECT_EQ(LiveCounts(), before);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE

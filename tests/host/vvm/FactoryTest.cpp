@@ -8,7 +8,7 @@
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace foundation::msg_svc::eventmgr;
 using vvm::Factory;
@@ -54,5 +54,5 @@ TEST_F(FactoryTest, EachMachineHasOneEventManagerWhichMayOutliveIt) {
     EXPECT_EQ(heard, 1);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

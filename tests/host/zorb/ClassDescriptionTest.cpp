@@ -12,7 +12,7 @@
 #include "support/HostValues.hpp"
 #include "zorb/ClassDescription.hpp"
 
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using reference::property::RefEntityType;
 using reference::tests::construct;
@@ -206,4 +206,4 @@ TEST_F(ClassDescriptionTest, NothingIsLeftBehind) {
     EXPECT_EQ(LiveCounts(), before);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE

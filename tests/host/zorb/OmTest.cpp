@@ -11,7 +11,7 @@
 #include "zorb/ClassDescription.hpp"
 #include "zorb/om.hpp"
 
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using reference::property::DeprecationStatus;
 using reference::property::HeaderInfo;
@@ -218,4 +218,4 @@ TEST(ClientTest, ThePublicOneIsOne) {
     EXPECT_EQ(COSGetPublicClient(), COSGetPublicClient());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE

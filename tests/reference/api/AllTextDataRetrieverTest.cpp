@@ -9,7 +9,7 @@
 #include "support/Print.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::AllTextDataRetriever;
 using api::ReferenceRequest;
@@ -107,5 +107,5 @@ TEST_F(AllTextDataRetrieverTest, SameItemOfTwoProductsIsReturnedTwice) {
                 ElementsAre("a:f[function]@f.html", "b:f[function]@f.html"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

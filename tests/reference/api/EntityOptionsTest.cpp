@@ -6,7 +6,7 @@
 #include "reference/api/ReferenceRequest.hpp"
 
 namespace reference::api {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(EntityCaseSensitivityTest, HasFixedNumbersAndTexts) {
     EXPECT_EQ(EntityCaseSensitivity::Sensitive, 0u);
@@ -48,5 +48,5 @@ TEST(EntityOptionsTest, HaveTheirClassNames) {
     EXPECT_STREQ(ReferenceData::getZORBClassName(), "ReferenceData");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api

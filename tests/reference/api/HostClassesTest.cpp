@@ -11,7 +11,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::api {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::ElementsAre;
@@ -119,5 +119,5 @@ TEST_F(ScriptedSearchTest, FindingNothingIsAnEmptyArrayOfObjects) {
     EXPECT_EQ(*results, *matrix::createObjectRow({}));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api

@@ -24,7 +24,7 @@
 #include "support/Print.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceData;
 using api::ReferenceRequest;
@@ -152,5 +152,5 @@ TEST_F(LookupModelTest, RetrieversOrderAsTheModelDoesByAnyComparator) {
         EXPECT_TRUE(reordered[name] > 0 || name == "IndexOrderComparator") << name;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -23,7 +23,7 @@
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceData;
 using api::ReferenceRequest;
@@ -220,5 +220,5 @@ TEST_F(MemoryShortageTest, AChangeOfTheLanguageSurvivesIt) {
     setting->setValue(before);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

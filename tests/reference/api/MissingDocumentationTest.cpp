@@ -16,7 +16,7 @@
 #include "support/Print.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::AllTextDataRetriever;
 using api::ReferenceDataRetriever;
@@ -147,5 +147,5 @@ TEST_F(MissingDocumentationTest, ANameWithoutAPageIsNoHit) {
     EXPECT_THAT(asked(u"e.sort_cells product:e"), IsEmpty());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -10,7 +10,7 @@
 #include "support/Print.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
@@ -170,5 +170,5 @@ TEST_F(PropertyExpansionTest, PropertiesOfOneSearchDoNotShowInTheNext) {
     EXPECT_THAT(dump(retriever.getReferenceData()), ElementsAre("p:B.y[property]@b.html#y"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

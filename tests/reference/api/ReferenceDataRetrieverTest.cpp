@@ -16,7 +16,7 @@
 #include "support/Print.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
@@ -288,5 +288,5 @@ TEST(ReferenceDataRetrieverNamesTest, HasItsHostNames) {
     EXPECT_STREQ(ReferenceDataRetriever::getZORBPackageName(), "veltra.internal.reference.api");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -8,7 +8,7 @@
 #include "support/Items.hpp"
 
 namespace reference::api {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::HeaderInfo;
 using property::RefItem;
@@ -62,5 +62,5 @@ TEST(ReferenceDataTest, MovedFromObjectIsDestroyedAndAssignedCleanly) {
     EXPECT_EQ(other.getHeaderInfo(), makeHeader());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api

@@ -8,7 +8,7 @@
 #include "reference/api/ReferenceRequest.hpp"
 
 namespace reference::api {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::ElementsAre;
@@ -145,5 +145,5 @@ TEST(ReferenceRequestTest, SelfAssignmentKeepsEverything) {
     EXPECT_TRUE(request.getRefRequestComparator());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api

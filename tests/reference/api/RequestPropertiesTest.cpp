@@ -18,7 +18,7 @@
 #include "support/Print.hpp"
 
 namespace reference::api {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using comparator::IndexOrderComparator;
 using comparator::ProductMatchComparator;
@@ -395,5 +395,5 @@ TEST_F(RetrieverPropertyTest, MovingARetrieverMovesTheShownRequest) {
     EXPECT_EQ(tests::LiveCounts(), before);  // what the target showed is gone
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api

@@ -11,7 +11,7 @@
 #include "support/LiveAllocations.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
@@ -61,5 +61,5 @@ TEST_F(SearchAllocationTest, AResultAllocatesNothingOfItsOwn) {
     EXPECT_LE(allocationsOf([&] { return retriever.getReferenceData(); }), 8);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -22,7 +22,7 @@
 #include "support/Print.hpp"
 
 namespace reference::api {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::FunctionType;
 using property::RefEntityType;
@@ -371,5 +371,5 @@ TEST_F(SettersTest, LeaveNothingBehind) {
     EXPECT_EQ(tests::LiveCounts(), before);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api

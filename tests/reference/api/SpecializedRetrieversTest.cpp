@@ -14,7 +14,7 @@
 #include "support/Print.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ClassEntityDataRetriever;
 using api::EntityPurposeDataRetriever;
@@ -175,5 +175,5 @@ TEST(SpecializedRetrieverNamesTest, HaveTheirHostNamesInTheBasesPackage) {
     EXPECT_STREQ(PageNameDataRetriever::getZORBPackageName(), "veltra.internal.reference.api");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

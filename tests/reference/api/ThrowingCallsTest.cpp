@@ -32,7 +32,7 @@
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceData;
 using api::ReferenceDataRetriever;
@@ -389,5 +389,5 @@ TEST_F(ComparatorTest, OneThatIsNoOrderStillGetsEachResultOnce) {
                 << row.name << ", round " << round;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -16,7 +16,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using cache_manager::ReferenceCacheManager;
 using docparser::DocResourceParser;
@@ -193,5 +193,5 @@ TEST_F(AliasTest, AreNotWhatIsCalledOnAResult) {
     EXPECT_EQ(first(u"x().fr().group()"), "frames.Table.group [without-package]");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -20,7 +20,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::AskOptions;
 using cache_manager::ReferenceCacheManager;
@@ -201,5 +201,5 @@ TEST_F(AskPropertiesTest, HostileQuestionsAreAnsweredOrRefused) {
         EXPECT_NO_FATAL_FAILURE(static_cast<void>(hitsFor(question, {})));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

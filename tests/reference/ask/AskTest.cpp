@@ -14,7 +14,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::AskOptions;
 using cache_manager::ReferenceCacheManager;
@@ -451,5 +451,5 @@ TEST_F(AskTest, ADocumentationOfNothingAnswersNothing) {
     EXPECT_EQ(answer.total, 0U);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

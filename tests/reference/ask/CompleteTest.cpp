@@ -13,7 +13,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::CompleteOptions;
 using property::RefEntityType;
@@ -278,5 +278,5 @@ TEST_F(CompleteTest, ReachesEachNameFromEachBeginning) {
         }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -9,7 +9,7 @@
 #include "reference/ask/keyLists.hpp"
 
 namespace reference::ask {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using Numbers = std::vector<std::uint32_t>;
 using ::testing::ElementsAre;
@@ -87,5 +87,5 @@ TEST(KeyListsTest, HoldsSaysWhatIsInAList) {
     EXPECT_FALSE(holds({}, 0));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::ask

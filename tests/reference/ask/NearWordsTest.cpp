@@ -12,7 +12,7 @@
 #include "reference/ask/nearWords.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::nearWords;
 using ask::slipsBetween;
@@ -108,5 +108,5 @@ TEST(NearWordsTest, ShortWordsHaveNoSlips) {
     EXPECT_EQ(ask::admittedSlips(8), 2U);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -15,7 +15,7 @@
 #include "reference/ask/Rung.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::Place;
 using ask::Question;
@@ -250,5 +250,5 @@ TEST(QuestionTermTest, KnowsItsPlaceInWhatWasTyped) {
     EXPECT_EQ(question.terms()[1].length, 7U);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -14,7 +14,7 @@
 #include "reference/ask/thesaurusTexts.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ask::meaningsOf;
 using ::testing::Contains;
@@ -99,5 +99,5 @@ TEST(ThesaurusTest, LinesAreWords) {
     EXPECT_GT(lines, 1000);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -10,7 +10,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 struct Outcome {
     int status = 0;
@@ -58,5 +58,5 @@ TEST(ExitTest, TheLibraryMayBeUnloadedAndLoadedAgain) {
     EXPECT_EQ(outcome.status, 0) << outcome.output;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

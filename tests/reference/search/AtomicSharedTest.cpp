@@ -8,7 +8,7 @@
 #include "reference/search/AtomicShared.hpp"
 
 namespace reference::search {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using Shared = AtomicShared<const int>;
 
@@ -57,5 +57,5 @@ TEST(AtomicSharedTest, NoChangeIsLostWhereSeveralThreadsMakeThem) {
     EXPECT_EQ(*shared.load(), 3 * each);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::search

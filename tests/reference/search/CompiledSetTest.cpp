@@ -29,7 +29,7 @@
 #include "support/WholeFiles.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using api::EntityCaseSensitivity;
@@ -328,5 +328,5 @@ TEST_F(CompiledSetTest, MapsAreMadeWhenSomebodyAsksForThem) {
     EXPECT_EQ(pages->at(u"alpha")->getItems(), sample.pages);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -18,7 +18,7 @@
 #include "support/LookupWalk.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
@@ -156,5 +156,5 @@ TEST_F(IndexAgreesWithWalkTest, OverAllNamesOfAFewLettersAndEveryOption) {
             }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -13,7 +13,7 @@
 #include "support/Generator.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using docimage::Lexicon;
 using search::JoinedLexicon;
@@ -138,5 +138,5 @@ TEST(JoinedLexiconTest, TellsWhichLexiconsHaveWordsForAllPartsAndHowManyTextsHav
             ASSERT_EQ(answer(joined, c.text), c.expected) << "round " << round;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -9,7 +9,7 @@
 #include "reference/search/NumberSet.hpp"
 
 namespace reference::search {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using Numbers = std::vector<std::uint32_t>;
 using ::testing::ElementsAre;
@@ -72,5 +72,5 @@ TEST(NumberSetTest, AllNumbersBeginAtZero) {
     EXPECT_THAT(allNumbers(3), ElementsAre(0, 1, 2));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::search

@@ -7,7 +7,7 @@
 #include "reference/search/ReferenceRequestExt.hpp"
 
 namespace reference::search {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 
@@ -92,5 +92,5 @@ TEST(ReferenceRequestExtTest, ThePartFormIsWithoutHalvesOfPairsAtItsEnds) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::search

@@ -15,7 +15,7 @@
 #include "support/MemorySource.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace search;
 using property::RefEntityType;
@@ -197,5 +197,5 @@ TEST(ProductPagesTest, AnItemThatIsNotThereIsDamage) {
     EXPECT_THROW(static_cast<void>(pages.expansion(1)), docimage::DamagedImage);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

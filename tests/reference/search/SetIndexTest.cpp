@@ -22,7 +22,7 @@
 #include "support/WholeFiles.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using api::ReferenceRequest;
@@ -319,5 +319,5 @@ TEST_F(SetIndexTest, HasTheNameOfNoLocale) {
     EXPECT_TRUE(fs::exists(index("documentation-set")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

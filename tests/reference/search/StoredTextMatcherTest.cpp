@@ -8,7 +8,7 @@
 #include "reference/search/StoredTextMatcher.hpp"
 
 namespace reference::search {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 struct Case {
     const char* name;
@@ -60,5 +60,5 @@ TEST(StoredTextMatcherTest, AnswersAsTheRequestDoesForTheText) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::search

@@ -13,7 +13,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 
@@ -49,5 +49,5 @@ TEST_F(TextGrowthTest, InAllTextsItIsLinear) {
     EXPECT_TRUE(searchesInLinearTime<api::AllTextDataRetriever>(u"\u00E9-"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "reference/search/TextQuery.hpp"
 
 namespace reference::search {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -97,5 +97,5 @@ TEST_F(TextQueryLexiconTest, TextsHaveAllParts) {
     EXPECT_THAT(texts(u"nothing"), IsEmpty());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::search

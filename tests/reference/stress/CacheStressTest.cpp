@@ -34,7 +34,7 @@
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
@@ -288,5 +288,5 @@ TEST_F(CacheStressConcurrencyTest, AnswersEventsAndMemoryAreRightUnderEverything
     EXPECT_EQ(after.bytes, before.bytes);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

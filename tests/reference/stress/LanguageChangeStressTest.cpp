@@ -24,7 +24,7 @@
 #include "support/Threads.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using cache_manager::ProductMatchData;
 using cache_manager::ReferenceCacheManager;
@@ -176,5 +176,5 @@ TEST_F(LanguageChangeConcurrencyTest, EveryAnswerIsTheWalksInOneOfThem) {
     EXPECT_EQ(wrongAnswers(), 0);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -19,7 +19,7 @@
 #include "support/Print.hpp"
 
 namespace reference::utils {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace api::comparator;
 using api::ReferenceData;
@@ -116,5 +116,5 @@ TEST(GetComparatorFromVqTest, NamesTheClassOfWhatIsNoComparator) {
     EXPECT_THAT(argumentsFor(nullptr), ElementsAre("null"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::utils

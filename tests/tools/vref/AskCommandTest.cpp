@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -122,5 +122,5 @@ TEST(AskCommandTest, ASessionForPeopleTakesQuestions) {
     EXPECT_THAT(folder.read("messages"), HasSubstr("\"clas\" is no value"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -6,7 +6,7 @@
 #include "vref/ExitStatus.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(CommandLineTextTest, FindsTheNameInPastedCode) {
     const struct {
@@ -61,5 +61,5 @@ TEST(CommandLineTextTest, RefusesWhatIsNotUtf8) {
     EXPECT_THROW(static_cast<void>(fromCommandLine("\xFF")), UnusableError);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

@@ -9,7 +9,7 @@
 #include "RunningTool.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -52,5 +52,5 @@ TEST(CompleteCommandTest, WithoutABeginningTheFirstPartsOfAllNamesAreListed) {
     EXPECT_THAT(run.output, HasSubstr("Table\tclass\t"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

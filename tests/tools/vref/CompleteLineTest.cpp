@@ -8,7 +8,7 @@
 #include "RunningTool.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::AllOf;
 using testing::Contains;
@@ -157,5 +157,5 @@ TEST(CompleteLineTest, SaysNothingOfWhatIsWrong) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

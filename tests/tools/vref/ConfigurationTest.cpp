@@ -18,7 +18,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using property::RefEntityType;
@@ -271,5 +271,5 @@ TEST_F(ConfigurationTest, ATextForPeopleHasTheSame) {
     EXPECT_THAT(text, HasSubstr("\n\nThe file is " + file() + ".\n"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

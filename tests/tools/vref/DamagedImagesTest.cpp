@@ -12,7 +12,7 @@
 #include "support/WholeFiles.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using property::RefEntityType;
@@ -59,5 +59,5 @@ TEST(DamagedImagesTest, EveryCommandAnswersFromTheFiles) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

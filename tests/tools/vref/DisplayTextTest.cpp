@@ -8,7 +8,7 @@
 #include "vref/DisplayText.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -55,5 +55,5 @@ TEST(DisplayTextTest, ControlsDoNotReachATerminal) {
     EXPECT_EQ(withoutControls("Größe 表"), "Größe 表");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

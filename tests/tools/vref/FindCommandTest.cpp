@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::ElementsAre;
@@ -255,5 +255,5 @@ TEST(FindCommandTest, BrokenFilesAreReportedAndLeaveOtherProductsUsable) {
     EXPECT_THAT(unreadable.messages, HasSubstr("could not be read"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

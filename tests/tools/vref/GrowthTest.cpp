@@ -14,7 +14,7 @@
 #include "vref/LineReader.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::growsLinearly;
 
@@ -61,5 +61,5 @@ TEST(LineGrowthTest, ReadingLinesIsLinear) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

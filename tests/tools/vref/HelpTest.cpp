@@ -9,7 +9,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -91,5 +91,5 @@ TEST(HelpTest, WhatCanBeImportedIsToldWhereSomethingElseIsNamed) {
     EXPECT_THAT(address.messages, Not(HasSubstr("no importer")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

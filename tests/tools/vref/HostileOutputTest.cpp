@@ -18,7 +18,7 @@
 #include "vref/Terminal.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace property;
 
@@ -215,5 +215,5 @@ TEST_F(HostileOutputTest, AnImportTellsOfItHarmlessly) {
         {"import", "sphinx", typed, "--into", root().path().string(), "--product", "gadgets"});
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

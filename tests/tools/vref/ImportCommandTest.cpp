@@ -10,7 +10,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::HasSubstr;
 
@@ -126,5 +126,5 @@ TEST_F(ImportCommandTest, FilesUnderTheLocaleThatIsNamed) {
     EXPECT_THAT(runTool({"products", "--doc-root", root()}).output, HasSubstr("ja_JP"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

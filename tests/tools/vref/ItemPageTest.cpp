@@ -8,7 +8,7 @@
 #include "vref/ItemPage.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 std::string page(const api::ReferenceData& result, std::size_t width = 60,
                  const std::vector<MemberGroup>& members = {}) {
@@ -190,5 +190,5 @@ TEST(ItemPageTest, TextOfAListsItemStandsUnderItself) {
         << text;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

@@ -14,7 +14,7 @@
 #include "vref/LanguageChoice.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::HasSubstr;
 using tests::ProductBuilder;
@@ -118,5 +118,5 @@ TEST_F(LocaleTest, IsNoWayOutForALanguageThatIsNamed) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

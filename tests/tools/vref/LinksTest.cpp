@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -117,5 +117,5 @@ TEST_F(LinksTest, AreNotWhatDocumentationSays) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

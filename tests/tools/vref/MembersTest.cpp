@@ -12,7 +12,7 @@
 #include "vref/Members.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::ElementsAre;
@@ -96,5 +96,5 @@ TEST_F(MembersTest, SayWhetherTheyAreStillToBeUsed) {
     EXPECT_EQ(groups[0].members.at(0).status, property::DeprecationStatus::Deprecated);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

@@ -6,7 +6,7 @@
 #include "vref/Nearest.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(NearestTest, IsTheWordWithTheFewestSlips) {
     const std::vector<std::string> words = {"find", "show", "products", "import", "watch", "warm"};
@@ -38,5 +38,5 @@ TEST(NearestTest, IsTheWordWithTheFewestSlips) {
     EXPECT_FALSE(nearest("find", {}));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

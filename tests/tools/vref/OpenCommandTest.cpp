@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
@@ -131,5 +131,5 @@ TEST_F(OpenCommandTest, ShowTellsThePlaceOfAPageThatExists) {
     EXPECT_THAT(runTool({"show", "Table"}).output, Not(HasSubstr("file:")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

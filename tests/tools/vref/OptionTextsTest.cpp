@@ -11,7 +11,7 @@
 #include "vref/OptionTexts.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -118,5 +118,5 @@ TEST(OptionTextsTest, ALimitIsAWholeNumber) {
                 HasSubstr("--limit: \"-3\" is no number of entries"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -13,7 +13,7 @@
 #include "vref/Ordering.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityCaseSensitivity;
 
@@ -83,5 +83,5 @@ TEST(OrderingTest, ExplainsAChainWhoseKeysDoNotTellAllThatItDecides) {
     EXPECT_EQ(explain(always), "before the next by part");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

@@ -9,7 +9,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::HasSubstr;
@@ -176,5 +176,5 @@ TEST(PipeTest, OutputToAPipeHasNoColour) {
     EXPECT_THAT(runTool({"find", "filter"}).output, Not(HasSubstr("\033")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

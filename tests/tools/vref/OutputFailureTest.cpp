@@ -21,7 +21,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -269,5 +269,5 @@ TEST_F(SessionWithoutReaderTest, AnswersToItsEndWhenItsInputEndsFirst) {
     EXPECT_EQ(run.end(), 0);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

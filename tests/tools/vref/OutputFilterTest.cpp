@@ -6,7 +6,7 @@
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 std::string filtered(const std::string& bytes) {
     OutputFilter filter;
@@ -82,5 +82,5 @@ TEST(OutputFilterTest, HoldsBackNothingThatIsComplete) {
     EXPECT_EQ(filter.pass("\u6E2C"), "\u6E2C");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

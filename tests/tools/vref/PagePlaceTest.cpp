@@ -7,7 +7,7 @@
 #include "vref/PagePlace.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 
@@ -92,5 +92,5 @@ TEST_F(PagePlaceTest, TheFolderMayBeALink) {
     EXPECT_EQ(place->file, tree() / "a.html");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

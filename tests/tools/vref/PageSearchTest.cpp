@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::ElementsAre;
@@ -94,5 +94,5 @@ TEST_F(PageSearchTest, WhatTheLibraryFindsIsFoundStill) {
                 ElementsAre("os.chdir", "os.environ", "os.getcwd"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -13,7 +13,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::EndsWith;
 using ::testing::HasSubstr;
@@ -152,5 +152,5 @@ TEST(PagerTest, IsLessWhereNobodyNamesOne) {
               "this is less\n");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -6,7 +6,7 @@
 #include "vref/ProgressBar.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(ProgressBarTest, ElsewhereThanOnATerminalWritesALineEachTenth) {
     std::ostringstream out;
@@ -44,5 +44,5 @@ TEST(ProgressBarTest, WithoutWorkSaysNothing) {
     EXPECT_EQ(out.str(), "");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

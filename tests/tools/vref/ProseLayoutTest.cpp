@@ -8,7 +8,7 @@
 #include "vref/ProseLayout.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -105,5 +105,5 @@ TEST(ProseLayoutTest, BreaksSyntaxesAfterCommas) {
     EXPECT_THAT(layOutSyntax("f(a)\ng(b)", 30), ElementsAre("f(a)", "g(b)"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

@@ -14,7 +14,7 @@
 #include "vref/RequestPool.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using foundation::core::MutexLock;
 using ::testing::ElementsAre;
@@ -218,5 +218,5 @@ TEST(RequestPoolConcurrencyTest, AtTheEndWhatHasNotBegunIsDropped) {
     EXPECT_THAT(diary.notes(), ElementsAre("began"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

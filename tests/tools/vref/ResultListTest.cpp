@@ -8,7 +8,7 @@
 #include "vref/ResultList.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceData;
 using property::DeprecationStatus;
@@ -78,5 +78,5 @@ TEST(ResultListTest, PagesAreShownWhenWanted) {
               "    ref/round.html\n");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

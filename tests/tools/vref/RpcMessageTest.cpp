@@ -8,7 +8,7 @@
 #include "vref/RpcMessage.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using tools::isRpcLine;
@@ -116,5 +116,5 @@ TEST(RpcMessageTest, ThereIsABoundToDepthAndToLists) {
     EXPECT_EQ(dump(parseRpcLine(listOf(tools::RpcLine::maxBatch + 1))), "-32600 -> null");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -26,7 +26,7 @@
 #include "vref/RpcSession.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using foundation::core::MutexLock;
@@ -314,5 +314,5 @@ TEST_F(RpcSessionConcurrencyTest, EveryRequestHasOneAnswerWhateverIsCancelled) {
     EXPECT_EQ(answered.size(), static_cast<std::size_t>(requests));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

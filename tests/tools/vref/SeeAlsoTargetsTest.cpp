@@ -11,7 +11,7 @@
 #include "vref/SeeAlsoTargets.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using property::SeeAlso;
@@ -75,5 +75,5 @@ TEST(SeeAlsoNameTest, EndsBeforeTheRemark) {
     EXPECT_EQ(nameOf(SeeAlso(u"", u"a - b")), u"a - b");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

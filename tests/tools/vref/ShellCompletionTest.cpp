@@ -10,7 +10,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using testing::HasSubstr;
@@ -113,5 +113,5 @@ TEST_P(ShellCompletionTest, CompletesCommandsAndOptionsWithoutDocumentation) {
     EXPECT_THAT(shell.written(), Not(HasSubstr("/nowhere")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

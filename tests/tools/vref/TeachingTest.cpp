@@ -8,7 +8,7 @@
 #include "RunningTool.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::HasSubstr;
 
@@ -82,5 +82,5 @@ TEST(TeachingTest, AProductThatThereIsNotIsAnsweredWithThoseThereAre) {
     EXPECT_THAT(run.messages, HasSubstr("no product \"a/b\"; installed are: veltra, brisk"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

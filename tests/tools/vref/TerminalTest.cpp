@@ -5,7 +5,7 @@
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(TerminalTest, StylesOnlyWhereThereAreColours) {
     const Terminal colours(true, true, 80);
@@ -34,5 +34,5 @@ TEST(TerminalTest, KnowsItsOwnSequences) {
     EXPECT_EQ(withoutEscapes("plain"), "plain");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tools

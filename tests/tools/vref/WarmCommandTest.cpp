@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::AllOf;
@@ -90,5 +90,5 @@ TEST(WarmCommandTest, WhatCannotBeReadIsToldAndIsStatusOne) {
     EXPECT_THAT(lookups.output, HasSubstr("2 products"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -19,7 +19,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 namespace process = boost::process;
@@ -120,5 +120,5 @@ TEST_F(WatchKillTest, SessionAndFreshProcessesFindTheOldProductOrTheNewOneWhole)
     EXPECT_EQ(session.end(), 0);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -17,7 +17,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using property::RefEntityType;
@@ -167,5 +167,5 @@ TEST_F(WatchRpcSetTest, AProductThatCannotBeReadIsAWarningAndTheOthersAnswer) {
     EXPECT_THAT(textAt(notices[0], "/params/text"), HasSubstr("en_US/tools-1.reference.json:1:2"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

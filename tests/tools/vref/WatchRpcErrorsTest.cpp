@@ -14,7 +14,7 @@
 #include "vref/LineReader.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using ::testing::HasSubstr;
@@ -162,5 +162,5 @@ TEST(WatchRpcErrorsTest, AnyBytesAreAnsweredInJson) {
     EXPECT_EQ(session.end(), 0);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

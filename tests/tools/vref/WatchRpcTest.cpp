@@ -19,7 +19,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using ::testing::ElementsAre;
@@ -252,5 +252,5 @@ TEST(WatchRpcTest, TheEndOfTheInputLeavesNothingUnanswered) {
     EXPECT_THAT(output, HasSubstr("[{\"jsonrpc\":\"2.0\",\"id\":\"last\",\"result\""));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

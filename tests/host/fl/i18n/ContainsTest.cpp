@@ -8,7 +8,7 @@
 #include "support/Growth.hpp"
 
 namespace fl::i18n {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using reference::tests::growsLinearly;
 
@@ -68,5 +68,5 @@ TEST(ContainsTest, IsLinearForUnitsThatRepeat) {
     }));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace fl::i18n

@@ -16,7 +16,7 @@
 #include "fl/i18n/utf.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using fl::i18n::to_lower;
 using fl::i18n::detail::transform;
@@ -203,5 +203,5 @@ TEST(TransformTest, RefusesUnpairedSurrogates) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -8,7 +8,7 @@
 #include "fl/i18n/utf.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using fl::i18n::toUtf16;
 using fl::i18n::toUtf8;
@@ -108,5 +108,5 @@ TEST(UtfTest, WritesAReplacementForEachUnpairedSurrogate) {
     EXPECT_EQ(toUtf8(std::u16string{lead, lead, trail}), replacement + "\xF0\x90\x90\x80");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

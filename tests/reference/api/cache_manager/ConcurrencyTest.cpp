@@ -13,7 +13,7 @@
 #include "support/Threads.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
@@ -111,5 +111,5 @@ TEST_F(ConcurrencyTest, SearchesWithoutClearingAllAnswerAlike) {
     EXPECT_EQ(source().lookupCalls(), 1);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

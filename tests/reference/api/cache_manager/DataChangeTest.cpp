@@ -22,7 +22,7 @@
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
@@ -290,5 +290,5 @@ TEST(DataChangeBeforeStartUpDeathTest, AChangeOfLanguageClearsAndPublishesNothin
     EXPECT_EXIT(inFreshProcess(), testing::ExitedWithCode(0), "");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

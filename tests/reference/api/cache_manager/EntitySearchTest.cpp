@@ -9,7 +9,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::EntityCaseSensitivity;
 using api::EntityPrecision;
@@ -292,5 +292,5 @@ TEST_F(EntitySearchTest, ClassSearchFindsTheClassAndItsMembersOnceInEachProduct)
                 ElementsAre(u"q:Shape.html", u"q:draw.html", u"r:Shape.html", u"r:draw.html"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -20,7 +20,7 @@
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
@@ -190,5 +190,5 @@ TEST_F(MixedCachesTest, OldLookupsAreNotAnsweredWithNewPages) {
         << "what the cache has handed out is never replaced";
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

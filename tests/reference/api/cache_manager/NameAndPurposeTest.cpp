@@ -5,7 +5,7 @@
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 
 namespace reference::cache_manager {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 struct Case {
     const char* name;
@@ -44,5 +44,5 @@ TEST(NameAndPurposeTest, HoldsForPartsOfNameOrPurpose) {
             << c.name;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::cache_manager

@@ -12,7 +12,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using cache_manager::ReferenceCacheManager;
 using property::RefEntityType;
@@ -252,5 +252,5 @@ TEST_F(ReferenceCachesTest, ClassLikeTypesAreClassEnumerationAndInterface) {
             << number;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

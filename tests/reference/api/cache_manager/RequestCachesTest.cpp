@@ -12,7 +12,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
@@ -142,5 +142,5 @@ TEST_F(RequestCachesTest, ARequestWhoseLookupsWereClearedLeavesNothingInTheCache
     EXPECT_THAT(*ReferenceCacheManager::GetResourceCache(), SizeIs(1));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -15,7 +15,7 @@
 #include "support/LibraryTest.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using cache_manager::ReferenceCacheManager;
 using docparser::DocParserException;
@@ -224,5 +224,5 @@ TEST(FreshStartupDeathTest, AFailedStartUpIsNotDone) {
     EXPECT_EXIT(inFreshProcess(), testing::ExitedWithCode(0), "");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -16,7 +16,7 @@
 #include "support/LiveAllocations.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::FunctionType;
 using property::RefEntityType;
@@ -97,5 +97,5 @@ TEST(AllocationTest, ANameIsFoldedOnTheStackUpTo1024Units) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

@@ -18,7 +18,7 @@
 #include "support/Items.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::FunctionType;
 using property::RefEntityType;
@@ -246,5 +246,5 @@ TEST_F(CompoundPropertyTest, MayHoldItsOwnFormerSelf) {
     native.setComparatorsProperty(matrix::createCellRow({}).get());  // lets go of itself
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

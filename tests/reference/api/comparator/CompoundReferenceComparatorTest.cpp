@@ -12,7 +12,7 @@
 #include "vq/matrix.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::ElementsAre;
 
@@ -150,5 +150,5 @@ TEST(CompoundReferenceComparatorTest, ComposesWithItself) {
     EXPECT_FALSE(outer(numbered(u"12"), numbered(u"11")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

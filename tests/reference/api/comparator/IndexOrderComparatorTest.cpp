@@ -10,7 +10,7 @@
 #include "support/Print.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(IndexOrderComparatorTest, SortingWithItLeavesAnyInputUnchanged) {
     std::vector<ReferenceData> results;
@@ -41,5 +41,5 @@ TEST(IndexOrderComparatorTest, HasItsHostNames) {
                  "veltra.internal.reference.api.comparator");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

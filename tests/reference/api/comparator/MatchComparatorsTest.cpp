@@ -11,7 +11,7 @@
 #include "support/Items.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::FunctionType;
 using property::RefEntity;
@@ -169,5 +169,5 @@ TEST(MatchComparatorsTest, TwoOfAKindAreTied) {
     EXPECT_FALSE(comparator(c, b));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

@@ -13,7 +13,7 @@
 #include "support/Items.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::DeprecationStatus;
 using property::FunctionType;
@@ -124,5 +124,5 @@ TEST(PreferredOrderTest, EachKeyGoesByItselfAndNothingGoesBeforeItsEqual) {
     EXPECT_EQ(helpFolderKey(u"a", of(u"b")), 1);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

@@ -17,7 +17,7 @@
 #include "support/Print.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::Generator;
 
@@ -65,5 +65,5 @@ TEST(PreferredOrderComparatorTest, AnswersLikeTheCompoundOfItsFiveComparators) {
     EXPECT_GT(decided, 1000u);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

@@ -7,7 +7,7 @@
 #include "support/Items.hpp"
 
 namespace reference::api::comparator {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using enum EntityCaseSensitivity::Value;
 
@@ -123,5 +123,5 @@ TEST(PageNameMatchComparatorTest, SettersDeriveAgain) {
     EXPECT_TRUE(matches(comparator, u"draw.html"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::api::comparator

@@ -5,7 +5,7 @@
 #include "sphinx/ClassProperties.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::ClassProperty;
 using property::ClassPropertyGroup;
@@ -154,5 +154,5 @@ TEST(ClassPropertiesTest, HaveItemsOfTheirOwnWhereNoClassIsKnown) {
     EXPECT_THAT(itemAt(result, u"cpp.html").getClassPropertyGroups(), IsEmpty());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -7,7 +7,7 @@
 #include "sphinx/DescriptionBody.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::readBody;
 
@@ -137,5 +137,5 @@ TEST(DescriptionBodyTest, CountsVersionBoxesOfTheObjectItselfOnly) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -10,7 +10,7 @@
 #include "sphinx/ExampleAliases.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::BuiltTree;
 using tests::described;
@@ -178,5 +178,5 @@ TEST(ExampleAliasesTest, NoMoreAreKeptThanASetTakes) {
     EXPECT_FALSE(aliases.at(u"n0").contains(u"m0"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

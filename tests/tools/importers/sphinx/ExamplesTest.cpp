@@ -6,7 +6,7 @@
 #include "sphinx/DescriptionBody.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::readBody;
 
@@ -139,5 +139,5 @@ TEST(ExamplesTest, TakePlainTextOnlyUnderTheirHeading) {
     EXPECT_EQ(examplesOf(heading + plain), "[Examples] out\n");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -8,7 +8,7 @@
 #include "sphinx/HtmlDocument.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::BuiltTree;
 using tests::described;
@@ -175,5 +175,5 @@ TEST(FieldListsTest, AreToldFromOtherDefinitionLists) {
     EXPECT_FALSE(isFieldList(document.root().findTag("dl")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -6,7 +6,7 @@
 #include "sphinx/PageReader.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::described;
 
@@ -74,5 +74,5 @@ TEST(FollowingProseTest, TellsVersions) {
     EXPECT_EQ(facts.descriptions.front().introduced, "2");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -16,7 +16,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::growsLinearly;
 using tests::inventoryFile;
@@ -335,5 +335,5 @@ INSTANTIATE_TEST_SUITE_P(
             &emptyPage}),
     [](const auto& row) { return row.param.name; });
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

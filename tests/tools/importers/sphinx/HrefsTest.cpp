@@ -3,7 +3,7 @@
 #include "sphinx/Hrefs.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(HrefsTest, ResolveAgainstThePageTheyStandOn) {
     const struct {
@@ -34,5 +34,5 @@ TEST(HrefsTest, NameTheIndexPageOfTheRoot) {
     EXPECT_EQ(hrefOf("a.html", ""), "a.html");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

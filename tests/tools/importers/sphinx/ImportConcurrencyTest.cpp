@@ -8,7 +8,7 @@
 #include "sphinx/ImportTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::BuiltTree;
 using tests::described;
@@ -69,5 +69,5 @@ TEST(ImportConcurrencyTest, HandsOnWhatProgressThrows) {
     EXPECT_THROW(static_cast<void>(importTree(options)), std::logic_error);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

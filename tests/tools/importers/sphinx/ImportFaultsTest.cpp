@@ -8,7 +8,7 @@
 #include "sphinx/ImportTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::AllOf;
 using testing::ElementsAre;
@@ -138,5 +138,5 @@ TEST(ImportFaultsTest, IncompleteOptionsAreRefused) {
                 ThrowsMessage<ImportError>(HasSubstr("not a folder")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

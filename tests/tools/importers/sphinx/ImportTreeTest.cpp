@@ -5,7 +5,7 @@
 #include "sphinx/ImportTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::DeprecationStatus;
 using property::FunctionType;
@@ -245,5 +245,5 @@ TEST(ImportTreeTest, KeepsTheReplacementsThatTheObjectsOwnDeprecationNames) {
     EXPECT_EQ(itemAt(result, u"m.html#m.f").getDeprecationStatus(), DeprecationStatus::Current);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

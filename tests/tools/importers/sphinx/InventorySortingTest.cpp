@@ -4,7 +4,7 @@
 #include "sphinx/InventorySorting.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -77,5 +77,5 @@ TEST(InventorySortingTest, KeepsWhatIsListedTwiceOnce) {
     EXPECT_THAT(namesOf(sorted), ElementsAre("f", "f"));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -8,7 +8,7 @@
 #include "sphinx/Inventory.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
@@ -133,5 +133,5 @@ TEST(InflateTest, RefusesToInflateBeyondTheLimit) {
                 ThrowsMessage<std::runtime_error>(HasSubstr("more than 9999 bytes")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -5,7 +5,7 @@
 #include "sphinx/Kinds.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::FunctionType;
 using property::RefEntityType;
@@ -189,5 +189,5 @@ TEST(KindsTest, FindTheLongestModuleAtAComponentBoundary) {
     EXPECT_EQ(scopes.moduleOf(object("js:function", "lib.f")), "lib");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

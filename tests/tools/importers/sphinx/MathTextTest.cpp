@@ -5,7 +5,7 @@
 #include "sphinx/MathText.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 TEST(MathTextTest, TurnsTexIntoText) {
     const struct {
@@ -109,5 +109,5 @@ TEST(MathTextTest, IsNotCaughtByDepth) {
     EXPECT_EQ(mathText(scripts), scripts);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

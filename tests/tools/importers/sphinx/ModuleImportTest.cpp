@@ -5,7 +5,7 @@
 #include "sphinx/ImportTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::DeprecationStatus;
 using property::RefEntityType;
@@ -97,5 +97,5 @@ TEST(ModuleImportTest, IsDeprecatedByABoxOfItsOwnSectionOnly) {
               DeprecationStatus::Current);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -7,7 +7,7 @@
 #include "sphinx/ImportTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using property::RefItem;
@@ -131,5 +131,5 @@ TEST(OtherEntitiesTest, WhatIsLeftOutIsCounted) {
                 ElementsAre(Pair("std:doc", 2), Pair("std:label", 1)));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -6,7 +6,7 @@
 #include "BuiltTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using tests::readBody;
 
@@ -77,5 +77,5 @@ TEST(RelatedLinksTest, GiveReadersTheNameAndWhatIsSaidOfIt) {
                                      property::SeeAlso(u"o.html", u"h")));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

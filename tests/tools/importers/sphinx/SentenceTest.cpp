@@ -6,7 +6,7 @@
 #include "sphinx/Sentence.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 std::string firstOf(const std::string& html) {
     HtmlArena arena;
@@ -79,5 +79,5 @@ TEST(SentenceTest, OfNothingIsNothing) {
     EXPECT_EQ(firstSentence(InlineText()), "");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -7,7 +7,7 @@
 #include "sphinx/Signature.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::ElementsAre;
 
@@ -108,5 +108,5 @@ TEST(SignatureTest, TellsDescriptionsOfObjectsFromOtherLists) {
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

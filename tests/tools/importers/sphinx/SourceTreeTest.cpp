@@ -11,7 +11,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::HasSubstr;
 using testing::ThrowsMessage;
@@ -141,5 +141,5 @@ TEST(SourceTreeTest, NeedsAFolder) {
     EXPECT_THROW(SourceTree(folder.path() / "none"), PageError);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -4,7 +4,7 @@
 #include "sphinx/Text.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -61,5 +61,5 @@ TEST(TextTest, GivesTheLastComponent) {
     EXPECT_EQ(lastComponent("c"), "c");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

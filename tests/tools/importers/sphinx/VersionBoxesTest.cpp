@@ -6,7 +6,7 @@
 #include "sphinx/VersionBoxes.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 VersionBox read(const std::string& html) {
     HtmlArena arena;
@@ -105,5 +105,5 @@ TEST(VersionBoxesTest, SpeakOfTheWholeOrOfAPart) {
         EXPECT_EQ(concernsPart(row.text, row.owner), row.isPart) << row.text;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -14,7 +14,7 @@
 #include "zorb/errors.hpp"
 
 namespace foundation::core::except {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::Contains;
 using ::testing::ElementsAre;
@@ -157,5 +157,5 @@ TEST(MessageCatalogTest, HasATextForEveryErrorOfTheObjectSystem) {
         EXPECT_FALSE(text.starts_with("VELTRA:")) << text;
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace foundation::core::except

@@ -10,7 +10,7 @@
 #include "support/Threads.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace foundation::msg_svc::eventmgr;
 
@@ -85,5 +85,5 @@ TEST(EventMgrConcurrencyTest, CallbacksThatEndEachOthersSubscriptionsDoNotWaitFo
     }
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

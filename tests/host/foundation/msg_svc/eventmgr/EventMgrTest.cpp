@@ -15,7 +15,7 @@
 #include "support/Capture.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using namespace foundation::msg_svc::eventmgr;
 using testing::ElementsAre;
@@ -239,5 +239,5 @@ TEST(BaseEventTest, TellsItsTypeAndThatScriptsMayNotReceiveIt) {
     EXPECT_NE(&OtherEvent().getTypeInformation(), &event.getTypeInformation());
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests
