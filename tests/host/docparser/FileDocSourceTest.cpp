@@ -8,7 +8,7 @@
 #include "host/docparser/Roots.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace fs = std::filesystem;
 using docparser::DocParserException;
@@ -18,6 +18,7 @@ using testing::Field;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::Key;
+using testing::SizeIs;
 using testing::StartsWith;
 using testing::ThrowsMessage;
 
@@ -123,6 +124,19 @@ TEST_F(FileDocSourceTest, AFaultyEntryOfTheManifestLeavesOutThatProductAloneAndI
                 ElementsAre(AllOf(HasSubstr(manifestPath), HasSubstr("products[1].installed"))));
 }
 
+TEST_F(FileDocSourceTest, OfManyFaultsOfAManifestTheFirstAreLoggedAndTheOthersCounted) {
+    const LogCapture log("docparser=4");
+    std::string entries;
+    for (int number = 0; number < 30; ++number)
+        entries += "7, ";
+    change(manifestPath, "\"products\": [", "\"products\": [" + entries);
+    auto reader = source();
+    EXPECT_THAT(reader.getResourceLookupFiles().installed, SizeIs(3));
+    ASSERT_THAT(log.texts(), SizeIs(21));
+    EXPECT_THAT(log.texts()[19], HasSubstr("products[19]"));
+    EXPECT_THAT(log.texts()[20], HasSubstr("10 more faults; \"vref validate\" lists them all."));
+}
+
 TEST_F(FileDocSourceTest, ABrokenManifestOfTheRootRaisesAndNamesThePlace) {
     change(manifestPath, "\"formatVersion\": 1", "\"formatVersion\": 9");
     const std::string file = (root.path() / manifestPath).string();
@@ -219,5 +233,5 @@ TEST_F(FileDocSourceTest, ListsProductsWithTheLocaleThatTheyAreReadIn) {
                                      std::pair(std::u16string(u"japanese"), std::string("ja_JP"))));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

@@ -12,7 +12,7 @@
 #include "support/TempFolder.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
@@ -29,16 +29,6 @@ class ImportFailuresTest : public ::testing::Test {
                                               "gadgets", "--into", root()};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return runTool(arguments, environment);
-    }
-    // The variables that make the system fail for a file.
-    static std::vector<std::string> failing(const std::string& file, const std::string& call,
-                                            int error, const std::string& times = {}) {
-        std::vector<std::string> variables = {
-            "LD_PRELOAD=" VELTRA_FAILING_FILES, "VELTRA_FAIL_FILE=" + file,
-            "VELTRA_FAIL_CALL=" + call, "VELTRA_FAIL_ERRNO=" + std::to_string(error)};
-        if (!times.empty())
-            variables.push_back("VELTRA_FAIL_TIMES=" + times);
-        return variables;
     }
     // How many functions the set has, and what one of them says.
     [[nodiscard]] std::size_t published() const {
@@ -179,5 +169,5 @@ TEST_F(ImportFailuresTest, AProductThatCannotBeReadIsReplacedWithoutAQuestion) {
     EXPECT_EQ(published(), 2U);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

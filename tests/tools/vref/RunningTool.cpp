@@ -41,4 +41,14 @@ ToolRun runTool(const std::vector<std::string>& arguments,
             .messages = folder.read("messages")};
 }
 
+std::vector<std::string> failing(const std::string& file, const std::string& call, int error,
+                                 const std::string& times) {
+    std::vector<std::string> variables = {"LD_PRELOAD=" VELTRA_FAILING_FILES,
+                                          "VELTRA_FAIL_FILE=" + file, "VELTRA_FAIL_CALL=" + call,
+                                          "VELTRA_FAIL_ERRNO=" + std::to_string(error)};
+    if (!times.empty())
+        variables.push_back("VELTRA_FAIL_TIMES=" + times);
+    return variables;
+}
+
 }  // namespace reference::tests

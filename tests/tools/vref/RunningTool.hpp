@@ -22,4 +22,9 @@ struct ToolRun {
 [[nodiscard]] ToolRun runTool(const std::vector<std::string>& arguments,
                               const std::vector<std::string>& environment = {});
 
+// Such texts, with which the system fails the tool for the files whose names end in `file`: `call`,
+// "open" or "read", ends with the number `error`, `times` times or, empty, always.
+[[nodiscard]] std::vector<std::string> failing(const std::string& file, const std::string& call,
+                                               int error, const std::string& times = {});
+
 }  // namespace reference::tests

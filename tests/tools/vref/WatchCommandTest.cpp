@@ -1,8 +1,10 @@
 // The session as its clients see it; docs/watch-protocol.md is what they were promised.
 #include <algorithm>
+#include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
@@ -22,14 +24,16 @@
 #include "vref/LineReader.hpp"
 
 namespace reference::tests {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 namespace json = boost::json;
 using property::RefEntityType;
+using ::testing::AllOf;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
+using ::testing::UnorderedElementsAre;
 
 std::string text(const json::object& value, const char* member) {
     const auto* found = value.if_contains(member);
@@ -233,6 +237,14 @@ class WatchedSetTest : public ::testing::Test {
     }
     [[nodiscard]] const TempFolder& root() const noexcept { return m_root; }
 
+    // Makes the session read the product from the files that people write.
+    void emptyImages(const std::string& name) const {
+        for (const auto& entry : std::filesystem::recursive_directory_iterator(root().path()))
+            if (entry.is_regular_file() && entry.path().extension() != ".json" &&
+                entry.path().filename().string().starts_with(name))
+                std::filesystem::resize_file(entry.path(), 0);
+    }
+
   private:
     TempFolder m_root;
 };
@@ -305,6 +317,48 @@ TEST_F(WatchedSetTest, AProductThatCannotBeReadIsAWarningAndTheOthersAnswer) {
     EXPECT_THAT(text(notices[1], "text"), HasSubstr("en_US/tools-1.reference.json:1:2"));
 }
 
+// Until the system reads a file again, each answer says what it misses; then all is there.
+TEST_F(WatchedSetTest, EachAnswerSaysWhatItMissesUntilItCanBeRead) {
+    publish(product(u"other", u"sound"));
+    emptyImages("tools");
+    RunningSession session({"--doc-root", root().path().string()},
+                           failing("tools-1.lookup.json", "read", EIO, "2"));
+    EXPECT_EQ(text(session.read(), "notice"), "warning");
+    EXPECT_EQ(session.read().at("products"), 1);
+    for (int question = 0; question < 2; ++question) {
+        EXPECT_THAT(purposes(session.ask("f")), ElementsAre("sound"));
+        const auto notices = session.notices();
+        ASSERT_EQ(notices.size(), 1U) << question;
+        EXPECT_EQ(text(notices[0], "notice"), "warning");
+        EXPECT_THAT(text(notices[0], "text"),
+                    AllOf(HasSubstr("left out: "), HasSubstr("tools-1.lookup.json")));
+    }
+    const auto notice = session.read();
+    EXPECT_EQ(text(notice, "notice"), "reloaded");
+    EXPECT_EQ(text(notice, "why"), "documentation");
+    EXPECT_EQ(notice.at("products"), 2);
+    EXPECT_THAT(purposes(session.ask("f")), UnorderedElementsAre("first", "sound"));
+    EXPECT_THAT(session.notices(), IsEmpty());
+}
+
+// What is loaded goes only when what is to replace it can be had.
+TEST_F(WatchedSetTest, WhatCannotBeReadTakesTheWordsOfACommandBack) {
+    docset::publishProduct(root().path(), "ja_JP", product(u"tools", u"最初"));
+    RunningSession session({"--doc-root", root().path().string(), "--language", "en"});
+    EXPECT_THAT(purposes(session.ask("f")), ElementsAre("first"));
+    const std::string manifest = root().read("documentation-set.json");
+    root().write("documentation-set.json", manifest.substr(0, manifest.size() / 2));
+    for (const char* command : {":reload", ":language ja"}) {
+        EXPECT_THAT(error(session.ask(command)), HasSubstr("documentation-set.json:")) << command;
+        EXPECT_THAT(purposes(session.ask("f")), ElementsAre("first")) << command;
+    }
+    for (const auto& notice : session.notices())
+        EXPECT_NE(text(notice, "notice"), "reloaded");
+    root().write("documentation-set.json", manifest);
+    EXPECT_TRUE(session.ask(":language ja").contains("done"));
+    EXPECT_THAT(purposes(session.ask("f")), ElementsAre("最初"));
+}
+
 TEST(WatchCommandForPersonTest, EndsEachAnswerWithAnEmptyLineAndKeepsMessagesApart) {
     const TempFolder folder;
     folder.write("input", "--exact filter --limit 1\n--exact TABLE\n:language ja\n--bogus\n");
@@ -331,5 +385,5 @@ TEST(WatchCommandForPersonTest, WithoutDocumentationThereIsNoSession) {
     EXPECT_THAT(run.messages, HasSubstr("There is no usable documentation set."));
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

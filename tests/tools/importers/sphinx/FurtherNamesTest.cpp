@@ -1,14 +1,18 @@
 // Aliases: names under which a thing is found besides its own.
+#include <cstddef>
+#include <string>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "BuiltTree.hpp"
 #include "docset/publish.hpp"
 #include "docset/validate.hpp"
+#include "fl/i18n/utf.hpp"
 #include "sphinx/ImportTree.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using testing::ElementsAre;
@@ -98,6 +102,23 @@ TEST(FurtherNamesTest, OfSeveralThingsLeadToEach) {
     EXPECT_THAT(entities.at(u"--help"), SizeIs(2));
 }
 
+// A class with thousands of further names would give each of its members as many.
+TEST(FurtherNamesTest, OfAClassTheFirstTwentyAreThoseOfItsMembersToo) {
+    BuiltTree tree;
+    addBox(tree);
+    for (int number = 10; number < 40; ++number)
+        tree.object("pkg.n" + std::to_string(number) + ".Box", "py:class", "api.html#pkg.Box", -1);
+    const auto entities = tree.import().documentation.entities;
+    std::size_t ofMember = 0;
+    for (int number = 10; number < 40; ++number) {
+        const std::u16string name = fl::i18n::toUtf16("pkg.n" + std::to_string(number) + ".Box");
+        EXPECT_TRUE(entities.contains(name)) << number;
+        ofMember += entities.count(name + u".open");
+    }
+    ofMember += entities.count(u"pkg.impl.Box.open");
+    EXPECT_EQ(ofMember, 20U);
+}
+
 TEST(FurtherNamesTest, AreTheSpellingThatAPageShows) {
     BuiltTree tree;
     tree.object("command:fetch_all", "cmake:command", "m.html#$")
@@ -108,5 +129,5 @@ TEST(FurtherNamesTest, AreTheSpellingThatAPageShows) {
     EXPECT_EQ(recordOf(result, u"fetch_all").getPurpose(), u"Fetches.");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -7,7 +7,7 @@
 #include "sphinx/InlineText.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 std::string repeated(std::string_view text, int times) {
     std::string result;
@@ -70,6 +70,17 @@ TEST(HtmlDocumentTest, AcceptsAnHonestDepthAndLongPages) {
     EXPECT_NO_THROW(HtmlDocument(arena, unclosed));
 }
 
+TEST(HtmlDocumentTest, AnElementHasSoManyAttributes) {
+    std::string attributes;
+    for (int each = 0; each < HtmlDocument::maxAttributes; ++each)
+        attributes += " a" + std::to_string(each) + "=1";
+    HtmlArena arena;
+    const std::string most = "<p" + attributes + ">x</p>";
+    EXPECT_EQ(inlineText(HtmlDocument(arena, most).root()), "x");
+    const std::string tooMany = "<p" + attributes + " and>x</p>";
+    EXPECT_THROW(HtmlDocument(arena, tooMany), HtmlError);
+}
+
 // Formatting elements that are never closed are opened again in every paragraph, so that a page of
 // this kind grows without measure.
 TEST(HtmlDocumentTest, RefusesPagesThatGrowBeyondMeasure) {
@@ -83,5 +94,5 @@ TEST(HtmlDocumentTest, RefusesPagesThatGrowBeyondMeasure) {
     EXPECT_EQ(inlineText(HtmlDocument(arena, fine).root()), "fine");
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -6,7 +7,7 @@
 #include "sphinx/Tables.hpp"
 
 namespace reference::importers::sphinx {
-namespace {
+namespace VELTRA_TEST_FILE {
 
 std::string textOf(const std::string& rows) {
     HtmlArena arena;
@@ -31,9 +32,20 @@ TEST(TablesTest, HaveAllColumnsInEveryRow) {
     EXPECT_EQ(textOf("<tr><td rowspan=\"2\">t</td><td>1</td></tr><tr><td>2</td></tr>"
                      "<tr><td>u</td><td>3</td></tr>"),
               "| t | 1 |\n| | 2 |\n| u | 3 |");
+}
+
+TEST(TablesTest, HaveSoManyColumns) {
+    const auto columns = [](const std::string& text) {
+        return std::count(text.begin(), text.begin() + static_cast<long>(text.find('\n')), '|') - 1;
+    };
+    const std::string below = "<tr><td>y</td></tr>";
+    const std::string wide = "<td colspan=\"100\">x</td>";
+    EXPECT_EQ(columns(textOf("<tr>" + wide + wide + "</tr>" + below)), 200);
+    EXPECT_EQ(columns(textOf("<tr>" + wide + wide + wide + "</tr>" + below)), 200);
+    EXPECT_EQ(columns(textOf("<tr><td colspan=\"101\">x</td></tr>" + below)), 100);
     // A number of columns that no table has is not believed.
     EXPECT_LT(textOf("<tr><td colspan=\"999999999\">x</td></tr>").size(), 1000u);
 }
 
-}  // namespace
+}  // namespace VELTRA_TEST_FILE
 }  // namespace reference::importers::sphinx
