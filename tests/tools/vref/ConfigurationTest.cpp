@@ -216,7 +216,9 @@ TEST_F(ConfigurationTest, AFileThatIsNotRightIsAnErrorWithItsPlace) {
 }
 
 TEST_F(ConfigurationTest, AFileThatCannotBeReadIsAnError) {
-    configure(std::string(2 << 20, '\n'));
+    configure(std::string(16 << 10, '\n'));
+    EXPECT_EQ(run({"config"}).status, 0);
+    configure(std::string((16 << 10) + 1, '\n'));
     EXPECT_THAT(run({"config"}).messages, HasSubstr("config.toml: The file is larger than"));
     std::filesystem::remove(file());
     std::filesystem::create_directory(file());
