@@ -55,6 +55,15 @@ class FuzzTarget {
     return lines;
 }
 
+// Takes the first part of an input, and the line "---" after it, off the input.
+inline std::string_view takePart(std::string_view& input) {
+    constexpr std::string_view divider = "\n---\n";
+    const auto end = input.find(divider);
+    const auto part = input.substr(0, end);
+    input.remove_prefix(end == std::string_view::npos ? input.size() : end + divider.size());
+    return part;
+}
+
 // Takes the first word of a line, and the space after it, off the line.
 inline std::string_view takeWord(std::string_view& line) {
     const auto end = line.find(' ');

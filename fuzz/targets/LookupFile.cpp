@@ -7,11 +7,10 @@
 #include <boost/json/serialize.hpp>
 
 #include "FuzzTarget.hpp"
-#include "ReadFaults.hpp"
+#include "RoundTrip.hpp"
 #include "docset/ItemWriter.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "fl/i18n/utf.hpp"
-#include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
 namespace VELTRA_TEST_FILE {
@@ -41,20 +40,16 @@ std::string written(const LookupContents& contents) {
 }
 
 void run(std::string_view input) {
-    static const tests::TempFolder folder;
-    folder.write(fileName, input);
-    ReadFaults faults(input);
-    const auto contents = docset::readLookupFile(folder.path(), fileName, faults.handler());
-    require(contents || faults.count() > 0, "A file that is refused has a fault");
-    if (!contents || faults.count() > 0)
-        return;
-    const std::string again = written(*contents);
-    folder.write(fileName, again);
-    ReadFaults none(again);
-    const auto reread = docset::readLookupFile(folder.path(), fileName, none.handler());
-    require(reread && none.count() == 0, "What was read can be written", again);
-    require(reread->header == contents->header, "The header stays the same", again);
-    require(reread->entities == contents->entities, "The entities stay the same", again);
+    requireRoundTrip(
+        fileName, input,
+        [](const auto& root, const auto& handler) {
+            return docset::readLookupFile(root, fileName, handler);
+        },
+        &written,
+        [](const auto& again, const auto& contents, const std::string& text) {
+            require(again.header == contents.header, "The header stays the same", text);
+            require(again.entities == contents.entities, "The entities stay the same", text);
+        });
 }
 
 const FuzzTarget target("LookupFile", &run);

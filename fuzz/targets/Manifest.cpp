@@ -12,6 +12,7 @@
 
 #include "FuzzTarget.hpp"
 #include "ReadFaults.hpp"
+#include "RoundTrip.hpp"
 #include "docset/publish.hpp"
 #include "fl/i18n/utf.hpp"
 #include "support/Items.hpp"
@@ -101,20 +102,16 @@ void publishInto(const Manifest& manifest, std::string_view input) {
 }
 
 void run(std::string_view input) {
-    static const tests::TempFolder folder;
-    folder.write(fileName, input);
-    ReadFaults faults(input);
-    const auto manifest = docset::readManifest(folder.path(), faults.handler());
-    require(manifest || faults.count() > 0, "A file that is refused has a fault");
-    if (!manifest || faults.count() > 0)
-        return;
-    const std::string again = written(*manifest);
-    folder.write(fileName, again);
-    ReadFaults none(again);
-    const auto reread = docset::readManifest(folder.path(), none.handler());
-    require(reread && none.count() == 0, "What was read can be written", again);
-    require(*reread == *manifest, "The manifest stays the same", again);
-    publishInto(*manifest, input);
+    const auto read = [](const auto& root, const auto& handler) {
+        return docset::readManifest(root, handler);
+    };
+    Manifest manifest;
+    if (requireRoundTrip(fileName, input, read, &written,
+                         [&](const Manifest& again, const Manifest& first, const auto& text) {
+                             require(again == first, "The manifest stays the same", text);
+                             manifest = again;
+                         }))
+        publishInto(manifest, input);
 }
 
 const FuzzTarget target("Manifest", &run);

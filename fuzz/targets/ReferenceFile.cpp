@@ -9,11 +9,10 @@
 #include <boost/json/serialize.hpp>
 
 #include "FuzzTarget.hpp"
-#include "ReadFaults.hpp"
+#include "RoundTrip.hpp"
 #include "docset/ItemWriter.hpp"
 #include "docset/ProductFileReader.hpp"
 #include "fl/i18n/utf.hpp"
-#include "support/TempFolder.hpp"
 
 namespace reference::fuzz {
 namespace VELTRA_TEST_FILE {
@@ -46,23 +45,19 @@ std::string written(const std::vector<ReferenceContents>& contents) {
 }
 
 void run(std::string_view input) {
-    static const tests::TempFolder folder;
-    folder.write(fileName, input);
-    ReadFaults faults(input);
-    const auto contents = docset::readReferenceFile(folder.path(), fileName, faults.handler());
-    require(contents || faults.count() > 0, "A file that is refused has a fault");
-    if (!contents || faults.count() > 0)
-        return;
-    const std::string again = written(*contents);
-    folder.write(fileName, again);
-    ReadFaults none(again);
-    const auto reread = docset::readReferenceFile(folder.path(), fileName, none.handler());
-    require(reread && none.count() == 0, "What was read can be written", again);
-    require(std::ranges::equal(*reread, *contents,
-                               [](const auto& a, const auto& b) {
-                                   return a.header == b.header && a.pages == b.pages;
-                               }),
-            "The products stay the same", again);
+    requireRoundTrip(
+        fileName, input,
+        [](const auto& root, const auto& handler) {
+            return docset::readReferenceFile(root, fileName, handler);
+        },
+        &written,
+        [](const auto& again, const auto& contents, const std::string& text) {
+            require(std::ranges::equal(again, contents,
+                                       [](const auto& a, const auto& b) {
+                                           return a.header == b.header && a.pages == b.pages;
+                                       }),
+                    "The products stay the same", text);
+        });
 }
 
 const FuzzTarget target("ReferenceFile", &run);

@@ -14,17 +14,14 @@
 #include "FuzzTarget.hpp"
 #include "FuzzTexts.hpp"
 #include "docparser/DocResourceParser.hpp"
-#include "reference/api/AllTextDataRetriever.hpp"
-#include "reference/api/ClassEntityDataRetriever.hpp"
-#include "reference/api/EntityPurposeDataRetriever.hpp"
-#include "reference/api/PageNameDataRetriever.hpp"
-#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/ReferenceRequest.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "support/Generator.hpp"
 #include "support/Items.hpp"
 #include "support/LookupModel.hpp"
 #include "support/MemorySource.hpp"
 #include "support/Print.hpp"
+#include "support/retrieveBy.hpp"
 
 namespace reference::fuzz {
 namespace VELTRA_TEST_FILE {
@@ -32,22 +29,6 @@ namespace VELTRA_TEST_FILE {
 using api::ReferenceRequest;
 using property::RefEntityType;
 using tests::Search;
-
-std::vector<api::ReferenceData> retrieveBy(Search search, const ReferenceRequest& request) {
-    switch (search) {
-        case Search::Class:
-            return api::ClassEntityDataRetriever(request).getReferenceData();
-        case Search::Purpose:
-            return api::EntityPurposeDataRetriever(request).getReferenceData();
-        case Search::AllText:
-            return api::AllTextDataRetriever(request).getReferenceData();
-        case Search::Page:
-            return api::PageNameDataRetriever(request).getReferenceData();
-        case Search::Entity:
-            break;
-    }
-    return api::ReferenceDataRetriever(request).getReferenceData();
-}
 
 std::vector<RefEntityType::Value> typesOf(std::string_view word) {
     std::vector<RefEntityType::Value> types;
@@ -125,7 +106,7 @@ class Session {
             const std::string told = "search " + std::to_string(static_cast<int>(search)) + " " +
                                      std::string(flags) + " " + std::string(line);
             const auto expected = tests::modelAnswer(search, request, m_products);
-            const auto actual = retrieveBy(search, request);
+            const auto actual = tests::retrieveBy(search, request);
             require(actual.size() == expected.size(), "As much is found as by the model", told);
             for (std::size_t at = 0; at < actual.size(); ++at)
                 require(actual[at].getHeaderInfo().getShortName() == expected[at].first &&

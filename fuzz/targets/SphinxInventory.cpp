@@ -5,10 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include <zlib.h>
-
 #include "FuzzTarget.hpp"
 #include "FuzzTexts.hpp"
+#include "inventoryOf.hpp"
 #include "sphinx/Inventory.hpp"
 
 namespace reference::fuzz {
@@ -17,17 +16,6 @@ namespace VELTRA_TEST_FILE {
 using importers::sphinx::Inventory;
 using importers::sphinx::InventoryObject;
 using importers::sphinx::parseInventory;
-
-std::string fileWith(std::string_view lines) {
-    uLongf size = compressBound(lines.size());
-    std::string compressed(size, '\0');
-    compress2(reinterpret_cast<Bytef*>(compressed.data()), &size,
-              reinterpret_cast<const Bytef*>(lines.data()), lines.size(), 1);
-    compressed.resize(size);
-    return "# Sphinx inventory version 2\n# Project: P\n# Version: 1\n"
-           "# The remainder of this file is compressed using zlib.\n" +
-           compressed;
-}
 
 void requireSound(const Inventory& inventory) {
     require(isUtf8(inventory.project) && isUtf8(inventory.version), "The head is UTF-8");
@@ -71,7 +59,7 @@ void run(std::string_view input) {
     const bool isWhole = input.starts_with("# Sphinx");
     Inventory inventory;
     try {
-        inventory = parseInventory(isWhole ? std::string(input) : fileWith(input));
+        inventory = parseInventory(isWhole ? std::string(input) : inventoryOf(input));
     } catch (const std::runtime_error& error) {
         require(isWhole, "Lines alone make no inventory unusable", error.what());
         return;
@@ -81,7 +69,7 @@ void run(std::string_view input) {
     std::string lines;
     for (const auto& object : inventory.objects)
         lines += lineOf(object);
-    const Inventory again = parseInventory(fileWith(lines));
+    const Inventory again = parseInventory(inventoryOf(lines));
     require(again.objects == inventory.objects && again.faults.empty(),
             "What was read can be written", lines);
 }

@@ -3,11 +3,10 @@
 #include <string>
 #include <string_view>
 
-#include <zlib.h>
-
 #include "FuzzTarget.hpp"
 #include "docset/publish.hpp"
 #include "docset/validate.hpp"
+#include "inventoryOf.hpp"
 #include "sphinx/ImportTree.hpp"
 #include "support/TempFolder.hpp"
 
@@ -15,26 +14,6 @@ namespace reference::fuzz {
 namespace VELTRA_TEST_FILE {
 
 using importers::sphinx::ImportOptions;
-
-constexpr std::string_view divider = "\n---\n";
-
-std::string_view takePart(std::string_view& input) {
-    const auto end = input.find(divider);
-    const auto part = input.substr(0, end);
-    input.remove_prefix(end == std::string_view::npos ? input.size() : end + divider.size());
-    return part;
-}
-
-std::string inventoryOf(std::string_view lines) {
-    uLongf size = compressBound(lines.size());
-    std::string compressed(size, '\0');
-    compress2(reinterpret_cast<Bytef*>(compressed.data()), &size,
-              reinterpret_cast<const Bytef*>(lines.data()), lines.size(), 1);
-    compressed.resize(size);
-    return "# Sphinx inventory version 2\n# Project: P\n# Version: 1\n"
-           "# The remainder of this file is compressed using zlib.\n" +
-           compressed;
-}
 
 void run(std::string_view input) {
     static const tests::TempFolder tree;

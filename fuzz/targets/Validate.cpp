@@ -18,15 +18,6 @@
 namespace reference::fuzz {
 namespace VELTRA_TEST_FILE {
 
-constexpr std::string_view divider = "\n---\n";
-
-std::string_view takePart(std::string_view& input) {
-    const auto end = input.find(divider);
-    const auto part = input.substr(0, end);
-    input.remove_prefix(end == std::string_view::npos ? input.size() : end + divider.size());
-    return part;
-}
-
 void requireReadable(docparser::FileDocSource& source, const docset::ValidationReport& report) {
     const auto results = source.getResourceLookupFiles();
     require(results.leftOut.empty(), "A sound set is read whole",

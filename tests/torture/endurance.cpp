@@ -8,6 +8,7 @@
 // how large the process is. Exits with 1 when either has grown since the second of them; what
 // is made at the first use of something is there by then.
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <exception>
 #include <fstream>
@@ -18,16 +19,12 @@
 #include <vector>
 
 #include "foundation/core/context/ContextRegistry.hpp"
-#include "reference/api/AllTextDataRetriever.hpp"
-#include "reference/api/ClassEntityDataRetriever.hpp"
-#include "reference/api/EntityPurposeDataRetriever.hpp"
-#include "reference/api/PageNameDataRetriever.hpp"
-#include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/ask/ask.hpp"
 #include "reference/ask/complete.hpp"
 #include "settings/in_veltra/settingsRoot.hpp"
 #include "support/LiveAllocations.hpp"
+#include "support/retrieveBy.hpp"
 #include "vvm/Factory.hpp"
 
 namespace reference::tests {
@@ -56,35 +53,22 @@ class Round {
 
     void ask(std::size_t number) {
         const std::u16string& name = m_names[number % m_names.size()];
-        switch (number / m_names.size() % kinds) {
-            case 0:
-                m_found += api::ReferenceDataRetriever(loosely(name)).getReferenceData().size();
-                break;
-            case 1:
-                m_found += api::ClassEntityDataRetriever(loosely(name)).getReferenceData().size();
-                break;
-            case 2:
-                m_found += api::PageNameDataRetriever(loosely(name)).getReferenceData().size();
-                break;
-            case 3:
-                m_found += api::EntityPurposeDataRetriever(loosely(name)).getReferenceData().size();
-                break;
-            case 4:
-                m_found += api::AllTextDataRetriever(loosely(name)).getReferenceData().size();
-                break;
-            case 5:
-                m_found += ask::ask(name.substr(0, longestQuestion)).hits.size();
-                break;
-            default:
-                m_found += ask::complete(name.substr(0, 2)).size();
-        }
+        const std::size_t kind = number / m_names.size() % kinds;
+        if (kind < searches.size())
+            m_found += retrieveBy(searches[kind], loosely(name)).size();
+        else if (kind == searches.size())
+            m_found += ask::ask(name.substr(0, longestQuestion)).hits.size();
+        else
+            m_found += ask::complete(name.substr(0, 2)).size();
     }
 
     // How many results there were, so that nobody measures a library that finds nothing.
     [[nodiscard]] std::size_t found() const noexcept { return m_found; }
 
   private:
-    static constexpr std::size_t kinds = 7;
+    static constexpr std::array searches = {Search::Entity, Search::Class, Search::Purpose,
+                                            Search::AllText, Search::Page};
+    static constexpr std::size_t kinds = searches.size() + 2;
     static constexpr std::size_t longestQuestion = 40;
 
     static api::ReferenceRequest loosely(const std::u16string& name) {

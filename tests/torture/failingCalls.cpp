@@ -24,6 +24,7 @@
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>
+#include <optional>
 #include <poll.h>
 #include <pthread.h>
 #include <string_view>
@@ -171,6 +172,18 @@ bool fails(Family family) {
     return true;
 }
 
+// How many of so many bytes a call may transfer; nothing where it is to fail, and errno is set. A
+// short count is at least one byte, because none would be the end of the file.
+std::optional<std::size_t> mostOf(std::size_t count, Family family, int descriptor) {
+    if (!isDue(family, descriptor))
+        return count;
+    if (how == How::Error) {
+        errno = errorNumber;
+        return std::nullopt;
+    }
+    return count > 1 ? count / 2 : count;
+}
+
 // How many descriptors are open, without the one that this takes to find out.
 long openDescriptors() {
     ::DIR* const folder = ::opendir("/proc/self/fd");
@@ -302,46 +315,30 @@ std::FILE* fopen64(const char* file, const char* mode) {
     return real(file, mode);
 }
 
-// read and write; a short count is at least one byte, because none would be the end of the file
+// read and write
 
 ssize_t read(int descriptor, void* bytes, std::size_t count) {
     static const auto real = next<ssize_t(int, void*, std::size_t)>("read");
-    const bool due = isDue(Read, descriptor);
-    if (due && how == How::Error) {
-        errno = errorNumber;
-        return -1;
-    }
-    return real(descriptor, bytes, due && count > 1 ? count / 2 : count);
+    const std::optional<std::size_t> most = mostOf(count, Read, descriptor);
+    return most ? real(descriptor, bytes, *most) : -1;
 }
 
 ssize_t pread(int descriptor, void* bytes, std::size_t count, off_t from) {
     static const auto real = next<ssize_t(int, void*, std::size_t, off_t)>("pread");
-    const bool due = isDue(Read, descriptor);
-    if (due && how == How::Error) {
-        errno = errorNumber;
-        return -1;
-    }
-    return real(descriptor, bytes, due && count > 1 ? count / 2 : count, from);
+    const std::optional<std::size_t> most = mostOf(count, Read, descriptor);
+    return most ? real(descriptor, bytes, *most, from) : -1;
 }
 
 ssize_t write(int descriptor, const void* bytes, std::size_t count) {
     static const auto real = next<ssize_t(int, const void*, std::size_t)>("write");
-    const bool due = isDue(Write, descriptor);
-    if (due && how == How::Error) {
-        errno = errorNumber;
-        return -1;
-    }
-    return real(descriptor, bytes, due && count > 1 ? count / 2 : count);
+    const std::optional<std::size_t> most = mostOf(count, Write, descriptor);
+    return most ? real(descriptor, bytes, *most) : -1;
 }
 
 ssize_t pwrite(int descriptor, const void* bytes, std::size_t count, off_t at) {
     static const auto real = next<ssize_t(int, const void*, std::size_t, off_t)>("pwrite");
-    const bool due = isDue(Write, descriptor);
-    if (due && how == How::Error) {
-        errno = errorNumber;
-        return -1;
-    }
-    return real(descriptor, bytes, due && count > 1 ? count / 2 : count, at);
+    const std::optional<std::size_t> most = mostOf(count, Write, descriptor);
+    return most ? real(descriptor, bytes, *most, at) : -1;
 }
 
 // fsync

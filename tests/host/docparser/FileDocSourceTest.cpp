@@ -124,6 +124,18 @@ TEST_F(FileDocSourceTest, AFaultyEntryOfTheManifestLeavesOutThatProductAloneAndI
                 ElementsAre(AllOf(HasSubstr(manifestPath), HasSubstr("products[1].installed"))));
 }
 
+TEST_F(FileDocSourceTest, AReferenceFileWithoutItsProductIsLogged) {
+    const LogCapture log("docparser=4");
+    root.write("en_US/english-1.reference.json", root.read("en_US/both-1.reference.json"));
+    auto reader = source();
+    const auto lookups = reader.getResourceLookupFiles();
+    const auto& header = lookups.installed.at(u"english").getHeaderInfo();
+    EXPECT_FALSE(reader.getResourceFile(header.getReferenceFileName()).contains(u"english"));
+    EXPECT_THAT(log.texts(),
+                ElementsAre(AllOf(HasSubstr("en_US/english-1.reference.json: products"),
+                                  HasSubstr("\"english\" is missing; the manifest names"))));
+}
+
 TEST_F(FileDocSourceTest, OfManyFaultsOfAManifestTheFirstAreLoggedAndTheOthersCounted) {
     const LogCapture log("docparser=4");
     std::string entries;

@@ -1,7 +1,10 @@
 #include <algorithm>
+#include <fcntl.h>
 #include <filesystem>
 #include <map>
 #include <string>
+#include <sys/file.h>
+#include <unistd.h>
 #include <vector>
 
 #include <gmock/gmock.h>
@@ -266,6 +269,25 @@ TEST(PublishTest, LeavesTheSetAsItWasWhenAFileCannotBeWritten) {
     EXPECT_THAT([&] { publishProduct(root.path(), "ja_JP", makeProduct(u"demo", u"second")); },
                 ThrowsMessage<PublishError>(HasSubstr("ja_JP")));
     EXPECT_EQ(root.read(manifestPath), manifest);
+}
+
+TEST(PublishTest, SaysOnceThatItWaitsForAnotherProcess) {
+    const TempFolder root;
+    publishProduct(root.path(), "en_US", makeProduct(u"demo"));
+    const int lock = ::open((root.path() / ".documentation-set.lock").c_str(), O_RDWR);
+    ASSERT_GE(lock, 0);
+    ASSERT_EQ(::flock(lock, LOCK_EX), 0);
+    int waited = 0;
+    publishProduct(root.path(), "en_US", makeProduct(u"demo", u"second"), [&] {
+        ++waited;
+        EXPECT_EQ(editionOf(*readProduct(root.path(), u"demo")), "first");
+        ::flock(lock, LOCK_UN);
+    });
+    ::close(lock);
+    EXPECT_EQ(waited, 1);
+    EXPECT_EQ(editionOf(*readProduct(root.path(), u"demo")), "second");
+    publishProduct(root.path(), "en_US", makeProduct(u"demo", u"third"), [&] { ++waited; });
+    EXPECT_EQ(waited, 1) << "nobody was in the way";
 }
 
 TEST(PublishTest, KeepsOddShortNamesWithinTheRootAndFindsThemAgain) {

@@ -11,17 +11,14 @@
 #include <gtest/gtest.h>
 
 #include "fl/i18n/utf.hpp"
-#include "reference/api/AllTextDataRetriever.hpp"
-#include "reference/api/ClassEntityDataRetriever.hpp"
-#include "reference/api/EntityPurposeDataRetriever.hpp"
-#include "reference/api/PageNameDataRetriever.hpp"
-#include "reference/api/ReferenceDataRetriever.hpp"
+#include "reference/api/ReferenceRequest.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "support/Comparators.hpp"
 #include "support/Generator.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/LookupModel.hpp"
 #include "support/Print.hpp"
+#include "support/retrieveBy.hpp"
 
 namespace reference::tests {
 namespace VELTRA_TEST_FILE {
@@ -32,22 +29,6 @@ using cache_manager::ReferenceCacheManager;
 
 constexpr std::uint32_t documentations = 400;
 constexpr int requestsEach = 25;
-
-std::vector<ReferenceData> retrieveBy(Search search, const ReferenceRequest& request) {
-    switch (search) {
-        case Search::Class:
-            return api::ClassEntityDataRetriever(request).getReferenceData();
-        case Search::Purpose:
-            return api::EntityPurposeDataRetriever(request).getReferenceData();
-        case Search::AllText:
-            return api::AllTextDataRetriever(request).getReferenceData();
-        case Search::Page:
-            return api::PageNameDataRetriever(request).getReferenceData();
-        case Search::Entity:
-            break;
-    }
-    return api::ReferenceDataRetriever(request).getReferenceData();
-}
 
 // The model's answer in the order of the model's ranks; ties stay as they were found.
 std::vector<ReferenceData> orderedBy(

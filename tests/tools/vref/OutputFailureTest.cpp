@@ -216,7 +216,7 @@ TEST_F(OutputFailureTest, OutputThatIsCutIsToldAndStatusTwo) {
     constexpr ::rlim_t limit = 100000;
     ToolProcess run(command, requests().number(), opened(cut, O_WRONLY | O_CREAT).number(),
                     PipeSignal::Ends, [] {
-                        ::signal(SIGXFSZ, SIG_IGN);
+                        ::signal(SIGXFSZ, SIG_DFL);  // ends a process that does not take care
                         const ::rlimit size{.rlim_cur = limit, .rlim_max = limit};
                         ::setrlimit(RLIMIT_FSIZE, &size);
                     });
