@@ -19,7 +19,7 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
     return words;
 }
 
-bool holds(std::string_view text, const std::vector<std::string_view>& sought) {
+bool holdsEach(std::string_view text, const std::vector<std::string_view>& sought) {
     const auto words = wordsOf(text);
     return std::search(words.begin(), words.end(), sought.begin(), sought.end()) != words.end();
 }
@@ -32,7 +32,7 @@ std::vector<std::string> expectedWords(const Corpus& corpus, Ask ask, const Quer
     const auto search = [&](const TextColumn& column, const auto& deliver) {
         // Every row that holds the words holds the first of them as a part.
         column.forEachWith(sought.front(), [&](std::uint32_t row) {
-            if (holds(column[row], sought))
+            if (holdsEach(column[row], sought))
                 deliver(row);
             return true;
         });

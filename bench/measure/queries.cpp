@@ -171,7 +171,7 @@ boost::json::value measureEngine(Engine& engine, Ask ask, const std::vector<Quer
     return figure;
 }
 
-void print(const boost::json::object& row, std::ostream& out) {
+void printFigures(const boost::json::object& row, std::ostream& out) {
     out << std::left << std::setw(28) << std::string_view(row.at("class").as_string()) << std::right
         << std::setw(9) << static_cast<long>(row.at("hits").to_number<double>()) << " hits ";
     for (const auto& figure : row.at("figures").as_array()) {
@@ -210,7 +210,7 @@ boost::json::array measureQueries(const Corpus& corpus,
             {"remark", queryClass.remark},       {"queries", checked.queries.size()},
             {"passedOver", checked.passedOver},  {"example", checked.queries.front().utf8},
             {"hits", median(checked.hitCounts)}, {"figures", std::move(figures)}};
-        print(row, out);
+        printFigures(row, out);
         rows.push_back(std::move(row));
     }
     return rows;
