@@ -10,7 +10,7 @@
 namespace reference::bench {
 namespace {
 
-std::vector<std::string_view> wordsOf(std::string_view text) {
+std::vector<std::string_view> wordsWithin(std::string_view text) {
     std::vector<std::string_view> words;
     forEachWord(text, [&](std::string_view word) {
         words.push_back(word);
@@ -19,8 +19,8 @@ std::vector<std::string_view> wordsOf(std::string_view text) {
     return words;
 }
 
-bool holdsEach(std::string_view text, const std::vector<std::string_view>& sought) {
-    const auto words = wordsOf(text);
+bool holds(std::string_view text, const std::vector<std::string_view>& sought) {
+    const auto words = wordsWithin(text);
     return std::search(words.begin(), words.end(), sought.begin(), sought.end()) != words.end();
 }
 
@@ -28,11 +28,11 @@ bool holdsEach(std::string_view text, const std::vector<std::string_view>& sough
 
 std::vector<std::string> expectedWords(const Corpus& corpus, Ask ask, const Query& query) {
     Delivery delivery(Delivery::Mode::Kept);
-    const auto sought = wordsOf(query.folded);
+    const auto sought = wordsWithin(query.folded);
     const auto search = [&](const TextColumn& column, const auto& deliver) {
         // Every row that holds the words holds the first of them as a part.
         column.forEachWith(sought.front(), [&](std::uint32_t row) {
-            if (holdsEach(column[row], sought))
+            if (holds(column[row], sought))
                 deliver(row);
             return true;
         });
