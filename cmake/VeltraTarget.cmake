@@ -1,4 +1,4 @@
-# What makes faults in the release build hard to use: stacks that are guarded, copies and containers that
+# What makes faults in builds that are shipped hard to use: stacks that are guarded, copies and containers that
 # know their bounds, and tables of functions that cannot be changed once the program runs.
 function(veltra_harden target)
     if(CMAKE_CXX_FLAGS MATCHES "-fsanitize" OR NOT VELTRA_HARDENED)
@@ -9,9 +9,10 @@ function(veltra_harden target)
     if(CMAKE_SYSTEM_PROCESSOR MATCHES "x86_64|AMD64")
         list(APPEND options -fcf-protection=full)
     endif()
-    target_compile_options(${target} PRIVATE "$<$<CONFIG:Release>:${options}>")
+    set(optimised "$<CONFIG:Release,RelWithDebInfo,MinSizeRel>")
+    target_compile_options(${target} PRIVATE "$<${optimised}:${options}>")
     target_link_options(${target} PRIVATE
-        "$<$<CONFIG:Release>:LINKER:-z,relro,-z,now,-z,noexecstack>")
+        "$<${optimised}:LINKER:-z,relro,-z,now,-z,noexecstack>")
 endfunction()
 
 # What every target of this project is compiled with. Call it once for each target.

@@ -23,6 +23,7 @@ std::size_t beginningOf(std::string_view word) noexcept {
     return number;
 }
 
+// The empty "()" is for cppcheck 2.10, which cannot read a lambda without.
 constexpr auto wordBytes = []() {
     std::array<bool, 256> is{};
     for (unsigned byte = 0; byte < is.size(); ++byte)

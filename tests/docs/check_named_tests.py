@@ -41,7 +41,8 @@ def faults_of(page: Path, tests: set[str]) -> list[str]:
                 faults.append(f"{place}: This row names no test.")
         for name in names:
             suite, test = name.rsplit(".", 1)
-            if suite not in suites if test == "*" else name not in tests:
+            exists = suite in suites if test == "*" else name in tests
+            if not exists:
                 faults.append(f'{place}: There is no test "{name}".')
     return faults
 

@@ -52,8 +52,8 @@ def main() -> int:
     exported = set()
     faults = []
     for name, kind in symbols(library):
-        isClass = kind == "V" and name.startswith("typeinfo for ")
-        if kind in "TDBRG" or (isClass and not subject(name).startswith(SHARED)):
+        is_class = kind == "V" and name.startswith("typeinfo for ")
+        if kind in "TDBRG" or (is_class and not subject(name).startswith(SHARED)):
             exported.add(name)
         elif not belongs(name, namespaces):
             faults.append(f"It has {name}, which is not of this project.")

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <atomic>
+#include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
 #include <iterator>
@@ -143,15 +145,6 @@ class Documentation::ReportingSource final : public docparser::DocSource {
         const foundation::core::MutexLock lock(m_mutex);
         m_prepared = std::move(results);
     }
-    // The same, but only where fewer products would be missing then; returns whether they would.
-    bool prepareMore(const docparser::DocumentationLocation& location) {
-        auto results = FileDocSource([&] { return location; }).getResourceLookupFiles();
-        const foundation::core::MutexLock lock(m_mutex);
-        if (results.leftOut.size() >= m_leftOut.size())
-            return false;
-        m_prepared = std::move(results);
-        return true;
-    }
     void forgetPrepared() {
         const foundation::core::MutexLock lock(m_mutex);
         m_prepared.reset();
@@ -218,18 +211,20 @@ bool Documentation::missesProducts() const {
     return !faults.empty();
 }
 
-bool Documentation::canReadMore() {
+bool Documentation::canReadMore() const {
     const auto opens = [](const docset::Fault& fault) {
         std::error_code error;
         return fault.mayPass && std::filesystem::is_regular_file(fault.file, error) &&
                std::ifstream(fault.file, std::ios::binary).is_open();
     };
-    if (std::ranges::none_of(m_source->leftOut(), opens))
+    const auto faults = m_source->leftOut();
+    if (std::ranges::none_of(faults, opens))
         return false;
     try {
-        return m_source->prepareMore(locationOf(language()));
-    } catch (const DocParserException&) {
-        return false;  // the manifest, which is told when it is read in earnest
+        FileDocSource now([location = locationOf(language())] { return location; });
+        return now.getResourceLookupFiles().leftOut.size() < faults.size();
+    } catch (const std::exception&) {
+        return false;  // the manifest, or want of memory: told when it is read in earnest
     }
 }
 

@@ -68,8 +68,8 @@ class Documentation {
 
     // Whether fewer of them would be missing if the library read anew: files that the system failed
     // to read may be readable by now. Reads all that there is to find out, if such a file can be
-    // opened.
-    [[nodiscard]] bool canReadMore();
+    // opened, and keeps nothing of it.
+    [[nodiscard]] bool canReadMore() const;
 
     // Reads ahead what the library reads after its caches are cleared. Throws
     // UnreadableDocumentation where it cannot be read, and then has changed nothing.
