@@ -197,7 +197,6 @@ void LookupImage::makeNames() const {
     }
     for (std::size_t kind = 0; kind < nameKinds; ++kind)
         m_names[kind] = NameTable(*image, namesSection(static_cast<NameKind>(kind)));
-    m_areNamesMade.store(true, std::memory_order_release);
 }
 
 void LookupImage::makeWords() const {
@@ -209,7 +208,6 @@ void LookupImage::makeWords() const {
         image = m_wordsImage.get();
     }
     m_words = Lexicon(*image, Words);
-    m_areWordsMade.store(true, std::memory_order_release);
 }
 
 std::optional<std::uint32_t> LookupImage::findKey(std::string_view bytes) const {

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -101,15 +100,13 @@ class VELTRA_HOST_API LookupImage {
 
     // Numbers of keys or hrefs by the hash of a part of their search form.
     [[nodiscard]] const NameTable& names(NameKind kind) const {
-        if (!m_areNamesMade.load(std::memory_order_acquire))
-            m_namesOnce.call([this] { makeNames(); });
+        m_namesOnce.call([this] { makeNames(); });
         return m_names[static_cast<std::size_t>(kind)];
     }
 
     // The words of records: those of the key and of the purpose, each in its search form.
     [[nodiscard]] const Lexicon& words() const {
-        if (!m_areWordsMade.load(std::memory_order_acquire))
-            m_wordsOnce.call([this] { makeWords(); });
+        m_wordsOnce.call([this] { makeWords(); });
         return m_words;
     }
 
@@ -136,11 +133,9 @@ class VELTRA_HOST_API LookupImage {
 
     // Each is made once.
     mutable foundation::core::Once m_namesOnce;
-    mutable std::atomic<bool> m_areNamesMade{false};
     mutable std::shared_ptr<const Image> m_namesImage;
     mutable std::array<NameTable, nameKinds> m_names;
     mutable foundation::core::Once m_wordsOnce;
-    mutable std::atomic<bool> m_areWordsMade{false};
     mutable std::shared_ptr<const Image> m_wordsImage;
     mutable Lexicon m_words;
 };
