@@ -74,6 +74,14 @@ class Anchors {
     std::unordered_map<std::string, Node> m_elements;
 };
 
+// The first signature line of an object's description, which something else may stand before.
+Node firstLineIn(Node description) {
+    Node child = description.firstElement();
+    while (child && child.tag() != "dt")
+        child = child.nextElement();
+    return child;
+}
+
 // The signature line that an id belongs to: the line itself has it, something within the line has
 // it, or a mark that stands before the description has it. Null: none.
 Node signatureLineOf(Node element) {
@@ -87,9 +95,9 @@ Node signatureLineOf(Node element) {
     while (following && following.hasTag({"span", "a"}))
         following = following.nextElement();
     if (following != element && following && isObjectDescription(following))
-        return following.firstElement();
+        return firstLineIn(following);
     if (isObjectDescription(element))
-        return element.firstElement();
+        return firstLineIn(element);
     return {};
 }
 

@@ -138,19 +138,28 @@ TEST(ImportTreeTest, FindsDescriptionsWhereverTheirIdStands) {
         .object("g", "c:function", "api.html#before")
         .object("h", "py:function", "api.html#old")
         .object("i", "py:function", "api.html#with%20space")
+        .object("j", "py:function", "api.html#of-the-list")
+        .object("k", "py:function", "api.html#before-the-list")
         .page("api.html",
               "<dl class=\"c function\"><dt class=\"sig\"><span id=\"in-line\"></span>f()</dt><dd>"
               "<p>F.</p></dd></dl><span class=\"target\" id=\"before\"></span><dl class=\"c "
               "function\"><dt class=\"sig\" id=\"x\">g()</dt><dd><p>G.</p></dd></dl>"
               "<dl class=\"function\"><dt id=\"old\"><tt class=\"descname\">h</tt>()</dt><dd><p>H."
               "</p></dd></dl>" +
-                  described("py", "function", "with space", "i()", "<p>I.</p>"));
+                  described("py", "function", "with space", "i()", "<p>I.</p>") +
+                  // Pages that are not well-formed have other things before the first line.
+                  "<dl class=\"py function\" id=\"of-the-list\"><dd></dd><dt "
+                  "class=\"sig\">j()</dt><dd><p>J.</p></dd></dl>"
+                  "<span id=\"before-the-list\"></span><dl class=\"py function\"><dd></dd><dt "
+                  "class=\"sig\">k()</dt><dd><p>K.</p></dd></dl>");
     const ImportResult result = tree.import();
     EXPECT_THAT(result.report.undescribed, IsEmpty());
     EXPECT_EQ(recordOf(result, u"f").getPurpose(), u"F.");
     EXPECT_EQ(recordOf(result, u"g").getPurpose(), u"G.");
     EXPECT_EQ(recordOf(result, u"h").getPurpose(), u"H.");
     EXPECT_EQ(recordOf(result, u"i").getPurpose(), u"I.");
+    EXPECT_EQ(recordOf(result, u"j").getPurpose(), u"J.");
+    EXPECT_EQ(recordOf(result, u"k").getPurpose(), u"K.");
 }
 
 TEST(ImportTreeTest, CarriesFieldsExamplesVersionsAndDeprecation) {
