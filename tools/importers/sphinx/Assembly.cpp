@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <limits>
-#include <optional>
 #include <set>
 #include <tuple>
 #include <unordered_map>
@@ -11,7 +9,7 @@
 
 #include "docset/hrefs.hpp"
 #include "fl/i18n/utf.hpp"
-#include "sphinx/ClassProperties.hpp"
+#include "sphinx/Filing.hpp"
 #include "sphinx/Hrefs.hpp"
 #include "sphinx/ItemText.hpp"
 #include "sphinx/Kinds.hpp"
@@ -27,56 +25,19 @@ using property::RefEntityType;
 // the product of both.
 constexpr std::size_t mostNamesWithMembers = 20;
 
-constexpr std::size_t none = std::numeric_limits<std::size_t>::max();
-
-// What is known of one object beyond the inventory.
-struct Entry {
-    Kind kind;
-    // Null: nothing was found.
-    const DescriptionFacts* facts = nullptr;
-    const SignatureFacts* signature = nullptr;
-    // The class that has the object as a property; `none`: it has an item of its own.
-    std::size_t owner = none;
-    // Where the object itself is documented.
-    std::string ownHref;
-    // The item that the object is filed with.
-    std::size_t draft = none;
-};
-
-// An item in the making.
-struct Draft {
-    std::string href;
-    // Null: nothing was found.
-    const DescriptionFacts* facts = nullptr;
-    // The objects that are its entities, and those that are properties of one of them.
-    std::vector<std::size_t> objects;
-    std::vector<std::size_t> properties;
-    ClassProperties classProperties;
-};
-
-std::vector<std::size_t> objectsOf(const DescriptionFacts& facts) {
-    std::vector<std::size_t> objects;
-    for (const SignatureFacts& signature : facts.signatures)
-        objects.insert(objects.end(), signature.objects.begin(), signature.objects.end());
-    return objects;
-}
-
 class Assembly {
   public:
     explicit Assembly(const Gathered& gathered)
-        : m_gathered(gathered), m_scopes(gathered.objects), m_entries(gathered.objects.size()) {}
+        : m_gathered(gathered),
+          m_scopes(gathered.objects),
+          m_filed(fileObjects(gathered, m_scopes)) {}
 
     Assembled run() {
-        connectDescriptions();
-        attachProperties();
-        for (const auto& [page, facts] : m_gathered.pages)
-            fileDescriptions(page, facts);
-        fileUndescribed();
-        collectProperties();
         connectLinks();
         fillPages();
         fillEntities();
         addFurtherNames();
+        m_result.undescribed = std::move(m_filed.undescribed);
         return std::move(m_result);
     }
 
@@ -89,178 +50,23 @@ class Assembly {
         std::tuple<std::string_view, RefEntityType::Value, property::FunctionType::Value>;
 
     [[nodiscard]] NameAndKind nameAndKind(std::size_t index) const {
-        const Kind kind = m_entries[index].kind;
+        const Kind kind = m_filed.objects[index].kind;
         return {object(index).name, kind.type, kind.functionType};
     }
 
-    void connectDescriptions() {
-        for (const auto& [page, facts] : m_gathered.pages)
-            for (const DescriptionFacts& description : facts.descriptions)
-                for (const SignatureFacts& signature : description.signatures)
-                    for (const std::size_t index : signature.objects) {
-                        m_entries[index].facts = &description;
-                        m_entries[index].signature = &signature;
-                    }
-        for (std::size_t index = 0; index < m_entries.size(); ++index) {
-            Entry& entry = m_entries[index];
-            entry.kind = kindOf(object(index), m_scopes, entry.facts, entry.signature);
-            if (entry.facts == nullptr) {
-                m_result.undescribed.push_back(index);
-                m_undescribedOf[object(index).page].push_back(index);
-            }
-        }
-    }
-
-    // A property belongs to the class whose name, with a period and the property's own name after
-    // it, makes up the name that the property is filed under.
-    void attachProperties() {
-        std::unordered_map<std::string, std::size_t> classes;
-        for (std::size_t index = 0; index < m_entries.size(); ++index)
-            if (holdsProperties(m_entries[index].kind.type))
-                classes.emplace(object(index).domain + ":" + object(index).name, index);
-        for (std::size_t index = 0; index < m_entries.size(); ++index) {
-            if (m_entries[index].kind.type != RefEntityType::Property)
-                continue;
-            const std::string_view enclosing = Scopes::enclosing(object(index));
-            const auto found = classes.find(object(index).domain + ":" + std::string(enclosing));
-            if (found != classes.end())
-                m_entries[index].owner = found->second;
-        }
-    }
-
-    // Where a description would be found on its page: at the first of its entities or, where all
-    // its objects are properties of classes, at the first of these.
-    [[nodiscard]] std::size_t leadingObject(const DescriptionFacts& facts) const {
-        const std::vector<std::size_t> objects = objectsOf(facts);
-        const auto entity = std::ranges::find_if(
-            objects, [&](std::size_t index) { return m_entries[index].owner == none; });
-        return entity != objects.end() ? *entity : objects.front();
-    }
-
-    void fileDescriptions(const std::string& page, const PageFacts& facts) {
-        // Overloads share the place of the first of them.
-        using Identity = std::tuple<std::string, std::string, RefEntityType::Value, std::uint32_t>;
-        std::map<Identity, std::string> places;
-        std::vector<std::string> hrefs;
-        std::set<std::string> topLevel;
-        for (const DescriptionFacts& description : facts.descriptions) {
-            const std::size_t lead = leadingObject(description);
-            const Kind kind = m_entries[lead].kind;
-            const auto [place, isNew] = places.try_emplace(
-                Identity(object(lead).domain, object(lead).name, kind.type, kind.functionType),
-                hrefOf(page, object(lead).anchor));
-            hrefs.push_back(place->second);
-            if (!description.isNested)
-                topLevel.insert(place->second);
-        }
-        if (const auto undescribed = m_undescribedOf.find(page);
-            undescribed != m_undescribedOf.end())
-            for (const std::size_t index : undescribed->second)
-                topLevel.insert(hrefOf(page, object(index).anchor));
-
-        for (std::size_t index = 0; index < facts.descriptions.size(); ++index) {
-            const DescriptionFacts& description = facts.descriptions[index];
-            const bool hasPage = topLevel.size() == 1 && !description.isNested;
-            fileDescription(description, hasPage ? hrefOf(page, {}) : hrefs[index], hasPage);
-        }
-    }
-
-    void fileDescription(const DescriptionFacts& description, const std::string& href,
-                         bool hasPage) {
-        Draft draft{.href = href,
-                    .facts = &description,
-                    .objects = {},
-                    .properties = {},
-                    .classProperties = {}};
-        for (const std::size_t index : objectsOf(description)) {
-            Entry& entry = m_entries[index];
-            if (entry.owner != none) {
-                entry.ownHref = hasPage ? href : hrefOf(object(index).page, object(index).anchor);
-                continue;
-            }
-            entry.ownHref = href;
-            entry.draft = m_drafts.size();
-            draft.objects.push_back(index);
-        }
-        if (!draft.objects.empty())
-            m_drafts.push_back(std::move(draft));
-    }
-
-    void fileUndescribed() {
-        for (const std::size_t index : m_result.undescribed) {
-            Entry& entry = m_entries[index];
-            entry.ownHref = hrefOf(object(index).page, object(index).anchor);
-            if (entry.owner != none)
-                continue;
-            entry.draft = m_drafts.size();
-            m_drafts.push_back({.href = entry.ownHref,
-                                .facts = nullptr,
-                                .objects = {index},
-                                .properties = {},
-                                .classProperties = {}});
-        }
-    }
-
-    [[nodiscard]] DocumentedProperty documentedProperty(std::size_t index) const {
-        const Entry& entry = m_entries[index];
-        DocumentedProperty property;
-        property.name = std::string(lastComponent(object(index).name));
-        property.title = object(index).role == "property" || object(index).role == "method"
-                             ? "Properties"
-                             : "Attributes";
-        property.href = entry.ownHref;
-        if (entry.facts != nullptr) {
-            property.classifier = entry.signature->type;
-            property.value = entry.signature->value;
-            for (const Field& field : entry.facts->fields)
-                if (field.role == FieldRole::Type)
-                    property.classifier = field.prose;
-            property.purpose = entry.facts->purpose;
-            property.explanation = explanationOf(*entry.facts);
-        }
-        return property;
-    }
-
-    // The properties on the class's own page come first, in page order; the others in the order of
-    // the inventory.
-    void collectProperties() {
-        for (std::size_t index = 0; index < m_entries.size(); ++index) {
-            Entry& entry = m_entries[index];
-            if (entry.owner == none)
-                continue;
-            entry.draft = m_entries[entry.owner].draft;
-            m_drafts[entry.draft].properties.push_back(index);
-        }
-        for (Draft& draft : m_drafts) {
-            if (draft.facts != nullptr)
-                draft.classProperties.addFields(draft.facts->fields);
-            const std::string& page = object(draft.objects.front()).page;
-            std::ranges::stable_sort(draft.properties, {}, [&](std::size_t index) {
-                const DescriptionFacts* const facts = m_entries[index].facts;
-                const bool isElsewhere = facts == nullptr || object(index).page != page;
-                // A page keeps its descriptions in one vector, in the order of the page.
-                return std::pair(
-                    isElsewhere,
-                    isElsewhere ? 0 : facts - m_gathered.pages.at(page).descriptions.data());
-            });
-            for (const std::size_t index : draft.properties)
-                draft.classProperties.add(documentedProperty(index));
-        }
-    }
-
-    [[nodiscard]] std::vector<property::RefEntity> entitiesOf(const Draft& draft) const {
+    [[nodiscard]] std::vector<property::RefEntity> entitiesOf(const DraftItem& draft) const {
         std::vector<property::RefEntity> entities;
         std::set<NameAndKind> seen;
         for (const std::size_t index : draft.objects)
             if (seen.insert(nameAndKind(index)).second)
-                entities.emplace_back(m_entries[index].kind.type, toUtf16(object(index).name),
-                                      m_entries[index].kind.functionType);
+                entities.emplace_back(m_filed.objects[index].kind.type, toUtf16(object(index).name),
+                                      m_filed.objects[index].kind.functionType);
         return entities;
     }
 
     [[nodiscard]] std::string summaryOf(std::size_t index) const {
         const auto found = m_gathered.summaries.find(object(index).name);
-        return m_entries[index].kind.type == RefEntityType::Package &&
+        return m_filed.objects[index].kind.type == RefEntityType::Package &&
                        found != m_gathered.summaries.end()
                    ? found->second
                    : std::string();
@@ -283,9 +89,9 @@ class Assembly {
     }
 
     void connectLinks() {
-        for (std::size_t index = 0; index < m_entries.size(); ++index) {
-            const Entry& entry = m_entries[index];
-            const std::string& href = m_drafts[entry.draft].href;
+        for (std::size_t index = 0; index < m_filed.objects.size(); ++index) {
+            const FiledObject& entry = m_filed.objects[index];
+            const std::string& href = m_filed.drafts[entry.draft].href;
             m_hrefs.emplace(hrefOf(object(index).page, object(index).anchor), href);
             if (entry.signature == nullptr)
                 continue;
@@ -295,7 +101,7 @@ class Assembly {
     }
 
     void fillPages() {
-        for (const Draft& draft : m_drafts) {
+        for (const DraftItem& draft : m_filed.drafts) {
             ItemSource source;
             source.href = draft.href;
             source.entities = entitiesOf(draft);
@@ -331,9 +137,9 @@ class Assembly {
     }
 
     [[nodiscard]] std::string purposeOf(std::size_t index) const {
-        const Entry& entry = m_entries[index];
-        if (entry.owner != none)
-            return m_drafts[entry.draft].classProperties.purposeOf(
+        const FiledObject& entry = m_filed.objects[index];
+        if (entry.owner.has_value())
+            return m_filed.drafts[entry.draft].classProperties.purposeOf(
                 std::string(lastComponent(object(index).name)));
         return entry.facts != nullptr ? itemPurpose(*entry.facts, summaryOf(index))
                                       : summaryOf(index);
@@ -342,43 +148,45 @@ class Assembly {
     // Of the objects that share a name, a kind and a place (overloads) the first on the page stands
     // for all of them in the lookup.
     [[nodiscard]] std::size_t speaker(std::size_t index) const {
-        const Entry& entry = m_entries[index];
-        return entry.owner != none
+        const FiledObject& entry = m_filed.objects[index];
+        return entry.owner.has_value()
                    ? index
-                   : m_speakers.at({m_drafts[entry.draft].href, nameAndKind(index)});
+                   : m_speakers.at({m_filed.drafts[entry.draft].href, nameAndKind(index)});
     }
 
     void addRecord(const std::string& name, Kind kind, std::size_t draft,
                    const std::string& purpose) {
         const property::RefItemLookup record(kind.type, kind.functionType,
-                                             toUtf16(m_drafts[draft].href), toUtf16(purpose));
+                                             toUtf16(m_filed.drafts[draft].href), toUtf16(purpose));
         const auto isNew =
-            m_recorded.insert({name, m_drafts[draft].href, kind.type, kind.functionType}).second;
+            m_recorded.insert({name, m_filed.drafts[draft].href, kind.type, kind.functionType})
+                .second;
         if (isNew)
             m_result.documentation.entities[toUtf16(name)].push_back(record);
     }
 
     void fillEntities() {
-        for (const Draft& draft : m_drafts)
+        for (const DraftItem& draft : m_filed.drafts)
             for (const std::size_t index : draft.objects)
                 m_speakers.try_emplace({draft.href, nameAndKind(index)}, index);
-        for (std::size_t index = 0; index < m_entries.size(); ++index)
-            addRecord(object(index).name, m_entries[index].kind, m_entries[index].draft,
+        for (std::size_t index = 0; index < m_filed.objects.size(); ++index)
+            addRecord(object(index).name, m_filed.objects[index].kind, m_filed.objects[index].draft,
                       purposeOf(speaker(index)));
         const Kind propertyKind{RefEntityType::Property, property::FunctionType::Property};
         const auto isName = [](const std::string& name) {
             return !name.empty() && name.find_first_of(" .,*()[]") == std::string::npos;
         };
-        for (std::size_t draft = 0; draft < m_drafts.size(); ++draft)
-            for (const std::size_t index : m_drafts[draft].objects) {
-                if (!holdsProperties(m_entries[index].kind.type) || object(index).domain == "cpp")
+        for (std::size_t draft = 0; draft < m_filed.drafts.size(); ++draft)
+            for (const std::size_t index : m_filed.drafts[draft].objects) {
+                if (!holdsProperties(m_filed.objects[index].kind.type) ||
+                    object(index).domain == "cpp")
                     continue;
-                for (const std::string& name : m_drafts[draft].classProperties.names()) {
+                for (const std::string& name : m_filed.drafts[draft].classProperties.names()) {
                     const std::string qualified = object(index).name + "." + name;
                     if (isName(name) &&
                         !m_result.documentation.entities.contains(toUtf16(qualified)))
                         addRecord(qualified, propertyKind, draft,
-                                  m_drafts[draft].classProperties.purposeOf(name));
+                                  m_filed.drafts[draft].classProperties.purposeOf(name));
                 }
             }
     }
@@ -386,8 +194,8 @@ class Assembly {
     // Commands whose names may be written in any case are listed in lower case and shown as people
     // write them.
     void addShownSpellings(std::vector<FurtherName>& names) const {
-        for (std::size_t index = 0; index < m_entries.size(); ++index) {
-            const SignatureFacts* const signature = m_entries[index].signature;
+        for (std::size_t index = 0; index < m_filed.objects.size(); ++index) {
+            const SignatureFacts* const signature = m_filed.objects[index].signature;
             if (signature != nullptr && object(index).domain == "cmake" &&
                 signature->name != object(index).name &&
                 lowered(signature->name) == object(index).name)
@@ -413,11 +221,11 @@ class Assembly {
         addShownSpellings(names);
         for (const auto& [text, index] : names) {
             const std::u16string name = toUtf16(text);
-            const Entry& entry = m_entries[index];
+            const FiledObject& entry = m_filed.objects[index];
             if (!entities.contains(name))
-                add(name,
-                    {entry.kind.type, entry.kind.functionType, toUtf16(m_drafts[entry.draft].href),
-                     toUtf16(purposeOf(speaker(index)))});
+                add(name, {entry.kind.type, entry.kind.functionType,
+                           toUtf16(m_filed.drafts[entry.draft].href),
+                           toUtf16(purposeOf(speaker(index)))});
             if (!holdsProperties(entry.kind.type) ||
                 ++namesWithMembers[index] > mostNamesWithMembers)
                 continue;
@@ -439,9 +247,7 @@ class Assembly {
 
     const Gathered& m_gathered;
     Scopes m_scopes;
-    std::vector<Entry> m_entries;
-    std::vector<Draft> m_drafts;
-    std::map<std::string, std::vector<std::size_t>> m_undescribedOf;  // by page
+    Filed m_filed;
     // Of each name and kind at an href, the first object.
     std::map<std::pair<std::string_view, NameAndKind>, std::size_t> m_speakers;
     // What has a record: name, href and kind.
