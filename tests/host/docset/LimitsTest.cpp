@@ -9,6 +9,7 @@
 #include "docset/JsonDocument.hpp"
 #include "docset/Manifest.hpp"
 #include "docset/ProductFileReader.hpp"
+#include "docset/publish.hpp"
 #include "host/docset/Sets.hpp"
 
 namespace reference::tests {
@@ -71,6 +72,34 @@ TEST(LimitsTest, ASetHasSoManyLocales) {
         EXPECT_EQ(manifest->locales.back(), "l999");
         EXPECT_THAT(manifest->products, SizeIs(1));
     }
+}
+
+TEST(LimitsTest, ALocaleHasSoManyCharacters) {
+    std::string ofFourBytes;
+    for (int number = 0; number < 50; ++number)
+        ofFourBytes += "\xF0\x9D\x84\x9E";
+    for (const std::string& longest : {std::string(50, 'l'), ofFourBytes})
+        for (const bool isTooLong : {false, true}) {
+            const std::string locale = longest + (isTooLong ? "l" : "");
+            const TempFolder root;
+            root.write(manifestPath,
+                       replaced(soundSet().manifest, "\"ja_JP\"", "\"" + locale + "\""));
+            FaultList faults;
+            const auto manifest = docset::readManifest(root.path(), faults.handler());
+            ASSERT_TRUE(manifest);
+            const auto product = makeProduct(u"other");
+            if (isTooLong) {
+                EXPECT_THAT(faults.all(), ElementsAre(Field(&Fault::problem,
+                                                            HasSubstr("more than 50 characters"))));
+                EXPECT_THAT(manifest->locales, ElementsAre("en_US"));
+                EXPECT_THROW(docset::publishProduct(root.path(), locale, product),
+                             docset::PublishError);
+            } else {
+                EXPECT_THAT(faults.all(), IsEmpty());
+                EXPECT_THAT(manifest->locales, ElementsAre("en_US", locale));
+                EXPECT_NO_THROW(docset::publishProduct(root.path(), locale, product));
+            }
+        }
 }
 
 TEST(LimitsTest, SoManyFaultsOfAFileHaveAPlace) {

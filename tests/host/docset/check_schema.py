@@ -115,6 +115,7 @@ REFUSED = [
     ("documentation-set", ("locales", 0), "", "itself"),
     ("documentation-set", ("locales", 0), "en/US", "itself"),
     ("documentation-set", ("locales", 0), "..", "itself"),
+    ("documentation-set", ("locales", 0), "l" * 51, "itself"),
     ("documentation-set", (*PRODUCT, "shortName"), "", "itself"),
     ("documentation-set", (*PRODUCT, "installed"), "yes", "itself"),
     ("documentation-set", FILES, {}, "itself"),
