@@ -15,7 +15,7 @@
 namespace reference::tools {
 namespace {
 
-constexpr std::string_view whiteSpace = " \t\r\n";
+constexpr std::string_view whiteSpace = " \t\r\n\v\f";
 
 // The text without those characters at either end.
 std::string_view without(std::string_view characters, std::string_view text) {
@@ -56,11 +56,10 @@ std::string nameInPastedCode(const std::string& text) {
 }
 
 std::vector<std::string> splitLine(std::string_view line) {
-    constexpr std::string_view dividers = " \t\r\n\v\f";
     constexpr std::string_view quotes = "\"'`";
     std::vector<std::string> arguments;
-    for (std::size_t at = line.find_first_not_of(dividers); at < line.size();
-         at = line.find_first_not_of(dividers, at)) {
+    for (std::size_t at = line.find_first_not_of(whiteSpace); at < line.size();
+         at = line.find_first_not_of(whiteSpace, at)) {
         std::string argument;
         if (quotes.find(line[at]) != std::string_view::npos) {
             const char quote = line[at++];
@@ -77,7 +76,7 @@ std::vector<std::string> splitLine(std::string_view line) {
                 return isOption && line[at] == '=' && at + 1 < line.size() &&
                        quotes.find(line[at + 1]) != std::string_view::npos;
             };
-            while (at < line.size() && dividers.find(line[at]) == std::string_view::npos &&
+            while (at < line.size() && whiteSpace.find(line[at]) == std::string_view::npos &&
                    !endsOption())
                 ++at;
             argument = line.substr(begin, at - begin);

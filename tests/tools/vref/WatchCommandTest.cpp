@@ -131,7 +131,7 @@ TEST(WatchCommandTest, TellsHowManyThereAreAndWhatElseFindTells) {
 
 TEST(WatchCommandTest, EachLineButBlankOnesHasOneAnswerWithItsNumber) {
     RunningSession session;
-    session.send("filter\n\n  \t\r\n:help\n--bogus\n:language en_US\r\nfilter");
+    session.send("filter\n\n \v\f\t\r\n:help\n--bogus\n:language en_US\r\nfilter");
     session.send("\n");
     std::vector<std::int64_t> lines;
     while (lines.size() < 5)
