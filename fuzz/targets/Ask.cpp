@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "FuzzTarget.hpp"
 #include "FuzzTexts.hpp"
@@ -37,6 +38,16 @@ bool isSame(const ask::Hit& a, const ask::Hit& b) {
            a.data.getRefItem() == b.data.getRefItem();
 }
 
+// What each call of code found is in the order of the rungs, one call after the other.
+void requireOrder(const std::vector<ask::Hit>& hits, std::u16string_view text) {
+    std::size_t looserBefore = 0;
+    for (std::size_t at = 1; at < hits.size(); ++at)
+        looserBefore += hits[at].rung < hits[at - 1].rung;
+    if (looserBefore == 0)
+        return;
+    require(looserBefore < ask::Question::parse(text).calls().size(), "Closer rungs go first");
+}
+
 void run(std::string_view input) {
     readShippedSet();
     const std::u16string question = unitsOf(input);
@@ -59,7 +70,7 @@ void run(std::string_view input) {
             "What was turned away is shown where nothing else is");
     require(whole->turnedAway.size() <= whole->filteredAway,
             "No more is shown than was turned away");
-    require(std::ranges::is_sorted(whole->hits, {}, &ask::Hit::rung), "Closer rungs go first");
+    requireOrder(whole->hits, question);
     for (const auto& hit : whole->hits)
         require(!hit.name.empty(), "A hit has a name");
 }

@@ -20,7 +20,8 @@ struct Hit {
 
 // What a question found. A plain value, independent of the library's caches.
 struct Answer {
-    // In order: no more than were asked for.
+    // No more than were asked for. Where code has several calls, what the likelier call found goes
+    // first; then what a closer rung found, then what is nearer to the question.
     std::vector<Hit> hits;
     // How many there are altogether. Where hits were left out, names that lead to one entry may
     // count one by one, because those that were left out were not looked at.

@@ -6,12 +6,12 @@
 
 #include <gmock/gmock.h>
 
+#include "AskFixture.hpp"
 #include "fl/i18n/utf.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
 #include "reference/ask/QuestionError.hpp"
 #include "reference/ask/ask.hpp"
 #include "support/Items.hpp"
-#include "support/LibraryTest.hpp"
 
 namespace reference::tests {
 namespace VELTRA_TEST_FILE {
@@ -24,51 +24,7 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
-class AskTest : public LibraryTest {
-  protected:
-    AskTest() {
-        source().add(ProductBuilder(u"frames")
-                         .entity(u"frames.read_csv", RefEntityType::Function, u"read_csv.html",
-                                 u"Read a comma-separated file into a table.")
-                         .entity(u"frames.read_json", RefEntityType::Function, u"read_json.html",
-                                 u"Read a JSON document into a table.")
-                         .entity(u"frames.Table", RefEntityType::Class, u"Table.html",
-                                 u"Columns of equal length.")
-                         .entity(u"frames.Table.sort_rows", RefEntityType::Method,
-                                 u"sort_rows.html", u"Sort the rows by a column.")
-                         .entity(u"frames.Table.drop", RefEntityType::Method, u"drop.html",
-                                 u"Remove rows or columns.")
-                         .entity(u"frames.Table.group_by", RefEntityType::Method, u"group_by.html",
-                                 u"Divide the rows into groups with equal values.")
-                         .entity(u"frames.io.CsvReader", RefEntityType::Class, u"CsvReader.html",
-                                 u"Reads records one by one.")
-                         .build());
-        source().add(ProductBuilder(u"numbers")
-                         .entity(u"numbers.linalg.norm", RefEntityType::Function, u"norm.html",
-                                 u"The length of a vector.")
-                         .entity(u"numbers.gaussian_kernel", RefEntityType::Function,
-                                 u"gaussian.html", u"Weights of a bell curve.")
-                         .entity(u"numbers.mean", RefEntityType::Function, u"mean.html",
-                                 u"The average of values.")
-                         .entity(u"Mean", RefEntityType::Class, u"MeanClass.html", u"Keeps a mean.")
-                         .build());
-    }
-
-    // "name [rung] change" of each hit.
-    static std::vector<std::string> find(const std::u16string& question,
-                                         const AskOptions& options = {}) {
-        std::vector<std::string> hits;
-        for (const auto& hit : ask::ask(question, options).hits)
-            hits.push_back(fl::i18n::toUtf8(hit.name) + " [" + std::string(toString(hit.rung)) +
-                           "]" + (hit.change.empty() ? "" : " " + fl::i18n::toUtf8(hit.change)));
-        return hits;
-    }
-
-    static std::string first(const std::u16string& question, const AskOptions& options = {}) {
-        const auto hits = find(question, options);
-        return hits.empty() ? "nothing" : hits.front();
-    }
-};
+using AskTest = AskFixture;
 
 TEST_F(AskTest, EachRungFindsWhatItIsFor) {
     struct Case {
@@ -224,108 +180,6 @@ TEST_F(AskTest, WithinARungEachKeyOfTheOrderDecides) {
     }
 }
 
-TEST_F(AskTest, WordsOfPackagesAloneAreNoParts) {
-    source().add(ProductBuilder(u"deep")
-                     .entity(u"outer.inner.leaf", RefEntityType::Function, u"leaf.html")
-                     .build());
-    EXPECT_THAT(find(u"outer inner in:name"), IsEmpty());
-    EXPECT_THAT(find(u"outer leaf in:name"), ElementsAre("outer.inner.leaf [parts]"));
-}
-
-TEST_F(AskTest, WordsOfATextCountWhereTheyStandTogether) {
-    std::u16string far = u"An otter swims.";
-    for (int word = 0; word < 100; ++word)
-        far += u" filler";
-    far += u" The walrus sleeps.";
-    ProductBuilder product(u"zoo");
-    for (const auto& [name, description] :
-         {std::pair<std::u16string, std::u16string>{u"zoo.far", far},
-          {u"zoo.near", u"An otter swims while the walrus sleeps."}}) {
-        const std::u16string href = name + u".html";
-        product.record(name, RefEntityType::Function, href);
-        product.item(makeItem(
-            {.href = href,
-             .entities = {{RefEntityType::Function, name, property::FunctionType::Function}},
-             .description = description}));
-    }
-    source().add(product.build());
-    EXPECT_THAT(find(u"walrus otter in:text"), ElementsAre("zoo.near [text]"));
-    EXPECT_EQ(first(u"walruses and otters"), "zoo.near [text]");
-}
-
-TEST_F(AskTest, AWordMayBePartOfACompound) {
-    source().add(ProductBuilder(u"counting")
-                     .entity(u"counting.isprime", RefEntityType::Function, u"a.html", u"Test it.")
-                     .entity(u"counting.primer", RefEntityType::Function, u"b.html", u"Test it.")
-                     .entity(u"counting.cyprime", RefEntityType::Function, u"c.html", u"Test it.")
-                     .build());
-    EXPECT_EQ(first(u"test of a prime"), "counting.isprime [most-words]");
-}
-
-TEST_F(AskTest, WhatACompoundIsMadeOfIsAskedOfItsProductAlone) {
-    source().add(ProductBuilder(u"cells")
-                     .entity(u"cells.gridprime", RefEntityType::Function, u"a.html", u"Any cell.")
-                     .entity(u"cells.isprime", RefEntityType::Function, u"b.html", u"Any cell.")
-                     .build());
-    const auto words = find(u"some primes product:cells");
-    source().add(ProductBuilder(u"more")
-                     .entity(u"more.draw", RefEntityType::Function, u"c.html", u"Draw a grid.")
-                     .build());
-    ReferenceCacheManager::ClearAllCaches();
-    EXPECT_THAT(words, ElementsAre("cells.isprime [most-words]"));
-    EXPECT_EQ(find(u"some primes product:cells"), words);
-}
-
-TEST_F(AskTest, APhraseMayMeanANameThatHasNoneOfItsWords) {
-    source().add(ProductBuilder(u"spread")
-                     .entity(u"spread.std", RefEntityType::Function, u"a.html", u"How far apart.")
-                     .entity(u"spread.conf_int", RefEntityType::Function, u"b.html", u"Bounds.")
-                     .entity(u"spread.other", RefEntityType::Function, u"c.html", u"Another.")
-                     .build());
-    EXPECT_EQ(first(u"standard deviation of samples"), "spread.std [most-words]");
-    EXPECT_EQ(first(u"confidence interval"), "spread.conf_int [most-words]");
-    EXPECT_THAT(find(u"standard"), IsEmpty());
-}
-
-// What all names have would make each of them an answer.
-TEST_F(AskTest, AWordThatManyNamesHaveSaysNothingInPlaceOfAnother) {
-    ProductBuilder product(u"tables");
-    for (unsigned number = 0; number < 100; ++number) {
-        const std::u16string name = u"tables.f" + std::u16string(number / 10 + 1, u'x') +
-                                    static_cast<char16_t>(u'a' + number % 10);
-        product.entity(name, RefEntityType::Function, name + u".html",
-                       number < 50 ? u"Shuffle them." : u"Leave them.");
-    }
-    source().add(product.build());
-    EXPECT_THAT(find(u"scramble"), IsEmpty());
-    source().add(ProductBuilder(u"decks")
-                     .entity(u"decks.deal", RefEntityType::Function, u"a.html", u"Shuffle them.")
-                     .entity(u"decks.cut", RefEntityType::Function, u"b.html", u"Cut them.")
-                     .build());
-    ReferenceCacheManager::ClearAllCaches();
-    EXPECT_THAT(find(u"scramble"), ElementsAre("decks.deal [most-words]"));
-}
-
-TEST_F(AskTest, WordsOfAPhraseThatTheThesaurusKnowsAreNotMisspelt) {
-    source().add(ProductBuilder(u"chance")
-                     .entity(u"chance.random", RefEntityType::Function, u"a.html", u"Any number.")
-                     .entity(u"chance.month", RefEntityType::Function, u"b.html", u"One of twelve.")
-                     .build());
-    EXPECT_EQ(first(u"monte carlo"), "chance.random [most-words]");
-}
-
-TEST_F(AskTest, SynonymsAreFoundWhateverElseIsInstalled) {
-    source().add(ProductBuilder(u"clock")
-                     .entity(u"clock.TimeZone", RefEntityType::Class, u"a.html", u"An offset.")
-                     .build());
-    EXPECT_EQ(first(u"utc"), "clock.TimeZone [most-words]");
-    source().add(ProductBuilder(u"more")
-                     .entity(u"more.all_timezones", RefEntityType::Function, u"b.html", u"Names.")
-                     .build());
-    ReferenceCacheManager::ClearAllCaches();
-    EXPECT_THAT(find(u"utc product:clock"), ElementsAre("clock.TimeZone [most-words]"));
-}
-
 TEST_F(AskTest, WhatOthersReferToIsLikelier) {
     ProductBuilder product(u"referred");
     const auto add = [&](const std::u16string& name, const std::u16string& purpose,
@@ -381,6 +235,11 @@ TEST_F(AskTest, OfNamesWithTheSameWordsTheLikeliestIsFirst) {
     EXPECT_EQ(first(u"washing herons"), "a.vole [words]");
     EXPECT_EQ(first(u"drawing lizards"), "a.lynx [words]");
     EXPECT_EQ(first(u"painting turtles"), "a.__dove__ [words]");
+}
+
+TEST_F(AskTest, WhatTheLikelierCallOfCodeFindsGoesFirstOnWhicheverRung) {
+    EXPECT_THAT(find(u"frames.read_csv(\"x.csv\").sort_rows(1)"),
+                ElementsAre("frames.Table.sort_rows [without-package]", "frames.read_csv [name]"));
 }
 
 TEST_F(AskTest, APropertyOfAClassIsAHitOfItsOwn) {
