@@ -92,8 +92,8 @@ std::vector<std::u16string> partsOf(const std::u16string& text) {
     return parts;
 }
 
-// How long names are at most: five letters take seconds. The environment variable asks for more;
-// six letters take minutes.
+// How long names are at most: five letters take seconds, and half a minute with sanitizers, where
+// the environment variable asks for four; six letters take minutes.
 std::size_t longestName() {
     const char* const wanted = std::getenv("VELTRA_TEST_LONGEST_NAME");
     return wanted == nullptr ? 5 : std::stoul(wanted);
