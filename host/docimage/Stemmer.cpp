@@ -7,10 +7,12 @@
 #include <new>
 
 #include <unicode/brkiter.h>
+#include <unicode/locid.h>
 #include <unicode/unistr.h>
 
 #include "docimage/searchForm.hpp"
 #include "fl/i18n/units.hpp"
+#include "foundation/core/Once.hpp"
 
 namespace reference::docimage {
 namespace {
@@ -95,6 +97,22 @@ void writeStems(const Lexicon& words, ImageWriter& writer, std::uint32_t firstSe
     stems.writeTo(writer, firstSection, FoundBy::Ends);
 }
 
+namespace {
+
+// The first break iterator of a process makes ICU find out its default locale, which belongs to the
+// program around. Where ICU lacks the memory for that, it waits for its own lock for ever; so it is
+// asked while there is some. Throws std::bad_alloc.
+void findOutDefaultLocale() {
+    static foundation::core::Once once;
+    once.call([] {
+        constexpr std::size_t plenty = 64 << 10;
+        ::operator delete(::operator new(plenty));
+        static_cast<void>(icu::Locale::getDefault());
+    });
+}
+
+}  // namespace
+
 std::vector<std::string> wordsOf(std::u16string_view text) {
     std::vector<std::string> words;
     const auto add = [&](std::u16string_view run) { words.push_back(searchForm(run)); };
@@ -102,6 +120,7 @@ std::vector<std::string> wordsOf(std::u16string_view text) {
         forEachRunOfLetters(text, add);
         return words;
     }
+    findOutDefaultLocale();
     UErrorCode status = U_ZERO_ERROR;
     const std::unique_ptr<icu::BreakIterator> breaks(
         icu::BreakIterator::createWordInstance(icu::Locale("root"), status));

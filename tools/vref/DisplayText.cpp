@@ -94,6 +94,13 @@ std::string padToWidth(std::string_view text, std::size_t width) {
     return std::string(text) + std::string(used < width ? width - used : 0, ' ');
 }
 
+void prepareDefaultLocale() {
+    UErrorCode error = U_ZERO_ERROR;
+    icu::Locale::setDefault(icu::Locale("en"), error);
+    if (U_FAILURE(error))
+        throw std::bad_alloc();
+}
+
 std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width) {
     std::vector<std::string> lines;
     if (text.empty())

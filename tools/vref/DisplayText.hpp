@@ -10,6 +10,11 @@ namespace reference::tools {
 // Text as it fills the cells of a terminal. Unless said otherwise, all texts are well-formed UTF-8.
 // Any thread.
 
+// Chooses ICU's default locale, which nothing here depends on: left to itself, ICU finds it out
+// when it is first asked for words or lines, and waits for its own lock for ever where it lacks the
+// memory to. To be called before all else here, while there is one thread. Throws std::bad_alloc.
+void prepareDefaultLocale();
+
 // How many columns the text takes: two for a wide or fullwidth character (Unicode Standard Annex
 // 11), none for a combining mark or a control character, one for any other.
 [[nodiscard]] std::size_t displayWidth(std::string_view text);

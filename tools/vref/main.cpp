@@ -19,6 +19,7 @@
 #include "vref/Commands.hpp"
 #include "vref/CompleteLine.hpp"
 #include "vref/Configuration.hpp"
+#include "vref/DisplayText.hpp"
 #include "vref/FindCommandLine.hpp"
 #include "vref/ImportCommandLine.hpp"
 #include "vref/Nearest.hpp"
@@ -403,6 +404,7 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
     ignoreFileSizeSignal();
     try {
+        prepareDefaultLocale();
         return run(argc, argv);
     } catch (...) {
         // Not even memory for a message is left.
