@@ -114,20 +114,27 @@ auto readImage(const files::Folder& root, const std::string& jsonFile, ImageKind
     return std::nullopt;
 }
 
-ImageSource sourceOf(const files::Folder& folder, const std::string& jsonFile) {
+// Nothing where there is no such file. Throws std::system_error where it cannot be read.
+std::optional<ImageSource> sourceIfThere(const files::Folder& folder, const std::string& jsonFile) {
     std::error_code error;
     const files::Descriptor json = folder.openFile(jsonFile, error);
+    if (error == std::errc::no_such_file_or_directory)
+        return std::nullopt;
     const auto content =
         json.isOpen() ? folder.readFile(jsonFile, maxFileSize, error) : std::nullopt;
     if (!content)
         throw std::system_error(error, (folder.path() / jsonFile).string());
-    return {.stamp = files::FileStamp::of(json.number()), .hash = Image::hashOf(*content)};
+    return ImageSource{.stamp = files::FileStamp::of(json.number()),
+                       .hash = Image::hashOf(*content)};
 }
 
 void writeImage(const files::Folder& folder, const std::string& jsonFile, ImageKind kind,
                 const ImageWriter& image) {
-    folder.replaceFile(imageFileName(jsonFile),
-                       docimage::toImageFile(image, kind, sourceOf(folder, jsonFile)));
+    const auto source = sourceIfThere(folder, jsonFile);
+    if (!source)
+        throw std::system_error(std::make_error_code(std::errc::no_such_file_or_directory),
+                                (folder.path() / jsonFile).string());
+    folder.replaceFile(imageFileName(jsonFile), docimage::toImageFile(image, kind, *source));
 }
 
 }  // namespace
@@ -188,11 +195,9 @@ void writeCompiledLookup(const files::Folder& folder, const std::string& jsonFil
     addHeader(header, headers);
     headers.writeTo(image, headersSection);
     std::vector<StoredAliasFile> aliasFiles;
-    if (hasAliasFile(folder, jsonFile)) {
-        const ImageSource source = sourceOf(folder, aliasFileName(jsonFile));
+    if (const auto source = sourceIfThere(folder, aliasFileName(jsonFile)))
         aliasFiles.push_back(
-            {.size = source.stamp.size, .modified = source.stamp.modified, .hash = source.hash});
-    }
+            {.size = source->stamp.size, .modified = source->stamp.modified, .hash = source->hash});
     image.addArray(aliasFileSection, aliasFiles);
     LookupImage::write(entities, aliases, image);
     writeImage(folder, jsonFile, ImageKind::Lookup, image);

@@ -61,8 +61,10 @@ def cannot_tell(run: Run, fault: Fault) -> bool:
 
 
 def is_of_output(run: Run) -> bool:
-    """Whether what failed was the output: the tool then ends with status 2, whatever it did."""
-    return run.failed_descriptor in (STANDARD_OUTPUT, STANDARD_ERROR)
+    """Whether what failed was the output: the tool then ends with status 2, whatever it did. Where all
+    writes fail from some file on, nothing can be said any more, which shows in silence."""
+    said = [line for line in run.messages.splitlines() if not line.startswith("importing ")]
+    return not (run.output or said) or run.failed_descriptor in (STANDARD_OUTPUT, STANDARD_ERROR)
 
 
 def news(run: Run, right: Run) -> str:

@@ -5,15 +5,21 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <string>
 
 #include <unicode/brkiter.h>
+#include <unicode/locid.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/ustring.h>
+#include <unicode/utf16.h>
 
 #include "fl/i18n/utf.hpp"
 
 namespace reference::tools {
 namespace {
+
+using fl::i18n::toUtf8;
 
 std::size_t columnsOf(UChar32 character) {
     const int category = u_charType(character);
@@ -24,45 +30,62 @@ std::size_t columnsOf(UChar32 character) {
     return width == U_EA_WIDE || width == U_EA_FULLWIDTH ? 2 : 1;
 }
 
-icu::UnicodeString toUnicode(std::string_view text) {
-    return icu::UnicodeString::fromUTF8(
-        icu::StringPiece(text.data(), static_cast<std::int32_t>(text.size())));
+// Not icu::UnicodeString, which is empty where there is no memory for a text, without a word. What
+// is not well-formed becomes U+FFFD.
+std::u16string toUnits(std::string_view utf8) {
+    std::u16string units(utf8.size(), u' ');  // no character has more units than bytes
+    std::int32_t length = 0;
+    UErrorCode error = U_ZERO_ERROR;
+    u_strFromUTF8WithSub(units.data(), static_cast<std::int32_t>(units.size()), &length,
+                         utf8.data(), static_cast<std::int32_t>(utf8.size()), 0xFFFD, nullptr,
+                         &error);
+    units.resize(static_cast<std::size_t>(length));
+    return units;
 }
 
-std::string toUtf8(const icu::UnicodeString& text) {
-    std::string utf8;
-    return text.toUTF8String(utf8);
+// The text in the shape that ICU takes. Not a copy, so that it needs no memory.
+icu::UnicodeString aliasOf(std::u16string_view text) {
+    return {false, text.data(), static_cast<std::int32_t>(text.size())};
 }
 
-std::size_t widthOf(const icu::UnicodeString& text) {
+// The character that begins at `at`, which is moved behind it.
+UChar32 nextCharacter(const icu::UnicodeString& text, std::int32_t& at) {
+    const UChar32 character = text.char32At(at);
+    at += U16_LENGTH(character);
+    return character;
+}
+
+std::size_t widthOf(std::u16string_view text) {
     std::size_t width = 0;
-    for (std::int32_t at = 0; at < text.length(); at = text.moveIndex32(at, 1))
-        width += columnsOf(text.char32At(at));
+    const icu::UnicodeString alias = aliasOf(text);
+    for (std::int32_t at = 0; at < alias.length();)
+        width += columnsOf(nextCharacter(alias, at));
     return width;
 }
 
-icu::UnicodeString trimmedAtEnd(icu::UnicodeString text) {
-    std::int32_t length = text.length();
-    while (length > 0 && u_isUWhiteSpace(text.char32At(length - 1)) != 0)
-        --length;
-    text.truncate(length);
+// No white space is beyond the Basic Multilingual Plane.
+std::u16string_view trimmedAtEnd(std::u16string_view text) {
+    while (!text.empty() && u_isUWhiteSpace(text.back()) != 0)
+        text.remove_suffix(1);
     return text;
 }
 
 // Breaks one line of a text.
-void wrapLine(const icu::UnicodeString& line, std::size_t width, icu::BreakIterator& breaks,
+void wrapLine(std::u16string_view line, std::size_t width, icu::BreakIterator& breaks,
               std::vector<std::string>& lines) {
-    breaks.setText(line);
-    icu::UnicodeString current;
+    const icu::UnicodeString alias = aliasOf(line);
+    breaks.setText(alias);
+    std::u16string current;
     std::int32_t start = breaks.first();
     for (std::int32_t end = breaks.next(); end != icu::BreakIterator::DONE; end = breaks.next()) {
-        const icu::UnicodeString piece = line.tempSubStringBetween(start, end);
+        const auto piece =
+            line.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start));
         start = end;
-        if (!current.isEmpty() && widthOf(current) + widthOf(trimmedAtEnd(piece)) > width) {
+        if (!current.empty() && widthOf(current) + widthOf(trimmedAtEnd(piece)) > width) {
             lines.push_back(toUtf8(trimmedAtEnd(current)));
-            current.remove();
+            current.clear();
         }
-        current.append(piece);
+        current += piece;
     }
     lines.push_back(toUtf8(trimmedAtEnd(current)));
 }
@@ -70,23 +93,23 @@ void wrapLine(const icu::UnicodeString& line, std::size_t width, icu::BreakItera
 }  // namespace
 
 std::size_t displayWidth(std::string_view text) {
-    return widthOf(toUnicode(text));
+    return widthOf(toUnits(text));
 }
 
 std::string cutToWidth(std::string_view text, std::size_t width) {
-    const icu::UnicodeString whole = toUnicode(text);
+    const std::u16string whole = toUnits(text);
     if (widthOf(whole) <= width)
         return std::string(text);
-    icu::UnicodeString kept;
+    const icu::UnicodeString alias = aliasOf(whole);
+    std::int32_t kept = 0;
     std::size_t used = 1;  // the ellipsis
-    for (std::int32_t at = 0; at < whole.length(); at = whole.moveIndex32(at, 1)) {
-        const UChar32 character = whole.char32At(at);
-        used += columnsOf(character);
+    for (std::int32_t at = 0; at < alias.length(); kept = at) {
+        used += columnsOf(nextCharacter(alias, at));
         if (used > width)
             break;
-        kept.append(character);
     }
-    return toUtf8(trimmedAtEnd(kept)) + (width > 0 ? "…" : "");
+    const auto beginning = std::u16string_view(whole).substr(0, static_cast<std::size_t>(kept));
+    return toUtf8(trimmedAtEnd(beginning)) + (width > 0 ? "…" : "");
 }
 
 std::string padToWidth(std::string_view text, std::size_t width) {
@@ -111,14 +134,10 @@ std::vector<std::string> wrapToWidth(std::string_view text, std::size_t width) {
     // The rules are part of ICU: they are missing only where there is no memory for them.
     if (U_FAILURE(error))
         throw std::bad_alloc();
-    const icu::UnicodeString whole = toUnicode(text);
-    std::int32_t start = 0;
-    while (start <= whole.length()) {
-        std::int32_t end = whole.indexOf(u'\n', start);
-        if (end < 0)
-            end = whole.length();
-        const icu::UnicodeString line = whole.tempSubStringBetween(start, end);
-        wrapLine(line, width, *breaks, lines);
+    const std::u16string whole = toUnits(text);
+    for (std::size_t start = 0; start <= whole.size();) {
+        const std::size_t end = std::min(whole.find(u'\n', start), whole.size());
+        wrapLine(std::u16string_view(whole).substr(start, end - start), width, *breaks, lines);
         start = end + 1;
     }
     return lines;
@@ -131,13 +150,15 @@ bool controlsTerminal(char32_t character) noexcept {
 }
 
 std::string withoutControls(std::string_view text) {
-    const icu::UnicodeString whole = toUnicode(text);
-    icu::UnicodeString kept;
-    for (std::int32_t at = 0; at < whole.length(); at = whole.moveIndex32(at, 1)) {
-        const UChar32 character = whole.char32At(at);
+    const std::u16string whole = toUnits(text);
+    const icu::UnicodeString alias = aliasOf(whole);
+    std::u16string kept;
+    for (std::int32_t begin = 0, end = 0; begin < alias.length(); begin = end) {
+        const UChar32 character = nextCharacter(alias, end);
         if (character == u'\n' || character == u'\t' ||
             !controlsTerminal(static_cast<char32_t>(character)))
-            kept.append(character);
+            kept.append(whole, static_cast<std::size_t>(begin),
+                        static_cast<std::size_t>(end - begin));
     }
     return toUtf8(kept);
 }

@@ -36,12 +36,16 @@ bool isLetterOrDigit(UChar32 character) {
 }
 
 bool isProductName(const std::string& text) {
-    const auto units = icu::UnicodeString::fromUTF8(text);
-    if (units.isEmpty() || !isLetterOrDigit(units.char32At(0)))
+    const std::u16string units = fl::i18n::toUtf16(text);
+    // Not a copy, which would be empty where there is no memory.
+    const icu::UnicodeString name(false, units.data(), static_cast<std::int32_t>(units.size()));
+    if (name.isEmpty() || !isLetterOrDigit(name.char32At(0)))
         return false;
-    for (std::int32_t at = 0; at < units.length(); at = units.moveIndex32(at, 1)) {
-        const UChar32 character = units.char32At(at);
-        if (!isLetterOrDigit(character) && icu::UnicodeString(u"-_.+").indexOf(character) < 0)
+    for (std::int32_t at = 0; at < name.length(); at = name.moveIndex32(at, 1)) {
+        const UChar32 character = name.char32At(at);
+        const bool isSign =
+            character == '-' || character == '_' || character == '.' || character == '+';
+        if (!isLetterOrDigit(character) && !isSign)
             return false;
     }
     return true;
@@ -62,9 +66,9 @@ void requireCleanTexts(CLI::App& command) {
 std::string checkClean(const std::string& text) {
     if (!isUtf8(text))
         return checkUtf8(text);
-    const auto units = icu::UnicodeString::fromUTF8(text);
-    for (std::int32_t at = 0; at < units.length(); at = units.moveIndex32(at, 1))
-        if (u_charType(units.char32At(at)) == U_CONTROL_CHAR)
+    // All control characters are in the Basic Multilingual Plane.
+    for (const char16_t unit : fl::i18n::toUtf16(text))
+        if (u_charType(unit) == U_CONTROL_CHAR)
             return "The text holds control characters, such as a line end; it must be one line of "
                    "plain text.";
     return {};

@@ -1,6 +1,7 @@
 #include "vref/WatchedDocumentation.hpp"
 
 #include <exception>
+#include <new>
 #include <utility>
 
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
@@ -84,6 +85,9 @@ bool WatchedDocumentation::loadIfOutdated(const std::string& why) {
     try {
         ReferenceCacheManager::PopulateLookupCaches();
         m_documentation.setLoaded();
+    } catch (const std::bad_alloc&) {
+        m_warn("There is not enough memory to read the documentation.");
+        return false;
     } catch (const std::exception& error) {
         m_warn(error.what());
         return false;

@@ -58,7 +58,7 @@ class HtmlArena::Storage {
 
     [[nodiscard]] std::jmp_buf& wayOut() noexcept { return m_wayOut; }
 
-    // Why the way out was taken.
+    // Why the way out was taken; null: the system has no more memory.
     [[nodiscard]] const char* problem() const noexcept { return m_problem; }
 
   private:
@@ -92,7 +92,7 @@ class HtmlArena::Storage {
             leave("Its tree would take more than 512 MiB of memory.");
         auto* const bytes = new (std::nothrow) std::byte[size];
         if (bytes == nullptr)
-            leave("There is not enough memory for its tree.");
+            leave(nullptr);
         m_blocks.push_back({std::unique_ptr<std::byte[]>(bytes), size});
         m_total += size;
     }
@@ -296,8 +296,10 @@ HtmlDocument::HtmlDocument(HtmlArena& arena, std::string_view text) : m_arena(ar
     const GumboOutput* output =
         parseWithin(options, m_arena.m_storage->wayOut(), text.data(), text.size());
     if (output == nullptr) {
-        const std::string problem = m_arena.m_storage->problem();
+        const char* const problem = m_arena.m_storage->problem();
         m_arena.m_storage->reset();
+        if (problem == nullptr)
+            throw std::bad_alloc();
         throw HtmlError(problem);
     }
     m_root = Node(output->root);

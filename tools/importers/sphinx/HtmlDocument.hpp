@@ -40,7 +40,8 @@ class HtmlDocument {
 
     // Parses well-formed UTF-8. Throws HtmlError where elements are nested deeper than `maxDepth`,
     // one has more than `maxAttributes`, or the tree would take more than 512 MiB: no honest page
-    // comes near that. From then on its nodes throw HtmlError once reading them has taken more than
+    // comes near that. Throws std::bad_alloc where the system has no more memory, which is no fault
+    // of the page. From then on its nodes throw HtmlError once reading them has taken more than
     // `maxStepsForNode` steps for each of them. To be destroyed by the thread that made it.
     HtmlDocument(HtmlArena& arena, std::string_view text);
     ~HtmlDocument();
