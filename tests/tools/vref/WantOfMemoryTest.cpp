@@ -2,7 +2,9 @@
 #include <cstddef>
 #include <cstdlib>
 #include <new>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 #include <gtest/gtest.h>
 #include <unicode/uclean.h>
@@ -44,16 +46,19 @@ enum Outcome { OutOfMemory, Wrapped, Wrong };
     u_setMemoryFunctions(nullptr, &allocate, &allocateAgain, &release, &error);
     if (U_FAILURE(error))
         std::exit(Wrong);
+    // Longer than what ICU keeps without an allocation.
+    const std::vector<std::string> words = {std::string(100, 'a'), std::string(100, 'b')};
     allocationsLeft = allocations;
     try {
         tools::prepareDefaultLocale();
-        std::exit(tools::wrapToWidth("one two", 4).size() == 2 ? Wrapped : Wrong);
+        const auto lines = tools::wrapToWidth(words[0] + " " + words[1], 100);
+        std::exit(lines == words ? Wrapped : Wrong);
     } catch (const std::bad_alloc&) {
         std::exit(OutOfMemory);
     }
 }
 
-TEST(WantOfMemoryTest, IcuNeverWaitsForItself) {
+TEST(WantOfMemoryTest, TextIsWrappedOrThatIsToldAndIcuNeverWaitsForItself) {
     // Runs the program anew, in which ICU has not been used.
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     constexpr std::size_t enough = 60;

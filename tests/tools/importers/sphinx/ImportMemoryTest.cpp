@@ -13,7 +13,8 @@ namespace VELTRA_TEST_FILE {
 
 using importers::sphinx::importTree;
 
-// A page that is left out for want of memory would be missing for good, and without a fault of its own.
+// A page that is left out for want of memory would be missing for good, and without a fault of its
+// own.
 TEST(ImportMemoryTest, IsWholeOrEndsWhicheverAllocationFails) {
     BuiltTree tree;
     tree.object("f", "py:function", "f.html#f")
