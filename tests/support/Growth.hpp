@@ -18,8 +18,9 @@ struct GrowthSizes {
 // Whether the processor time of `run(size)`, counted over all threads of the process, grows about
 // as its input: three doublings may make it 22 times as long, where linear growth makes it 8 times
 // and quadratic growth 64 times as long. What stays below 30 ms at the largest size passes. Each
-// size is run up to three times, and the quickest run counts; `run` makes its input itself, which
-// therefore must be cheap beside what is measured.
+// size is run up to three times, and the quickest run counts; what seems to grow too fast is
+// measured once more. `run` makes its input itself, which therefore must be cheap beside what is
+// measured.
 [[nodiscard]] testing::AssertionResult growsLinearly(const std::function<void(std::size_t)>& run,
                                                      GrowthSizes sizes = {});
 
