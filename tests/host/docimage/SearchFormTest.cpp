@@ -50,9 +50,23 @@ TEST(UnitBytesTest, OrderAndPartsAreThoseOfTheTexts) {
     }
 }
 
+TEST(UnitBytesTest, AreThoseOfTheirTextAlone) {
+    // Units of one, two and three bytes, and others that differ from them in one of these.
+    const std::vector<std::u16string> texts = {
+        u"",       u"a",      u"b",       u"ab",     u"\u0100",    u"\u0101",
+        u"\u0140", u"\u0120", u"a\u0100", u"\u65E5", u"\u65E6",    u"\u65C5",
+        u"\u6525", u"\u75E5", u"\u65E5a", u"\xD801", u"\U00010400"};
+    for (const auto& text : texts)
+        for (const auto& other : texts)
+            EXPECT_EQ(areUnitBytesOf(toUnitBytes(text), other), text == other)
+                << testing::PrintToString(text) << " and " << testing::PrintToString(other);
+}
+
 TEST(UnitBytesTest, BytesThatAreNoTextAreReadWithinTheirBounds) {
-    for (const std::string_view bytes : {"\xE6", "\xE6\x97", "\xC3", "a\xFF", "\x80"})
+    for (const std::string_view bytes : {"\xE6", "\xE6\x97", "\xC3", "a\xFF", "\x80"}) {
         EXPECT_LE(fromUnitBytes(bytes).size(), bytes.size());
+        EXPECT_FALSE(areUnitBytesOf(bytes, u"\u65E5\u672C"));
+    }
 }
 
 TEST(SearchFormTest, IsTheLowerCaseWithOneSigma) {

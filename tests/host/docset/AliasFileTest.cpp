@@ -116,6 +116,31 @@ TEST(AliasFileTest, ABrokenFileTakesNothingButTheAliasesAway) {
     EXPECT_THAT(dump(docset::compile(root.path()).faults), HasSubstr("demo.lookup.aliases.json"));
 }
 
+TEST(AliasFileTest, AFileOfAnotherFormatHasNoAliases) {
+    const TempFolder root;
+    writeSet(root, soundSet());
+    struct Row {
+        const char* content;
+        const char* fault;
+    };
+    for (const Row& row : {
+             Row{R"({"format": "veltra-documentation-set", "formatVersion": 1, "aliases": {}})",
+                 "format: "},
+             Row{R"({"format": "veltra-documentation-aliases", "formatVersion": 2, "aliases": {}})",
+                 "formatVersion: "},
+             Row{R"({"format": "veltra-documentation-aliases", "formatVersion": 1})", "aliases"},
+             Row{R"({"format": "veltra-documentation-aliases", "formatVersion": 1, "aliases": []})",
+                 "aliases"},
+         }) {
+        SCOPED_TRACE(row.content);
+        root.write(aliasPath, row.content);
+        FaultList faults;
+        const auto aliases = readAliases(root.path(), lookupPath, faults.handler());
+        EXPECT_EQ(aliases.value_or(Aliases()), Aliases());
+        EXPECT_THAT(dump(faults.all()), HasSubstr(row.fault));
+    }
+}
+
 TEST(AliasFileTest, ValidationCountsItAndSeesRepeatedMembers) {
     const TempFolder root;
     writeSet(root, soundSet());

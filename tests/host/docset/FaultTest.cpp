@@ -20,5 +20,16 @@ TEST(FaultTest, IsWrittenWithWhatIsKnownOfIt) {
         "a.json:3:14: title: It is wrong.");
 }
 
+TEST(FaultTest, IsOneLineWhateverStandsInIt) {
+    EXPECT_EQ((Fault{.file = "a\nb.json", .field = "x\x1B[2J", .problem = "\x7F\r ü ~"}).toString(),
+              R"(a\u000ab.json: x\u001b[2J: \u007f\u000d ü ~)");
+}
+
+TEST(FaultTest, WantOfMemoryMayPass) {
+    const Fault fault = Fault::outOfMemory("a.json");
+    EXPECT_EQ(fault.toString(), "a.json: There is not enough memory to read the file.");
+    EXPECT_TRUE(fault.mayPass);
+}
+
 }  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests

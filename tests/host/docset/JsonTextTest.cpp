@@ -98,5 +98,31 @@ TEST(JsonTextTest, KeepsMembersInTheirOrder) {
               "{\n  \"z\": 1,\n  \"a\": 2,\n  \"m\": 3\n}");
 }
 
+TEST(JsonTextTest, EscapesWhatATerminalMayObeyAndNothingElse) {
+    struct Row {
+        std::string text;
+        std::string written;
+    };
+    const std::vector<Row> rows = {
+        {"a\x1B[2Jb", R"("a\u001b[2Jb")"},
+        {"a\x7F", R"("a\u007f")"},
+        {"\u0080b", R"("\u0080b")"},
+        {"\u009B2J", R"("\u009b2J")"},
+        {"a\u2028b", R"("a\u2028b")"},
+        {"\u202A\u202E", R"("\u202a\u202e")"},
+        {"\u2066x\u2069", R"("\u2066x\u2069")"},
+        {"\u009F\x7F\u2029", R"("\u009f\u007f\u2029")"},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(docset::toJsonText(json::string(row.text)), row.written);
+        EXPECT_EQ(json::parse(row.written), json::value(row.text));
+        EXPECT_EQ(written(json::object{{row.text, row.text}}),
+                  "{\n  " + row.written + ": " + row.written + "\n}");
+    }
+    for (const std::string text :
+         {"~", "\u00A0", "\u00A9 é", "\u2027", "\u202F", "\u2065", "\u206A", "€", "\u2126"})
+        EXPECT_EQ(docset::toJsonText(json::string(text)), '"' + text + '"');
+}
+
 }  // namespace VELTRA_TEST_FILE
 }  // namespace reference::tests
