@@ -43,11 +43,13 @@ class Line:
         self.taken = {}  # by the kinds of the branches
 
     def add(self, told):
-        self.count += told["count"]
+        # What a process counts while it exits and its threads go on does not add up: gcov, which takes
+        # one number from another, may come to less than nothing.
+        self.count += max(told["count"], 0)
         kinds = tuple((branch["fallthrough"], branch["throw"]) for branch in told["branches"])
         known = self.taken.setdefault(kinds, [0] * len(kinds))
         for at, branch in enumerate(told["branches"]):
-            known[at] += branch["count"]
+            known[at] += max(branch["count"], 0)
 
     def branches(self):
         return [count for kinds, taken in sorted(self.taken.items())
