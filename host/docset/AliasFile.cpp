@@ -104,14 +104,20 @@ std::optional<docimage::Aliases> readAliases(const std::filesystem::path& root,
 
 std::optional<docimage::Aliases> readAliases(const files::Folder& root, std::string_view lookupFile,
                                              const FaultHandler& onFault) {
+    return readAliasFile(root, lookupFile, onFault).aliases;
+}
+
+AliasFile readAliasFile(const files::Folder& root, std::string_view lookupFile,
+                        const FaultHandler& onFault) {
     std::error_code error;
     if (!root.openFile(aliasFileName(lookupFile), error).isOpen()) {
         if (error == std::errc::no_such_file_or_directory)
-            return docimage::Aliases();
+            return {.isThere = false, .aliases = docimage::Aliases()};
         onFault(faultOf(root, aliasFileName(lookupFile), error));
-        return std::nullopt;
+        return {.isThere = true, .aliases = std::nullopt};
     }
-    return JsonDocument::readAs(root, aliasFileName(lookupFile), onFault, &aliasesOf);
+    return {.isThere = true,
+            .aliases = JsonDocument::readAs(root, aliasFileName(lookupFile), onFault, &aliasesOf)};
 }
 
 }  // namespace reference::docset

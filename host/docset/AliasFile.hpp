@@ -36,6 +36,16 @@ inline constexpr std::size_t mostNamesOfAlias = 8;
 [[nodiscard]] VELTRA_HOST_API std::optional<docimage::Aliases> readAliases(
     const files::Folder& root, std::string_view lookupFile, const FaultHandler& onFault);
 
+// What lies beside a lookup file.
+struct AliasFile {
+    bool isThere = false;  // also where it cannot be opened
+    std::optional<docimage::Aliases> aliases;
+};
+
+// The aliases as readAliases() gives them, and whether they are those of a file.
+[[nodiscard]] AliasFile readAliasFile(const files::Folder& root, std::string_view lookupFile,
+                                      const FaultHandler& onFault);
+
 // Whether there is something in the place of that file, sound or not.
 [[nodiscard]] bool hasAliasFile(const files::Folder& root, std::string_view lookupFile);
 

@@ -164,10 +164,13 @@ class Validator {
 
     void checkAliases(const std::string& lookupFile) {
         const auto root = openRoot(m_root, lookupFile, handler());
-        if (!root || !hasAliasFile(*root, lookupFile))
+        if (!root)
+            return;
+        const auto file = readAliasFile(*root, lookupFile, handler());
+        if (!file.isThere)
             return;
         ++m_report.files;
-        if (readAliases(*root, lookupFile, handler()))
+        if (file.aliases)
             reportRepeatedMembers(aliasFileName(lookupFile));
     }
 
