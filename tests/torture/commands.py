@@ -174,7 +174,7 @@ class Conversation(Command):
             if "error" in got and "error" not in answer:
                 failed.append(json.dumps(got, ensure_ascii=False))
                 continue
-            if self.is_of_other_language(name, got, answers, wanted):
+            if self.is_of_other_language(name, got, answers, wanted, ended=run.status != 0):
                 continue
             if not warnings and not got.get("messages"):
                 return Verdict(WRONG, f"{name}: {json.dumps(got, ensure_ascii=False)[:300]}")
@@ -211,17 +211,23 @@ class Conversation(Command):
 
     @staticmethod
     def is_of_other_language(
-        name: str, got: Message, answers: dict[str, Message], wanted: dict[str, Message]
+        name: str,
+        got: Message,
+        answers: dict[str, Message],
+        wanted: dict[str, Message],
+        ended: bool,
     ) -> bool:
         """The same request stands in the text before and after a change of the language. Where the
-        change has failed, the second answer is the first."""
+        change has failed, the second answer is the first. A session that ends for the failure may
+        leave the change without an answer, and still answer what it has read."""
         twin = TWINS.get(name)
         if twin is None:
             return False
-        change = answers.get(twin.change, {})
+        change = answers.get(twin.change)
+        has_failed = ended if change is None else "error" in change
         other = wanted[twin.name]
         same = {**other, **{key: got[key] for key in ("line", "id") if key in got}} == got
-        return same and "error" in change
+        return same and has_failed
 
 
 class Validation(Command):
