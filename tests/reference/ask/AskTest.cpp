@@ -99,6 +99,24 @@ TEST_F(AskTest, AnUnknownProductIsAnError) {
     }
 }
 
+TEST_F(AskTest, AnUnknownProductIsToldSomeOfThoseThatThereAre) {
+    for (char16_t letter = u'a'; letter <= u'v'; ++letter)
+        source().add(ProductBuilder(std::u16string(3, letter)).build());
+    try {
+        static_cast<void>(ask::ask(u"read product:framez"));
+        ADD_FAILURE();
+    } catch (const ask::QuestionError& error) {
+        EXPECT_THAT(error.what(), AllOf(HasSubstr("aaa, bbb, ccc"), HasSubstr(", rrr, …"),
+                                        testing::Not(HasSubstr("sss"))));
+    }
+}
+
+TEST_F(AskTest, AProductThatIsNotInstalledIsPassedOverAmongTheOptions) {
+    EXPECT_THAT(find(u"norm", {.products = {u"none", u"numbers"}}),
+                ElementsAre("numbers.linalg.norm [without-package]"));
+    EXPECT_THAT(find(u"norm", {.products = {u"none"}}), IsEmpty());
+}
+
 TEST_F(AskTest, ProductsThatAreNamedOrPreferredGoFirst) {
     source().add(
         ProductBuilder(u"also")

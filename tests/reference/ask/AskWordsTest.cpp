@@ -70,6 +70,64 @@ TEST_F(AskWordsTest, WhatACompoundIsMadeOfIsAskedOfItsProductAlone) {
     EXPECT_EQ(find(u"some primes product:cells"), words);
 }
 
+TEST_F(AskWordsTest, ACompoundMayHaveAWordThatItsProductHasElsewhere) {
+    source().add(ProductBuilder(u"cells")
+                     .entity(u"cells.gridprime", RefEntityType::Function, u"a.html", u"Any cell.")
+                     .entity(u"cells.draw", RefEntityType::Function, u"b.html", u"Draw a grid.")
+                     .build());
+    EXPECT_THAT(find(u"some primes"), ElementsAre("cells.gridprime [most-words]"));
+}
+
+// Words that most documentation has neither find anything beside others, nor are they passed over
+// where there are no others.
+TEST_F(AskWordsTest, CommonWordsAloneAreAQuestion) {
+    source().add(ProductBuilder(u"kit")
+                     .entity(u"kit.weld", RefEntityType::Function, u"a.html", u"Creates objects.")
+                     .entity(u"kit.saw", RefEntityType::Function, u"b.html", u"Divides planks.")
+                     .build());
+    EXPECT_EQ(first(u"create new objects"), "kit.weld [most-words]");
+    EXPECT_EQ(first(u"create planks somehow"), "kit.saw [most-words]");
+}
+
+TEST_F(AskWordsTest, ANumberIsNeitherMissedNorCorrected) {
+    source().add(ProductBuilder(u"picture")
+                     .entity(u"picture.turn", RefEntityType::Function, u"a.html", u"Rotate it.")
+                     .entity(u"picture.crc2020", RefEntityType::Function, u"b.html", u"Sum it.")
+                     .build());
+    EXPECT_EQ(first(u"rotate by 90"), "picture.turn [words]");
+    EXPECT_EQ(first(u"rotate by 2021"), "picture.turn [words]");
+    EXPECT_EQ(first(u"rotate by 2020"), "picture.turn [words]");
+}
+
+TEST_F(AskWordsTest, WordsOfATextMayBeInAnyLetters) {
+    ProductBuilder product(u"zoo");
+    for (const auto& [name, description] :
+         {std::pair<std::u16string, std::u16string>{u"zoo.a", u"Die Größe der ÜBERSICHT."},
+          {u"zoo.b", u"Eine Größe."}}) {
+        const std::u16string href = name + u".html";
+        product.record(name, RefEntityType::Function, href);
+        product.item(makeItem(
+            {.href = href,
+             .entities = {{RefEntityType::Function, name, property::FunctionType::Function}},
+             .description = description}));
+    }
+    source().add(product.build());
+    EXPECT_THAT(find(u"übersicht größe in:text"), ElementsAre("zoo.a [text]"));
+}
+
+TEST_F(AskWordsTest, APhraseIsFoundAcrossLines) {
+    source().add(
+        ProductBuilder(u"zoo")
+            .entity(u"zoo.feed", RefEntityType::Function, u"a.html", u" \tThe otter\nswims  far.")
+            .entity(u"zoo.lead", RefEntityType::Function, u"b.html", u"The otter dives.")
+            .build());
+    EXPECT_THAT(find(u"\"otter swims far\""), ElementsAre(testing::StartsWith("zoo.feed ")));
+    EXPECT_THAT(find(u"\"the  otter\tswims\""), ElementsAre(testing::StartsWith("zoo.feed ")));
+    EXPECT_THAT(find(u"otter \"otterswims\""), IsEmpty());
+    EXPECT_THAT(find(u"otter \" the\""),
+                ElementsAre(testing::HasSubstr("zoo"), testing::HasSubstr("zoo")));
+}
+
 TEST_F(AskWordsTest, APhraseMayMeanANameThatHasNoneOfItsWords) {
     source().add(ProductBuilder(u"spread")
                      .entity(u"spread.std", RefEntityType::Function, u"a.html", u"How far apart.")
