@@ -10,7 +10,6 @@
 #include <new>
 #include <optional>
 #include <set>
-#include <sstream>
 #include <string_view>
 #include <system_error>
 #include <unistd.h>
@@ -32,6 +31,7 @@
 #include "docset/SetNames.hpp"
 #include "files/Folder.hpp"
 #include "fl/i18n/utf.hpp"
+#include "foundation/core/TextStream.hpp"
 
 namespace reference::docset {
 namespace {
@@ -57,9 +57,7 @@ bool contains(const std::vector<std::string>& names, const std::string& name) {
 }
 
 std::string contentOf(const json::object& document) {
-    std::ostringstream content;
-    // A text that is cut for want of memory must not be taken for the whole.
-    content.exceptions(std::ios::badbit);
+    foundation::core::TextStream content;
     writeJson(content, document);
     content << '\n';
     return std::move(content).str();

@@ -1,9 +1,9 @@
 #pragma once
 
 #include <iosfwd>
-#include <sstream>
 #include <string>
 
+#include "foundation/core/TextStream.hpp"
 #include "vref/Terminal.hpp"
 
 namespace reference::tools {
@@ -34,7 +34,7 @@ class PagedOutput {
 
     const Terminal m_terminal;
     const std::string m_pager;
-    std::ostringstream m_collected;
+    foundation::core::TextStream m_collected;
 };
 
 }  // namespace reference::tools

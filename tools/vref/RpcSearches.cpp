@@ -5,7 +5,6 @@
 #include <iterator>
 #include <optional>
 #include <span>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,6 +13,7 @@
 #include <boost/json/object.hpp>
 
 #include "fl/i18n/utf.hpp"
+#include "foundation/core/TextStream.hpp"
 #include "property/RefEntityType.hpp"
 #include "reference/ask/QuestionError.hpp"
 #include "reference/ask/ask.hpp"
@@ -222,7 +222,7 @@ json::value shownResult(std::size_t total, const FoundHit* hit, const Shown& wan
     if (hit == nullptr)
         return result;
     result["hit"] = toJson(*hit, wanted.fields, documentation);
-    std::ostringstream text;
+    foundation::core::TextStream text;
     PageAddresses pages(documentation);
     writePage(text, Terminal(false, false, wanted.width), hit->data,
               {.address = pages.of(hit->data),

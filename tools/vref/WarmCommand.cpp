@@ -3,7 +3,6 @@
 #include <iomanip>
 #include <iostream>
 #include <optional>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -16,6 +15,7 @@
 
 #include "docset/JsonText.hpp"
 #include "fl/i18n/utf.hpp"
+#include "foundation/core/TextStream.hpp"
 #include "foundation/core/context/ContextRegistry.hpp"
 #include "foundation/log/basic_diagnostic_logger.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
@@ -121,7 +121,7 @@ Loaded whatIsLoaded(std::size_t memoryBefore) {
 }
 
 std::string megabytes(std::size_t bytes) {
-    std::ostringstream text;
+    foundation::core::TextStream text;
     text << std::fixed << std::setprecision(1) << static_cast<double>(bytes) / 1e6 << " MB";
     return text.str();
 }

@@ -6,7 +6,6 @@
 #include <iostream>
 #include <new>
 #include <span>
-#include <sstream>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -15,6 +14,7 @@
 #include <CLI/CLI.hpp>
 #include <boost/algorithm/string/join.hpp>
 
+#include "foundation/core/TextStream.hpp"
 #include "vref/CommandLineErrors.hpp"
 #include "vref/Commands.hpp"
 #include "vref/CompleteLine.hpp"
@@ -77,7 +77,7 @@ class CommandLine {
             m_app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
         } catch (const CLI::ParseError& error) {
             if (error.get_exit_code() == 0) {  // --help and --version
-                std::ostringstream text;
+                foundation::core::TextStream text;
                 m_app.exit(error, text, text);
                 return tell(text.str());
             }
