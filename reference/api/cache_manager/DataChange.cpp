@@ -43,6 +43,14 @@ NeverDestroyed<std::function<boost::shared_ptr<EventMgr>()>> m_getEventMgrFcn(&e
 
 const NeverDestroyed<std::string> s_docLanguageSetting("veltra.desktop.help.DocLanguage");
 
+// Made when the library is loaded: where memory has run out, the clients must still hear that what
+// they show has changed.
+const NeverDestroyed<ReferenceDataChangeEvent> s_event;
+
+std::shared_ptr<const ReferenceDataChangeEvent> eventThatNobodyOwns() noexcept {
+    return {std::shared_ptr<const void>(), &*s_event};
+}
+
 // Kept for the life of the process. Only the thread that has raised the flag may touch the
 // listener. Not a mutex, because it would be held while the settings library runs.
 std::atomic_flag s_isListenerInUse;
@@ -108,7 +116,7 @@ void ReferenceCacheManager::SubscribeToDataChangeEvent(
 void publishDataChange() {
     constexpr bool immediately = true;
     if (const auto manager = (*m_getEventMgrFcn)())
-        manager->publish(std::make_shared<const ReferenceDataChangeEvent>(), immediately);
+        manager->publish(eventThatNobodyOwns(), immediately);
 }
 
 }  // namespace reference::cache_manager

@@ -8,10 +8,12 @@
 #include <gtest/gtest.h>
 
 #include "foundation/core/context/ContextRegistry.hpp"
+#include "foundation/msg_svc/eventmgr/ScopedConnection.hpp"
 #include "reference/api/AllTextDataRetriever.hpp"
 #include "reference/api/ClassEntityDataRetriever.hpp"
 #include "reference/api/ReferenceDataRetriever.hpp"
 #include "reference/api/cache_manager/ReferenceCacheManager.hpp"
+#include "reference/api/cache_manager/ReferenceDataChangeEvent.hpp"
 #include "reference/ask/ask.hpp"
 #include "reference/ask/complete.hpp"
 #include "settings/core/Settings.hpp"
@@ -184,7 +186,7 @@ TEST_F(MemoryShortageTest, StartUpSurvivesIt) {
 }
 
 // Whatever becomes of the change, the setting and the caches agree afterwards: a new value has
-// cleared them.
+// cleared them, and the subscribers have heard of it.
 TEST_F(MemoryShortageTest, AChangeOfTheLanguageSurvivesIt) {
     const auto machine = vvm::Factory::makeLocalVVM();
     ReferenceCacheManager::PerformStartupOperations();
@@ -192,6 +194,10 @@ TEST_F(MemoryShortageTest, AChangeOfTheLanguageSurvivesIt) {
                              foundation::core::context::ContextRegistry::getCurrentContextId())
                              ->getSettingsByFullName(settings::in_veltra::docLanguageSetting);
     const auto before = setting->get<std::string>();
+    bool hasHeard = false;
+    foundation::msg_svc::eventmgr::ScopedConnection connection;
+    ReferenceCacheManager::SubscribeToDataChangeEvent(
+        connection, [&](const cache_manager::ReferenceDataChangeEvent&) { hasHeard = true; });
     const std::vector<std::string> right = dump(found());
     const std::string languages[] = {"a language whose name is long", "one whose name is as long"};
     for (const bool forGood : {false, true})
@@ -201,6 +207,7 @@ TEST_F(MemoryShortageTest, AChangeOfTheLanguageSurvivesIt) {
             setting->setValue(languages[0]);
             ASSERT_EQ(dump(found()), right);
             bool reached = false;
+            hasHeard = false;
             {
                 settings::core::SettingsValue value(languages[1]);
                 const FailingAllocation failing(number, forGood);
@@ -213,6 +220,7 @@ TEST_F(MemoryShortageTest, AChangeOfTheLanguageSurvivesIt) {
             }
             const bool isChanged = setting->get<std::string>() == languages[1];
             EXPECT_EQ(ReferenceCacheManager::GetLookupCache()->empty(), isChanged);
+            EXPECT_EQ(hasHeard, isChanged);
             EXPECT_EQ(dump(found()), right);
             if (HasFailure() || !reached)
                 break;
