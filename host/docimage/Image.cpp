@@ -24,7 +24,8 @@ Image::Image(std::shared_ptr<const void> owner, std::string_view bytes, Sections
       m_sections(std::move(sections)),
       m_blockHashes(blockHashes),
       m_name(std::move(name)),
-      m_soundBlocks((blockHashes.size() + bitsPerWord - 1) / bitsPerWord) {}
+      m_soundBlocks(std::make_unique<std::atomic<std::uint64_t>[]>(
+          (blockHashes.size() + bitsPerWord - 1) / bitsPerWord)) {}
 
 Image::~Image() = default;
 

@@ -96,8 +96,9 @@ class VELTRA_HOST_API Image {
     const Sections m_sections;
     const std::span<const std::uint64_t> m_blockHashes;
     const std::string m_name;
-    // A bit for each block that was found sound.
-    mutable std::vector<std::atomic<std::uint64_t>> m_soundBlocks;
+    // A bit for each block that was found sound. Every view asks it, for a block that is known to
+    // be within the image: that is not checked again.
+    const std::unique_ptr<std::atomic<std::uint64_t>[]> m_soundBlocks;
 };
 
 // A section as an array of T, a type without padding or pointers.
@@ -111,7 +112,7 @@ class ImageArray {
     [[nodiscard]] std::size_t size() const noexcept { return m_section.size / sizeof(T); }
 
     // References are valid as long as the image. Throws DamagedImage outside of the array.
-    [[nodiscard]] const T& operator[](std::size_t at) const { return range(at, 1).front(); }
+    [[nodiscard]] const T& operator[](std::size_t at) const { return *range(at, 1).data(); }
 
     [[nodiscard]] std::span<const T> range(std::size_t first, std::size_t count) const {
         if (first > size() || count > size() - first)

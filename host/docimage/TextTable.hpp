@@ -27,7 +27,7 @@ class TextTable {
     }
 
     [[nodiscard]] std::string_view operator[](std::size_t at) const {
-        const auto bounds = m_starts.range(at, 2);
+        const std::uint32_t* const bounds = m_starts.range(at, 2).data();
         return textOf(m_bytes.range(bounds[0], bounds[1] - bounds[0]));
     }
 

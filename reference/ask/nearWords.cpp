@@ -27,8 +27,11 @@ class SlipTable {
     // Fills row `row` for a word whose letter before it is `letter` and whose one before that is
     // `previous`. Returns whether a word that goes on from here can still be near.
     bool fill(std::size_t row, char letter, char previous) {
-        auto& now = m_rows[row];
-        const auto& before = m_rows[row - 1];
+        // A row has a column for each letter of the longest word that is admitted, so that only
+        // rows are checked: this is what spelling spends its time in.
+        std::uint8_t* const now = m_rows[row].data();
+        const std::uint8_t* const before = m_rows[row - 1].data();
+        const char* const letters = m_wanted.data();
         const std::size_t first = row > m_admitted ? row - m_admitted : 0;
         const std::size_t last = std::min(m_wanted.size(), row + m_admitted);
         constexpr std::uint8_t tooMany = most + 1;
@@ -39,13 +42,13 @@ class SlipTable {
             if (column == 0) {
                 now[0] = static_cast<std::uint8_t>(std::min<std::size_t>(row, tooMany));
             } else {
-                const char wanted = m_wanted[column - 1];
+                const char wanted = letters[column - 1];
                 unsigned slips = before[column - 1] + (wanted == letter ? 0U : 1U);
                 if (column < row + m_admitted)
                     slips = std::min(slips, before[column] + 1U);
                 if (column > first)
                     slips = std::min(slips, now[column - 1] + 1U);
-                if (row > 1 && column > 1 && wanted == previous && m_wanted[column - 2] == letter)
+                if (row > 1 && column > 1 && wanted == previous && letters[column - 2] == letter)
                     slips = std::min(slips, m_rows[row - 2][column - 2] + 1U);
                 now[column] = static_cast<std::uint8_t>(std::min<unsigned>(slips, tooMany));
             }
