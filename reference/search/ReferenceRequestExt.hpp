@@ -101,7 +101,7 @@ class ReferenceRequestExt {
     docimage::FormBuffer m_nameForm;
     // Of the text without what may be half of a surrogate pair at its ends, where there is any.
     docimage::FormBuffer m_partForm;
-    bool m_hasHalves;
+    bool m_hasHalves = false;
 };
 
 }  // namespace reference::search

@@ -18,7 +18,7 @@ class Spare {
         try {
             m_spare = std::make_shared<T>();
         } catch (const std::bad_alloc&) {
-            m_spare.reset();  // the next call tries again
+            // It is empty now, and the next call tries again.
         }
         return taken;
     }

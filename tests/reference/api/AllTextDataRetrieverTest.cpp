@@ -90,6 +90,12 @@ TEST_F(AllTextDataRetrieverTest, EmptyTextMatchesEveryItemOfEveryNominatedPage) 
     EXPECT_TRUE(isFound({}, u"", false));
 }
 
+TEST_F(AllTextDataRetrieverTest, PagesThatNoRecordCanNominateAreNotRead) {
+    add(ProductBuilder(u"p").item(makeItem({.href = u"page.html", .purpose = u"needle"})));
+    EXPECT_TRUE(AllTextDataRetriever(ReferenceRequest(u"needle")).getReferenceData().empty());
+    EXPECT_EQ(source().resourceCalls(), 0);
+}
+
 TEST_F(AllTextDataRetrieverTest, TypesChoosePagesNotEntriesAndClassesAreNotExpanded) {
     add(ProductBuilder(u"p")
             .classWith(u"Shape", u"", u"page.html", {{u"Size", {u"Width"}}})

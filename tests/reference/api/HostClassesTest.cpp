@@ -15,6 +15,7 @@ namespace VELTRA_TEST_FILE {
 
 using property::RefEntityType;
 using ::testing::ElementsAre;
+using ::testing::UnorderedElementsAre;
 using tests::construct;
 using tests::members;
 using zorb::COSClass;
@@ -68,6 +69,17 @@ TEST(LibraryHostClassesTest, ScriptsMakeAllButResults) {
         for (const auto& method : description.methods)
             EXPECT_NE(method.documentation, "") << method.name;
     }
+}
+
+TEST(LibraryHostClassesTest, WhatIsNullUntilItIsSetSaysSo) {
+    std::vector<std::string> names;
+    for (const auto* one : COSClass::getClasses())
+        if (one->describe().packageName.starts_with(apiPackage))
+            for (const auto& property : one->describe().properties)
+                if (property.shape.mayBeNull)
+                    names.push_back(one->describe().name + "." + property.name);
+    EXPECT_THAT(names, UnorderedElementsAre("CompoundReferenceComparator.Comparators",
+                                            "ReferenceRequest.Types"));
 }
 
 TEST(LibraryHostClassesTest, EnumerationsHaveTheirMembers) {

@@ -203,10 +203,37 @@ class PurposeOfPropertyRetriever : public ReferenceDataRetriever {
 };
 
 TEST_F(ReferenceDataRetrieverTest, AClassOfOnesOwnIsAskedAboutEachPropertyWhateverItsName) {
-    add(ProductBuilder(u"p").classWith(u"Shape", u"", u"Shape.html",
+    add(ProductBuilder(u"p")
+            .classWith(u"Shape", u"", u"Shape.html", {{u"Size", {u"Width", u"Height"}}})
+            .record(u"other", RefEntityType::Function, u"Shape.html"));
+    for (const auto* const text : {u"Shape", u"other"})
+        EXPECT_THAT(dump(PurposeOfPropertyRetriever(ReferenceRequest(text)).getReferenceData()),
+                    ElementsAre(testing::StartsWith("p:Shape.Height[property]")));
+}
+
+// Cannot read on when it comes to the height.
+class FailingAtHeightRetriever : public ReferenceDataRetriever {
+  public:
+    using ReferenceDataRetriever::ReferenceDataRetriever;
+
+  private:
+    [[nodiscard]] bool isPropertyContentMatch(
+        const std::u16string& /*qualifiedName*/,
+        const property::ClassProperty& property) const override {
+        if (property.getName() == u"Height")
+            throw docparser::DocParserException("no height");
+        return true;
+    }
+};
+
+TEST_F(ReferenceDataRetrieverTest, OfAProductThatFailsHalfwayNothingIsLeft) {
+    for (const char16_t* name : {u"p", u"r"})
+        add(ProductBuilder(name).classWith(u"Shape", u"", u"Shape.html", {{u"Size", {u"Width"}}}));
+    add(ProductBuilder(u"q").classWith(u"Shape", u"", u"Shape.html",
                                        {{u"Size", {u"Width", u"Height"}}}));
-    EXPECT_THAT(dump(PurposeOfPropertyRetriever(ReferenceRequest(u"Shape")).getReferenceData()),
-                ElementsAre(testing::StartsWith("p:Shape.Height[property]")));
+    EXPECT_THAT(dump(FailingAtHeightRetriever(ReferenceRequest(u"Shape")).getReferenceData()),
+                ElementsAre(testing::StartsWith("p:Shape.Width[property]"),
+                            testing::StartsWith("r:Shape.Width[property]")));
 }
 
 TEST_F(ReferenceDataRetrieverTest, AnyOtherExceptionReachesTheCaller) {

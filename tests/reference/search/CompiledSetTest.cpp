@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 #include <utility>
@@ -41,6 +42,7 @@ using property::RefEntityType;
 using testing::Contains;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing::SizeIs;
 
 docset::ProductDocumentation sampleProduct(const std::u16string& shortName) {
@@ -52,8 +54,10 @@ docset::ProductDocumentation sampleProduct(const std::u16string& shortName) {
         .entity(u"stats.fit", RefEntityType::Function, u"ref/fit.html", u"Fits a curve \u00C4rger")
         .entity(u"stats.fit", RefEntityType::Topic, u"ref/fitting.html", u"All about fitting");
     product.record(u"full", RefEntityType::Function, u"ref/full.html", u"says everything");
-    auto full = makeFullItem(u"ref/full.html");
-    product.item(std::move(full));
+    product.item(makeFullItem(u"ref/full.html"));
+    // Where a record has no page, pages and hrefs do not have the same numbers.
+    if (shortName == u"alpha")
+        product.record(u"absent", RefEntityType::Function, u"ref/absent.html");
     for (char16_t letter = u'a'; letter <= u'z'; ++letter)
         product.entity(std::u16string(u"letters.") + letter, RefEntityType::Constant,
                        std::u16string(u"letters.html#") + letter,
@@ -66,7 +70,7 @@ class CompiledSetTest : public LibraryTest {
     CompiledSetTest() {
         docset::publishProduct(root(), "en_US", sampleProduct(u"alpha"));
         docset::publishProduct(root(), "en_US", sampleProduct(u"beta"));
-        expected = answers();
+        expectNoDamage([this] { expected = answers(); });
     }
 
     [[nodiscard]] const fs::path& root() const { return m_folder.path(); }
@@ -87,7 +91,7 @@ class CompiledSetTest : public LibraryTest {
         };
         for (const auto* text :
              {u"geo.Shape", u"fit", u"Shape.draw", u"full", u"Width", u"\u00E4rger", u"letter",
-              u"all about", u"c", u"ref/fit.html", u"nothing"})
+              u"all about", u"c", u"ref/fit.html", u"absent", u"nothing"})
             for (const bool folds : {false, true}) {
                 ReferenceRequest request(text);
                 request.setEntityCaseSensitivity(folds ? EntityCaseSensitivity::Insensitive
@@ -102,6 +106,13 @@ class CompiledSetTest : public LibraryTest {
             }
         add(api::ReferenceDataRetriever(ReferenceRequest::createMatchAllTextRequest({}, {})));
         return all;
+    }
+
+    // The answers of files could hide what is wrong with those of images.
+    static void expectNoDamage(const std::function<void()>& work) {
+        const LogCapture log("docparser=8");
+        work();
+        EXPECT_THAT(log.texts(), Not(Contains(HasSubstr("No image is used"))));
     }
 
     void expectSameAnswers(const std::string& when) const {
@@ -193,7 +204,7 @@ TEST_F(CompiledSetTest, ATextWithoutWordsIsFoundInEachItemThatHasIt) {
         EXPECT_THAT(found(u""), SizeIs(4));
         EXPECT_THAT(found(u"", {RefEntityType::Class}), SizeIs(1));
     };
-    check();
+    expectNoDamage(check);
     removeImages();
     check();
 }

@@ -8,11 +8,14 @@
 
 #include "docimage/unitBytes.hpp"
 #include "docparser/DocParserException.hpp"
+#include "docparser/FileDocSource.hpp"
+#include "docset/publish.hpp"
 #include "reference/search/EntitySearch.hpp"
 #include "reference/search/ReferenceStore.hpp"
 #include "support/Items.hpp"
 #include "support/LibraryTest.hpp"
 #include "support/MemorySource.hpp"
+#include "support/TempFolder.hpp"
 
 namespace reference::tests {
 namespace VELTRA_TEST_FILE {
@@ -185,6 +188,17 @@ TEST(ProductPagesTest, PagesAndHrefsLeadToEachOtherAndWhatIsNotThereToNothing) {
     }
 }
 
+TEST(ProductPagesTest, AProductMayHaveNoPages) {
+    const auto source = std::make_shared<MemorySource>();
+    source->add(ProductBuilder(u"p").record(u"a", RefEntityType::Function, u"").build());
+    ReferenceStore store(source);
+    const Snapshot snapshot = store.snapshot();
+    const JoinedPages* const joined = snapshot.pagesOf(0);
+    ASSERT_NE(joined, nullptr);
+    EXPECT_EQ(joined->pageOfHref(0), JoinedPages::none);
+    EXPECT_EQ(joined->hrefOfPage(0), JoinedPages::none);
+}
+
 // Numbers of items come from images.
 TEST(ProductPagesTest, AnItemThatIsNotThereIsDamage) {
     ReferenceStore store(sourceOf({u"fit"}));
@@ -194,6 +208,22 @@ TEST(ProductPagesTest, AnItemThatIsNotThereIsDamage) {
     EXPECT_GT(pages.sizeOfItem(0), 0U);
     EXPECT_TRUE(pages.expansion(0).properties.empty());
     EXPECT_THROW(static_cast<void>(pages.sizeOfItem(1)), docimage::DamagedImage);
+    EXPECT_THROW(static_cast<void>(pages.expansion(1)), docimage::DamagedImage);
+}
+
+TEST(ProductPagesTest, AnItemThatIsNotInItsImageIsDamage) {
+    const TempFolder folder;
+    docset::publishProduct(
+        folder.path(), "en_US",
+        ProductBuilder(u"p").entity(u"fit", RefEntityType::Function, u"fit.html").build());
+    ReferenceStore store(std::make_shared<docparser::FileDocSource>(
+        [&] { return docparser::DocumentationLocation{.docRoot = folder.path()}; }));
+    const Snapshot snapshot = store.snapshot();
+    const ProductPages& pages = snapshot.pagesOf(0)->pages();
+    ASSERT_NE(pages.image(), nullptr);
+    ASSERT_EQ(pages.itemCount(), 1U);
+    EXPECT_EQ(pages.item(0).getHref(), u"fit.html");
+    EXPECT_THROW(static_cast<void>(pages.item(1)), docimage::DamagedImage);
     EXPECT_THROW(static_cast<void>(pages.expansion(1)), docimage::DamagedImage);
 }
 

@@ -144,7 +144,7 @@ TEST_F(SetIndexTest, ChangesNoAnswerOfSetsAtRandom) {
 
 TEST_F(SetIndexTest, OpensAProductWhenItHasAMatch) {
     publish(productOf(u"a", {u"fit", u"plot"}));
-    publish(productOf(u"b", {u"fit", u"draw"}));
+    publish(productOf(u"b", {u"fit", u"draw", u"Shape.size"}));
     beginAnew();
     ReferenceCacheManager::PopulateLookupCache();
     // Nobody has looked into these until now.
@@ -152,6 +152,20 @@ TEST_F(SetIndexTest, OpensAProductWhenItHasAMatch) {
     fs::remove(file("a-1.lookup.json"));
     EXPECT_THAT(productsWith(u"draw"), ElementsAre(u"b"));
     EXPECT_THAT(productsWith(u"nothing"), IsEmpty());
+    // Other names than whole keys: of pages and classes, and ends of names.
+    const std::pair<std::u16string, ReferenceCacheManager::SearchMethod> others[] = {
+        {u"draw", ReferenceCacheManager::ReferenceSearch},
+        {u"draw.html", ReferenceCacheManager::PageNameSearch},
+        {u"Shape", ReferenceCacheManager::ClassEntitySearch},
+    };
+    for (const auto& [name, method] : others)
+        for (const auto precision :
+             {api::EntityPrecision::Exact_Match, api::EntityPrecision::Ignore_Package}) {
+            ReferenceRequest request(name);
+            request.setEntityPrecision(precision);
+            EXPECT_THAT(ReferenceCacheManager::GetProductsWithEntity(request, method),
+                        ElementsAre(testing::Key(u"b")));
+        }
     EXPECT_EQ(ReferenceCacheManager::GetLookupCache()->at(u"a").getHeaderInfo().getShortName(),
               u"a");
 }

@@ -232,6 +232,7 @@ TEST_F(DataChangeTest, WhatTheFunctionThrowsIsThrown) {
         []() -> boost::shared_ptr<EventMgr> { throw std::runtime_error("no manager today"); });
     EXPECT_THROW(subscribe(), std::runtime_error);
     EXPECT_THROW(ReferenceCacheManager::ClearAllCaches(), std::runtime_error);
+    EXPECT_EQ(clears(), 1) << "the parser forgets all the same";
 }
 
 TEST_F(DataChangeTest, ASubscriberThatThrowsKeepsNeitherTheOthersNorTheParserFromHearing) {

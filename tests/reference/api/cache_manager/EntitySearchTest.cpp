@@ -214,6 +214,30 @@ TEST_F(EntitySearchTest, NameAndPurposeSearchFindsPartsAndNothingForAnEmptyText)
     EXPECT_THAT(search(insensitive(ReferenceRequest(u"")), NameAndPurposeSearch), IsEmpty());
 }
 
+TEST_F(EntitySearchTest, NameAndPurposeSearchForOneWordFindsWhereItIsPartOfAnother) {
+    add(ProductBuilder(u"p")
+            .record(u"fit", RefEntityType::Function, u"fit.html")
+            .record(u"refitted", RefEntityType::Function, u"refitted.html")
+            .record(u"plot", RefEntityType::Function, u"plot.html", u"A better FIT")
+            .record(u"draw", RefEntityType::Function, u"draw.html", u"Fi t"));
+    for (const std::vector<std::u16string>& products : {Hrefs{}, Hrefs{u"p"}})
+        EXPECT_THAT(
+            search(insensitive(ReferenceRequest(u"fit", {}, products)), NameAndPurposeSearch),
+            ElementsAre(u"p:fit.html", u"p:plot.html", u"p:refitted.html"));
+}
+
+TEST_F(EntitySearchTest, NameAndPurposeSearchFindsATextWithoutWords) {
+    add(ProductBuilder(u"p")
+            .record(u"a", RefEntityType::Function, u"a.html", u"x -> y")
+            .record(u"b", RefEntityType::Function, u"b.html", u"x - > y"));
+    add(ProductBuilder(u"q").record(u"->", RefEntityType::Function, u"c.html"));
+    EXPECT_THAT(search(ReferenceRequest(u"->"), NameAndPurposeSearch),
+                ElementsAre(u"p:a.html", u"q:c.html"));
+    EXPECT_THAT(search(ReferenceRequest(u"->", {}, {u"p"}), NameAndPurposeSearch),
+                ElementsAre(u"p:a.html"));
+    EXPECT_THAT(search(ReferenceRequest(u"=>"), NameAndPurposeSearch), IsEmpty());
+}
+
 TEST_F(EntitySearchTest, AllTextSearchNominatesEveryRecordOfTheTypes) {
     add(ProductBuilder(u"p")
             .record(u"f", RefEntityType::Function, u"f.html")
@@ -256,6 +280,13 @@ TEST_F(EntitySearchTest, ClassSearchNeverFindsAKeyWithoutADotByItsParent) {
     add(ProductBuilder(u"p").record(u"plain", RefEntityType::Function, u"plain.html"));
     EXPECT_THAT(search(ReferenceRequest(u"plain"), ClassEntitySearch), IsEmpty());
     EXPECT_THAT(search(ReferenceRequest(u""), ClassEntitySearch), IsEmpty());
+}
+
+TEST_F(EntitySearchTest, ClassSearchForNothingFindsMembersOfAClassWithoutAName) {
+    add(ProductBuilder(u"p")
+            .record(u".x", RefEntityType::Method, u"nameless.html")
+            .record(u"a.x", RefEntityType::Method, u"named.html"));
+    EXPECT_THAT(search(ReferenceRequest(u""), ClassEntitySearch), ElementsAre(u"p:nameless.html"));
 }
 
 TEST_F(EntitySearchTest, ClassSearchReusesAKeysAnswerForItsOtherMembers) {

@@ -14,6 +14,7 @@
 namespace reference::tests {
 namespace VELTRA_TEST_FILE {
 
+using api::ReferenceRequest;
 using cache_manager::ReferenceCacheManager;
 using property::RefEntityType;
 using ::testing::ElementsAre;
@@ -153,6 +154,17 @@ TEST_F(ReferenceCachesTest, ClearedResourceCacheIsEmptyNotNull) {
     ASSERT_NE(ReferenceCacheManager::GetResourceCache(), nullptr);
     EXPECT_THAT(*ReferenceCacheManager::GetResourceCache(), IsEmpty());
     EXPECT_THAT(keysOf(*old), ElementsAre(u"alpha"));
+}
+
+TEST_F(ReferenceCachesTest, ClearedPagesAreReadAgainForTheNextRequest) {
+    const ReferenceRequest request(u"f", {}, {u"alpha"});
+    const auto answer = retrieve(request);
+    EXPECT_EQ(retrieve(request), answer);
+    EXPECT_EQ(source().resourceCalls(), 1);
+    ReferenceCacheManager::ClearResourceCache();
+    EXPECT_EQ(retrieve(request), answer);
+    EXPECT_EQ(source().resourceCalls(), 2);
+    EXPECT_EQ(source().lookupCalls(), 1);
 }
 
 TEST_F(ReferenceCachesTest, FailedParsingPropagatesAndLeavesTheCacheAsItWas) {

@@ -22,6 +22,7 @@ TEST(PageNameMatchComparatorTest, ComparesTheFileNameWithItsEnding) {
     const PageNameMatchComparator comparator(u"plot", Sensitive);
     EXPECT_TRUE(matches(comparator, u"ref/plot.html"));
     EXPECT_TRUE(matches(comparator, u"plot.html"));
+    EXPECT_TRUE(matches(comparator, u"/plot.html"));
     EXPECT_TRUE(matches(comparator, u"a/b/plot.html"));
     EXPECT_FALSE(matches(comparator, u"ref/plot.html#top"));
     EXPECT_FALSE(matches(comparator, u"ref/plot.html?x"));
