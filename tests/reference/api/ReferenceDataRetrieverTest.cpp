@@ -229,8 +229,9 @@ class FailingAtHeightRetriever : public ReferenceDataRetriever {
 TEST_F(ReferenceDataRetrieverTest, OfAProductThatFailsHalfwayNothingIsLeft) {
     for (const char16_t* name : {u"p", u"r"})
         add(ProductBuilder(name).classWith(u"Shape", u"", u"Shape.html", {{u"Size", {u"Width"}}}));
-    add(ProductBuilder(u"q").classWith(u"Shape", u"", u"Shape.html",
-                                       {{u"Size", {u"Width", u"Height"}}}));
+    add(ProductBuilder(u"q")
+            .classWith(u"Shape", u"", u"Shape.html", {{u"Size", {u"Width"}}})
+            .classWith(u"Shape", u"", u"Solid.html", {{u"Size", {u"Height"}}}));
     EXPECT_THAT(dump(FailingAtHeightRetriever(ReferenceRequest(u"Shape")).getReferenceData()),
                 ElementsAre(testing::StartsWith("p:Shape.Width[property]"),
                             testing::StartsWith("r:Shape.Width[property]")));
