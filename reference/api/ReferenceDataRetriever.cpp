@@ -102,7 +102,6 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
     const search::LookupIndex& index = *snapshot.index();
     const bool passesHrefs = overridesFilter();
     const auto add = [&](std::uint32_t product, std::span<const std::uint32_t> matches) {
-        const std::size_t before = results.size();
         try {
             const JoinedPages* const joined = snapshot.pagesOf(product);
             // The product's lookup file names a reference file that does not contain the product.
@@ -119,8 +118,8 @@ void ReferenceDataRetriever::findReferenceData(const Snapshot& snapshot,
             auto found = filterReferenceData(joined->pages().resource(), hrefs);
             std::ranges::move(found, std::back_inserter(results));
         } catch (const DocParserException&) {
-            // The other products are still searched.
-            results.erase(results.begin() + static_cast<std::ptrdiff_t>(before), results.end());
+            // The other products are still searched. Nothing of this one has been added: its file
+            // is read first, and what a filter of another class throws comes before its results.
         }
     };
     search::EntitySearch(index, ext(), cache_manager::toSearchMethod(getSearchMethod())).run(add);
